@@ -1,0 +1,259 @@
+#include "CADataHandler.h"
+
+#include <iterator>
+#include <utility>
+
+#include "CADataSortFilter.h"
+#include "CALog.h"
+#include "CAPollingLock.h"
+
+using namespace CADataRepository;
+
+template class CCASingleton<CCADataHandler>;
+
+namespace
+{
+
+constexpr char kGetList[] = "GetSAContentsList";  // both ways to the list log under this name
+
+// A result source besides the voice server, which a schema category merges into the list. No step of the
+// library puts entries into one; what is here is what the schema's rules mean for them.
+struct _Source {
+    int nCategory;
+    bool bMerged = false;
+    std::vector<_SAContents> vEntries = {};
+};
+
+template <typename Iterator>
+void AppendEntries(Iterator first, Iterator last, std::vector<_SAContents>& list)
+{
+    list.reserve(list.size() + static_cast<std::size_t>(std::distance(first, last)));
+    for (; first != last; ++first) list.emplace_back().stItem = *first;
+}
+
+void AppendAll(std::vector<_SAContents>& list, std::vector<_SAContents>::const_iterator where,
+               const std::vector<_SAContents>& source)
+{
+    list.insert(where, source.begin(), source.end());
+}
+
+}  // namespace
+
+CCADataHandler::CCADataHandler()
+{
+    g_mutex_init(&m_stMutex);
+    InitializeData();
+}
+
+CCADataHandler::~CCADataHandler()
+{
+    g_mutex_clear(&m_stMutex);
+}
+
+void CCADataHandler::SetSystemMessage(const std::string& strSystemMessage)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_strSystemMessage = strSystemMessage;
+}
+
+std::string CCADataHandler::GetSystemMessage()
+{
+    CCAPollingLock lock(m_stMutex);
+    return m_strSystemMessage;
+}
+
+void CCADataHandler::SetCommunicateErrorCode(std::string strErrorCode)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_strCommunicateErrorCode = std::move(strErrorCode);
+}
+
+std::string CCADataHandler::GetCommunicateErrorCode()
+{
+    CCAPollingLock lock(m_stMutex);
+    return m_strCommunicateErrorCode;
+}
+
+void CCADataHandler::SetTVControl(const _TVControl& stTVControl)
+{
+    SetTVControl(_TVControl(stTVControl));
+}
+
+void CCADataHandler::SetTVControl(_TVControl&& stTVControl)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vTVControl.push_back(std::move(stTVControl));
+}
+
+std::vector<_TVControl>& CCADataHandler::GetTVControl()
+{
+    CCAPollingLock lock(m_stMutex);  // only waits for a writer in progress: the list itself goes out unguarded
+    return m_vTVControl;
+}
+
+void CCADataHandler::SetDomain(std::vector<std::string> vDomain)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vDomain = std::move(vDomain);
+}
+
+std::vector<std::string> CCADataHandler::GetDomain()
+{
+    CCAPollingLock lock(m_stMutex);
+    return m_vDomain;
+}
+
+void CCADataHandler::SetContent(_Content stContent)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_stContent = std::move(stContent);
+}
+
+_Content CCADataHandler::GetContent()
+{
+    CCAPollingLock lock(m_stMutex);
+    return m_stContent;
+}
+
+void CCADataHandler::SetSchemaList(_CASchema stSchema)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vSchemaList.push_back(std::move(stSchema));
+    m_bSorted = false;
+}
+
+void CCADataHandler::SetSeachServerContentsList(const _ContentsItem& stItem)
+{
+    SetSeachServerContentsList(_ContentsItem(stItem));
+}
+
+void CCADataHandler::SetSeachServerContentsList(_ContentsItem&& stItem)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vContentsItem.push_back(std::move(stItem));
+    m_bSorted = false;
+}
+
+void CCADataHandler::SetDisplayControlResult(_DisplayControlInfo stInfo)
+{
+    CA_LOGD("SetDisplayControlResult, item size:%d", static_cast<int>(stInfo.vItems.size()));
+    m_bDisplayControlSet = true;
+    m_nNumberOfItem = stInfo.numberOfItem;
+    m_nDisplayAction = stInfo.nAction;
+    m_vDisplayItems = std::move(stInfo.vItems);
+}
+
+void CCADataHandler::GetDisplayControlResult(_DisCtrlInfo& stInfo)
+{
+    m_bDisplayControlSet = false;
+    stInfo.numberOfItem = m_nNumberOfItem;
+    stInfo.nAction = m_nDisplayAction;
+    for (const auto& [nIndex, szTitle] : m_vDisplayItems) stInfo.vItems.push_back({nIndex, szTitle});
+}
+
+void CCADataHandler::RequestSchema()
+{
+    CCAPollingLock lock(m_stMutex);
+    m_bRequestSchema = true;
+}
+
+bool CCADataHandler::CanRequestSchema()
+{
+    CCAPollingLock lock(m_stMutex);
+    return std::exchange(m_bRequestSchema, false);
+}
+
+void CCADataHandler::GetSAContentsList(std::vector<_SAContents>& vOut)
+{
+    CCAPollingLock lock(m_stMutex);
+    t_Refresh(_Items::KEEP);
+    vOut = m_vSAContents;
+}
+
+void CCADataHandler::TakeSAContentsList(std::vector<_SAContents>& vOut)
+{
+    CCAPollingLock lock(m_stMutex);
+    t_Refresh(_Items::MOVE);
+    vOut = std::move(m_vSAContents);
+    m_vSAContents.clear();
+    m_vContentsItem.clear();
+    m_bSorted = false;
+}
+
+void CCADataHandler::InitializeData()
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vContentsItem.clear();
+    m_vSAContents.clear();
+    m_bSorted = false;
+    m_bRequestSchema = false;
+    m_strUserInputVoice.clear();
+    m_strSystemMessage.clear();
+    m_vTVControl.clear();
+    m_stContent = _Content();
+    m_vDomain.clear();
+    m_bDisplayControlSet = false;
+    m_nNumberOfItem = _DisplayControlInfo().numberOfItem;
+    m_nDisplayAction = _DisplayControlInfo().nAction;
+    m_vDisplayItems.clear();
+}
+
+void CCADataHandler::t_Refresh(_Items eItems)
+{
+    if (!m_bSorted) {
+        CA_LOGD_AS(kGetList, " Data has been updated, it will be sorted");
+        t_Sort(eItems);
+        m_bSorted = true;
+    }
+    CA_LOGD_AS(kGetList, " set the contents list data");
+}
+
+void CCADataHandler::t_ServerToSAContentsList(const std::vector<_ContentsItem>& items, std::vector<_SAContents>& list)
+{
+    AppendEntries(items.begin(), items.end(), list);
+}
+
+void CCADataHandler::t_ServerToSAContentsList(std::vector<_ContentsItem>&& items, std::vector<_SAContents>& list)
+{
+    AppendEntries(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()), list);
+}
+
+void CCADataHandler::t_Sort(_Items eItems)
+{
+    m_vSAContents.clear();
+    if (eItems == _Items::MOVE)
+        t_ServerToSAContentsList(std::move(m_vContentsItem), m_vSAContents);
+    else
+        t_ServerToSAContentsList(m_vContentsItem, m_vSAContents);
+
+    _Source sources[] = {{E_CA_SCHEMA_CATEGORY_LINTRA},
+                         {E_CA_SCHEMA_CATEGORY_YOUTUBE},
+                         {E_CA_SCHEMA_CATEGORY_SOCIAL},
+                         {E_CA_SCHEMA_CATEGORY_OTHERS}};
+    const std::vector<_SAContents> vBeside;  // entries that lead or follow the list as a block
+    bool bOthersMet = false;
+
+    for (const _CASchema& schema : m_vSchemaList) {
+        const bool bOthers = schema.nCategory == E_CA_SCHEMA_CATEGORY_OTHERS;
+        if (bOthers && std::exchange(bOthersMet, true)) continue;  // only the first one counts
+        bool bValid = bOthers;
+        for (_Source& source : sources) {
+            if (!bOthers && source.nCategory != schema.nCategory) continue;
+            t_SortByFlag(source.bMerged, m_vSAContents, source.vEntries, schema.vRules);
+            bValid = true;
+        }
+        if (!bValid) CA_LOGD(" %d is not valid category!", schema.nCategory);
+    }
+
+    for (const _Source& source : sources)
+        if (!bOthersMet && !source.bMerged) AppendAll(m_vSAContents, m_vSAContents.end(), source.vEntries);
+    if (!vBeside.empty())
+        AppendAll(m_vSAContents, vBeside.front().szPlacement.empty() ? m_vSAContents.end() : m_vSAContents.begin(),
+                  vBeside);
+}
+
+void CCADataHandler::t_SortByFlag(bool& flag, std::vector<_SAContents>& list, const std::vector<_SAContents>& source,
+                                  const std::vector<_CASortRule>& rules)
+{
+    if (!std::exchange(flag, true)) CCADataSortFilter::SchemaSort(list, source, rules);
+}

@@ -1,0 +1,118 @@
+// Reads values out of JSON that nobody vouches for.
+//
+// All of the library reads JSON through these functions: a value that is missing or of another type gives a
+// default, and nothing here throws but running out of memory. The JSON library itself throws on a key of
+// something that is not an object, on a list's text, on an integer out of range.
+#ifndef PARLO_CAJSON_H
+#define PARLO_CAJSON_H
+
+#include <json/value.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace CAJson
+{
+
+// Parses `strText` into `root`, comments included. False when that is not JSON (or nested deeper than the JSON
+// library follows, or memory runs out); `root` is then of no use. Text behind the value is ignored.
+bool Parse(const std::string& strText, Json::Value& root);
+
+// The text of `value` over several lines, indented by tabs, cut at 16 MiB: deep nesting makes it hundreds of
+// times as long as the reply.
+std::string Styled(const Json::Value& value);
+
+// The member `szKey`; null when it is missing or `parent` is not an object.
+inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
+{
+    return parent.isObject() ? parent[szKey] : Json::Value::nullSingleton();
+}
+
+inline bool Has(const Json::Value& parent, const char* szKey)
+{
+    return !Child(parent, szKey).isNull();
+}
+
+// For `for`: the elements of a list in order, nothing when `value` is not a list.
+inline const Json::Value& Elements(const Json::Value& value)
+{
+    return value.isArray() ? value : Json::Value::nullSingleton();
+}
+
+// The text when `value` is one, else empty.
+std::string Text(const Json::Value& value);
+inline std::string Text(const Json::Value& parent, const char* szKey)
+{
+    return Text(Child(parent, szKey));
+}
+
+// Any scalar as text: booleans and numbers as the JSON library prints them; null, a list or an object is empty.
+std::string AnyText(const Json::Value& value);
+
+// The integer when `value` is one that fits an int (500.0 is one), else 0.
+inline int Int(const Json::Value& value)
+{
+    return value.isInt() ? value.asInt() : 0;
+}
+inline int Int(const Json::Value& parent, const char* szKey)
+{
+    return Int(Child(parent, szKey));
+}
+
+// Any scalar as integer: booleans are 1 or 0, reals in range are truncated; everything else is 0.
+int AnyInt(const Json::Value& value);
+
+// Overwrites `field` only when the member is there and its type fits. Says whether it did.
+bool Take(const Json::Value& parent, const char* szKey, std::string& field);
+bool Take(const Json::Value& parent, const char* szKey, int& field);
+
+// Appends the elements of a list: those that are texts, or all of them as AnyText.
+void AppendTexts(const Json::Value& list, std::vector<std::string>& vTexts);
+void AppendAnyTexts(const Json::Value& list, std::vector<std::string>& vTexts);
+
+// A line of a table that says which field of `Record` a key fills: a text or an integer.
+template <typename Record>
+struct _Key {
+    const char* szKey;
+    std::string Record::*pText = nullptr;
+    int Record::*pInt = nullptr;
+
+    constexpr _Key(const char* szName, std::string Record::*pField) : szKey(szName), pText(pField) {}
+    constexpr _Key(const char* szName, int Record::*pField) : szKey(szName), pInt(pField) {}
+};
+
+// Overwrites every field of the table: with the member, or with an empty text or 0.
+template <typename Record, std::size_t N>
+void Fill(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
+{
+    for (const auto& key : keys) {
+        if (key.pText != nullptr)
+            record.*key.pText = Text(object, key.szKey);
+        else
+            record.*key.pInt = Int(object, key.szKey);
+    }
+}
+
+// Overwrites the fields of the table whose members are there with a fitting type.
+template <typename Record, std::size_t N>
+void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
+{
+    for (const auto& key : keys) {
+        if (key.pText != nullptr)
+            Take(object, key.szKey, record.*key.pText);
+        else
+            Take(object, key.szKey, record.*key.pInt);
+    }
+}
+
+// Appends one record a list element, filled by the table.
+template <typename Record, std::size_t N>
+void AppendRecords(const Json::Value& list, const _Key<Record> (&keys)[N], std::vector<Record>& vRecords)
+{
+    for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());
+}
+
+}  // namespace CAJson
+
+#endif

@@ -1,0 +1,59 @@
+// The one way into the platform log.
+//
+// A line is the source file, the operation, the line number, the message and a colour:
+// "CAService: InitService(41) > m_strAppName:tv". Failures, and the informational lines that must be seen on a
+// set in the field, are red at error priority; the rest is blue at debug priority. The platform filters.
+//
+// A log line is one expression, so it fits after an unbraced `if` and before a comma. Do not log inside a
+// lambda: `__func__` is `operator()` there; use CA_LOGE_AS.
+#ifndef PARLO_CALOG_H
+#define PARLO_CALOG_H
+
+#include <cstddef>
+#include <string_view>
+
+#include "ca_platform.h"
+
+namespace CALog
+{
+
+constexpr int kErrorPriority = 6;
+constexpr int kDebugPriority = 3;
+constexpr const char* kTag = "ParloAPI";
+
+// "Src/CAService.cpp" becomes "CAService", while compiling.
+template <std::size_t N>
+struct _FileStem {
+    char sz[N] = {};
+    constexpr explicit _FileStem(const char (&szPath)[N])
+    {
+        std::string_view stem(szPath, N - 1);
+        stem.remove_prefix(stem.rfind('/') + 1);  // no slash: npos + 1 is 0
+        stem = stem.substr(0, stem.rfind('.'));
+        for (std::size_t i = 0; i < stem.size(); ++i) sz[i] = stem[i];
+    }
+};
+
+}  // namespace CALog
+
+#define CA_FILE_STEM                                      \
+    ([] {                                                 \
+        static constexpr CALog::_FileStem stem(__FILE__); \
+        return stem.sz;                                   \
+    }())
+
+#define CA_LOG(nPriority, szColour, szOperation, szFormat, ...)                                             \
+    static_cast<void>(__dlog_print(nPriority, CALog::kTag, "%s: %s(%d) > " szFormat szColour, CA_FILE_STEM, \
+                                   szOperation, __LINE__, ##__VA_ARGS__))
+
+// For a helper that does a part of an operation: the line carries the operation's name, not the helper's, so
+// that what people search their logs for stays the same however the code is cut.
+#define CA_LOGE_AS(szOperation, szFormat, ...) \
+    CA_LOG(CALog::kErrorPriority, "\033[31m", szOperation, szFormat, ##__VA_ARGS__)
+#define CA_LOGD_AS(szOperation, szFormat, ...) \
+    CA_LOG(CALog::kDebugPriority, "\033[34m", szOperation, szFormat, ##__VA_ARGS__)
+
+#define CA_LOGE(szFormat, ...) CA_LOGE_AS(__func__, szFormat, ##__VA_ARGS__)
+#define CA_LOGD(szFormat, ...) CA_LOGD_AS(__func__, szFormat, ##__VA_ARGS__)
+
+#endif

@@ -1,0 +1,86 @@
+// Reads the server's reply and the search schema document into records and into the store.
+#ifndef PARLO_CAPARSEJSON_H
+#define PARLO_CAPARSEJSON_H
+
+#include <json/value.h>
+
+#include <string>
+#include <vector>
+
+#include "CADataRepository.h"
+
+// Keeps no state: what it reads goes into the CCADataHandler singleton, which it creates when there is none.
+// Nothing in a document makes an operation throw. A missing key, or one of the wrong type, leaves a text empty
+// and a number 0 or at its default. An operation that returns bool says false, with the reason in the log, when
+// the document is refused or there is no store; the others do not fail.
+//
+// ParseData is the way in; the parsers of a document's parts can be asked by themselves.
+class __attribute__((visibility("default"))) CCAParsePacket
+{
+public:
+    virtual ~CCAParsePacket() = default;
+
+    // Parses a reply or a search schema document, by `t_eStatus`. For a reply `nCount` becomes the number of content
+    // items that were stored; else it is left alone.
+    bool ParseData(E_CA_PARSE_JSON_STATUS t_eStatus, const std::string& t_szRawData, unsigned& nCount);
+
+    bool t_ParseSearchServer(const std::string& t_szRawData, unsigned& nCount);
+    bool t_ParseSearchSchema(const std::string& t_szRawData);
+
+    // The reply's small parts.
+    bool t_ParseDomian(const Json::Value& domain);
+    bool t_ParseNluInfo(const Json::Value& nlu);
+    void t_ParseResponseInfo(const Json::Value& info);
+
+    // Commands. The list parsers append one record an element.
+    bool t_ParseTVControl(const Json::Value& tvcontrol);
+    void t_ParseChannelTVControl(const Json::Value& channels, std::vector<CADataRepository::_Channels>& list);
+    void t_ParseUSChannelTVControl(const Json::Value& umdChannels, std::vector<CADataRepository::_Channels>& list);
+    void t_ParseUSChannelUMDChannel(const Json::Value& umdChannel, CADataRepository::_UMD_Channel& channel);
+    bool t_ParseDisplayControl(const Json::Value& displaycontrol);
+
+    // Content items. Each fills the part of an item that its kind uses.
+    void t_ParseOnTVByOne(const Json::Value& element, CADataRepository::_OnTVContents& contents);
+    void t_ParseMovieByOne(const Json::Value& element, CADataRepository::_MnTContents& contents);
+    void t_ParseTVShowByOne(const Json::Value& element, CADataRepository::_MnTContents& contents);
+    void t_ParseAppsByOne(const Json::Value& appInfo, CADataRepository::_AppContents& contents);
+    void t_ParseKidsBook(const Json::Value& element, CADataRepository::_VideoContents& contents);
+    void t_ParseFitnessVOD(const Json::Value& element, CADataRepository::_VideoContents& contents);
+
+    // A programme that is shown in detail, with its cast: stored as the handler's content.
+    bool t_ParseContent(const Json::Value& content);
+
+    // What content items share.
+    void t_ParseChannel(const Json::Value& channel, CADataRepository::_ChannelInfo& info);
+    void t_ParseGenres(const Json::Value& genres, std::vector<CADataRepository::_Genres>& list);
+    void t_ParseCertifications(const Json::Value& certifications, std::vector<CADataRepository::_Certification>& list);
+    void t_ParseEpisode(const Json::Value& episode, CADataRepository::_Episode& stEpisode);
+    void t_ParseSchedule(const Json::Value& schedule, CADataRepository::_ScheduleInfo& stSchedule);
+
+    // Fills the poster from "images": picks the size code for the kind of content and finishes the URL. False only
+    // when there is no image size table.
+    bool t_ParsePoster(const std::string& strKind, const Json::Value& images, CADataRepository::_Poster& poster);
+
+    // Information items.
+    void t_ParseWeatherInfo(const Json::Value& element, CADataRepository::_WeatherInfo& weather);
+    void t_ParseStockInfo(const Json::Value& element, CADataRepository::_Stock& stock);
+    void t_ParseStockValue(const Json::Value& detailed, std::vector<CADataRepository::_StockValue>& list);
+    void t_ParseSportsInfo(const Json::Value& element, CADataRepository::_Sports& sports);
+
+    // Whether the item may be offered to the viewer under the set's adult lock.
+    bool t_CheckPermit(const CADataRepository::_ContentsItem& item);
+
+    // The rules behind two questions that this version of the library does not really ask the set.
+    // Under the adult lock exactly the flag "No" refuses an item.
+    static bool t_IsPermitted(bool bAdultLock, const std::string& strCert);
+    // Turns "ps" into what the set can show. False when the application is of no use on a set without game panel.
+    static bool t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag);
+
+    // Time zone offset text ("+09:00") to signed minutes. The positions are fixed, whatever the text.
+    int t_GetTimeZoneDifferenceByStr(const std::string& strOffset);
+
+private:
+    void t_ParseMnT(const Json::Value& element, bool bTVShow, CADataRepository::_MnTContents& contents);
+};
+
+#endif

@@ -1,0 +1,257 @@
+#include "CAService.h"
+
+#include <utility>
+
+#include "CADataHandler.h"
+#include "CALog.h"
+#include "CAParseJson.h"
+#include "CAUtil.h"
+
+using namespace CADataRepository;
+
+template class CCASingleton<CCAService>;
+
+namespace
+{
+
+// The actions that show or concern content: their record carries the result list.
+bool ShowsContents(int nCode)
+{
+    switch (nCode) {
+        case E_CA_TVCONTROL_PLAY_CONTENT:
+        case E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX:
+        case E_CA_TVCONTROL_RECORD_LIVECONTENT:
+        case E_CA_TVCONTROL_QUIT_RECORD:
+        case E_CA_TVCONTROL_ALARM_LIVECONTENT:
+        case E_CA_TVCONTROL_SCHEDULE_LIVECONTENT:
+        case E_CA_TVCONTROL_INSTALL_APPLICATION:
+        case E_CA_TVCONTROL_DISPLAY_CANDIDATES:
+        case E_CA_TVCONTROL_UNINSTALL_APPLICATION:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+CCAService::CCAService()
+{
+    m_SystemActionMap.InitializeMap();
+    m_SystemActionMap.InitializeActionIntentMap();
+}
+
+CCAService::~CCAService()
+{
+    UninitService();
+}
+
+bool CCAService::InitService(std::string strAppName)
+{
+    if (m_pDataMgr != nullptr) return CA_LOGE("init service again, please check it!!"), false;
+    m_strAppName = std::move(strAppName);
+    CA_LOGE("m_strAppName:%s", m_strAppName.c_str());
+    m_pDataMgr = CCADataHandler::GetInstance();
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
+    return true;
+}
+
+void CCAService::UninitService()
+{
+    if (m_pDataMgr != nullptr) {
+        delete std::exchange(CCADataHandler::pInstance, nullptr);
+        m_pDataMgr = nullptr;
+    }
+    m_strAppName.clear();
+}
+
+int CCAService::GetConversationStatus()
+{
+    CA_LOGD("Get conversation status");
+    if (!CCAUtil::IsConversationFactorySupport()) return E_CA_CONV_STATUS_NOT_SUPPORTED;
+    if (!CCAUtil::IsCountrySupportConv()) return E_CA_CONV_STATUS_NOT_SUPPORTED;
+    if (!CCAUtil::CompareCountryLanguage()) return E_CA_CONV_STATUS_LANGUAGE_NOT_SUPPORTED;
+    return E_CA_CONV_STATUS_AVAILABLE;
+}
+
+bool CCAService::ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData)
+{
+    if (strPreAllResult.empty() || strRawData.empty() || m_pDataMgr == nullptr) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-extra-args"  // both lengths go to the log, its text shows the first
+        CA_LOGE("strPreAllResult is empty() or strRawData is empty(%u) or m_pDataMgr is NULL",
+                static_cast<unsigned>(strPreAllResult.size()), static_cast<unsigned>(strRawData.size()));
+#pragma GCC diagnostic pop
+        return false;
+    }
+    m_pDataMgr->SetUserInputVOICE(strPreAllResult);
+    CCAUtil::PrintRcvData(strRawData);
+
+    CCAParsePacket parser;
+    unsigned nContents = 0;  // the record carries the list itself
+    if (m_pDataMgr->CanRequestSchema()) {
+        const std::string strFileSchema;  // no set keeps a schema file yet, so the request fails and is logged
+        if (!parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strFileSchema, nContents))
+            CA_LOGE("parse schema file failed, need to check it, strFileSchema:%s", strFileSchema.c_str());
+    }
+    if (!parser.ParseData(CA_PARSE_JSON_SEARCH_SERVER, strRawData, nContents))
+        return CA_LOGE("parse speech data failed"), false;
+    m_strRawPacket = strRawData;
+    return true;
+}
+
+bool CCAService::GetSpeechActionData(_ConvActionInfo& info)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
+    info.strSysResponse = m_pDataMgr->GetSystemMessage();
+    CA_LOGE("strSysResponse:[%s]", info.strSysResponse.c_str());
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    if (vTVControl.empty()) return CA_LOGE("vTVControl is empty"), false;
+    info.strAction = vTVControl.front().szAction;
+
+    if (!t_IsContentsSearchAction()) {
+        t_SetSpeechInfo(info);
+    } else if (info.strAction != "search_failed") {  // after a failed search the application searches by itself
+        CA_LOGD("content list for search");
+        t_UpdateSearchResult(info);
+        info.strSysResponse.clear();
+    }
+    m_pDataMgr->InitializeData();
+    m_strRawPacket.clear();
+    return true;
+}
+
+bool CCAService::t_IsContentsSearchAction()
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
+    const std::vector<std::string> vDomain = m_pDataMgr->GetDomain();
+    if (vDomain.empty()) return CA_LOGE("vDomain is empty"), false;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    if (vTVControl.empty()) return CA_LOGE("vTVControl is empty"), false;
+
+    for (std::size_t i = 0; i < vDomain.size(); ++i) CA_LOGE("domain[%d]:%s", static_cast<int>(i), vDomain[i].c_str());
+    for (std::size_t i = 0; i < vTVControl.size(); ++i)
+        CA_LOGE("szAction[%d]:%s", static_cast<int>(i), vTVControl[i].szAction.c_str());
+
+    const std::string& strAction = vTVControl.front().szAction;
+    if (vDomain.size() == 1) {
+        if (vDomain.front() != "tvcontrol" || strAction != "search_failed") return false;
+        CA_LOGE("search_failed will goto search");
+        return true;
+    }
+    if (strAction != "display_content") return false;
+    CA_LOGE("Show search result");
+    return true;
+}
+
+void CCAService::t_UpdateSearchResult(_ConvActionInfo& info)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL");
+    if (m_strRawPacket.empty()) return CA_LOGE("http packet string empty!");
+    std::string strSearchKeywords = m_pDataMgr->GetUserInputVoice();
+    CA_LOGE("strSearchKeywords:%s", strSearchKeywords.c_str());
+    info.vSystemActionParam.push_back(std::move(strSearchKeywords));
+    info.vSystemActionParam.push_back(m_strRawPacket);
+}
+
+void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL");
+    std::vector<std::string> vParams;
+    int nCode = t_GetSystemAction(vParams);
+    if (nCode == 0) nCode = t_SetChannelOrCandidate(info, vParams);
+    info.vSystemActionParam = std::move(vParams);
+    t_SetDisplayControl(info);
+
+    // Overwrites the kinds that the channel and the candidate lookup set: callers count on 1 and 3 alone.
+    info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+    info.eActionType = nCode != 0 ? E_CA_ACTION_TYPE_SYSTEM : E_CA_ACTION_TYPE_NO_MATCH;
+    if (nCode == 0) CA_LOGE("No one match, error ouccured:%d", nCode);
+
+    info.nDialogSeq = m_pDataMgr->m_stDialogOpen.nDialogSeq;
+    info.nDialogType = m_pDataMgr->m_stDialogOpen.nDialogType;
+    info.strDialogId = m_pDataMgr->m_stDialogOpen.strDialogId;
+    info.vDomain = m_pDataMgr->GetDomain();
+    info.strUserInputVoice = m_pDataMgr->GetUserInputVoice();
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    if (!vTVControl.empty()) info.strFirstAction = vTVControl.front().szAction;
+
+    // Last, since the results leave the store: nothing that can fail comes after it.
+    if (ShowsContents(nCode)) m_pDataMgr->TakeSAContentsList(info.vSAContents);
+}
+
+// For a command that is no system action. Returns its code, 0 when no lookup knows it.
+int CCAService::t_SetChannelOrCandidate(_ConvActionInfo& info, std::vector<std::string>& vParams)
+{
+    constexpr char kOperation[] = "t_SetSpeechInfo";
+    CA_LOGE_AS(kOperation, "it is not tv control command");
+    vParams.clear();
+    int nCode = t_GetSystemActionChannel(info.vChannels);
+    if (nCode != 0) {
+        info.eActionType = E_CA_ACTION_TYPE_CHANNEL;
+        info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+        info.e2ndAction = t_Get2ndAction();
+        for (const _Channels& channel : info.vChannels) vParams.push_back(channel.szSourceID);
+        return nCode;
+    }
+    nCode = t_GetSystemActionCandidate(info.vCandidates);
+    CA_LOGE_AS(kOperation, "eSysAction:%d", nCode);
+    if (nCode != 0) {
+        info.eActionType = E_CA_ACTION_TYPE_CANDIDATE;
+        info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+        info.e2ndAction = t_Get2ndAction();
+        info.eActionIntent = t_GetActionIntent();
+        vParams = {m_pDataMgr->GetUserInputVoice(), ""};
+    }
+    return nCode;
+}
+
+void CCAService::t_SetDisplayControl(_ConvActionInfo& info)
+{
+    if (!m_pDataMgr->GetDisplayControlSetFlag()) return;
+    m_pDataMgr->GetDisplayControlResult(info.stDisCtrlInfo);
+    CA_LOGE_AS("t_SetSpeechInfo", "nAction:%d, numberOfItem:%d, size:%d", info.stDisCtrlInfo.nAction,
+               info.stDisCtrlInfo.numberOfItem, static_cast<int>(info.stDisCtrlInfo.vItems.size()));
+}
+
+int CCAService::t_GetSystemAction(std::vector<std::string>& params)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemAction(vTVControl.front(), params);
+}
+
+int CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemActionCandidate(vTVControl.front(), candidates);
+}
+
+int CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemActionChannel(vTVControl.front(), channels);
+}
+
+E_CA_TVCONTROL CCAService::t_Get2ndAction()
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    const int nCode = vTVControl.size() < 2 ? 0 : m_SystemActionMap.Get2ndAction(vTVControl[1]);
+    CA_LOGE("2ndeAction is %d", nCode);
+    return static_cast<E_CA_TVCONTROL>(nCode);
+}
+
+E_CA_TVCONTROL_INTENT CCAService::t_GetActionIntent()
+{
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_INTENT_NONE;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    const auto nSize = static_cast<int>(vTVControl.size());
+    CA_LOGE("nSize is %d", nSize);
+    if (nSize != 2 && nSize != 3) return CA_LOGE("tv control error"), E_CA_TVCONTROL_INTENT_NONE;
+    const int nIntent = m_SystemActionMap.GetActionIntent(vTVControl.back());
+    CA_LOGE("eActionIntent is %d", nIntent);
+    return static_cast<E_CA_TVCONTROL_INTENT>(nIntent);
+}

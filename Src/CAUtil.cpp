@@ -1,0 +1,183 @@
+#include "CAUtil.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "CALog.h"
+
+// The C library's checked formatting, which the compiler's fortification calls too: it refuses a "%n" in
+// writable memory, whatever optimisation this file is built with.
+extern "C" int __vsnprintf_chk(char* pStr, std::size_t nSize, int nFlag, std::size_t nObjectSize, const char* format,
+                               va_list args) noexcept;
+
+namespace
+{
+
+using namespace std::string_view_literals;
+
+constexpr int kVoiceRecogItem = 830;              // ID_MRT_VOICE_RECOG
+constexpr std::size_t kFactoryItemSize = 1008;    // room for the largest item
+constexpr std::size_t kPieceSize = 500;           // a line that the platform log takes
+constexpr std::size_t kLastPieceBefore = 102400;  // twice what the header line announces, on purpose
+
+constexpr std::string_view kConversationCountries[] = {
+    "KR", "US", "AU", "CA", "BR", "PT", "ES", "CN", "NO", "SE", "AT", "GB",
+    "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH",
+};
+
+using _Languages = std::array<std::string_view, 3>;  // an unused place is empty
+
+constexpr _Languages kEnglish = {"en_US", "en_AU", "en_GB"};
+constexpr _Languages kPortuguese = {"pt_PT", "pt_BR"};
+
+// Narrow on purpose: Canada has no French, Switzerland only German, Belgium only Dutch.
+constexpr struct {
+    std::string_view szCountry;
+    _Languages vLanguages;
+} kCountryLanguages[] = {
+    {"KR", {"ko_KR"}}, {"US", kEnglish},    {"AU", kEnglish},    {"GB", kEnglish},  {"IE", kEnglish},
+    {"CA", kEnglish},  {"BR", kPortuguese}, {"PT", kPortuguese}, {"DE", {"de_DE"}}, {"CH", {"de_DE"}},
+    {"AT", {"de_DE"}}, {"FR", {"fr_FR"}},   {"ES", {"es_ES"}},   {"IT", {"it_IT"}}, {"NL", {"nl_NL"}},
+    {"BE", {"nl_NL"}}, {"CN", {"zh_CN"}},   {"PL", {"pl_PL"}},   {"RU", {"ru_RU"}}, {"NO", {"nn_NO", "nb_NO"}},
+    {"DK", {"da_DK"}}, {"SE", {"sv_SE"}},   {"FI", {"fi_FI"}},
+};
+
+bool Contains(const _Languages& vLanguages, std::string_view szLanguage)
+{
+    return !szLanguage.empty() && std::find(vLanguages.begin(), vLanguages.end(), szLanguage) != vLanguages.end();
+}
+
+struct _Free {
+    void operator()(char* sz) const { std::free(sz); }
+};
+using _PlatformText = std::unique_ptr<char, _Free>;
+
+// Closes the voice control settings when the query is over, however it ends.
+struct _VCSettingCloser {
+    ~_VCSettingCloser()
+    {
+        if (vc_setting_deinitialize() != 0) CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_deinitialize failed");
+    }
+};
+
+}  // namespace
+
+std::string CCAUtil::GetCountry()
+{
+    const _PlatformText pCountry(vconf_get_str("db/comss/countrycode"));
+    if (pCountry == nullptr) return CA_LOGE("vconf get CountryCode error"), "US";
+    if (*pCountry == '\0') return CA_LOGE("vconf get CountryCode is empty"), "US";
+    CA_LOGD("Countrycode is %s", pCountry.get());
+    return pCountry.get();
+}
+
+std::string CCAUtil::GetVCSettingLanguage()
+{
+    const int nRet = vc_setting_initialize();
+    if (nRet != 0) return CA_LOGE("vc setting initialize failed. nRet=%d", nRet), "";
+
+    const _VCSettingCloser closer;
+    char* szLanguage = nullptr;
+    const int nResult = vc_setting_get_language(&szLanguage);
+    if (nResult != 0 || szLanguage == nullptr)
+        return CA_LOGE("vc_setting_get_language failed or pLanguage is NULL:%d", nResult), "";
+    const _PlatformText pLanguage(szLanguage);
+    return pLanguage.get();
+}
+
+bool CCAUtil::IsEnLanguage(const std::string& strLanguage)
+{
+    return Contains(kEnglish, strLanguage);
+}
+
+bool CCAUtil::IsPTLanguage(const std::string& strLanguage)
+{
+    return Contains(kPortuguese, strLanguage);
+}
+
+bool CCAUtil::CompareCountryLanguage()
+{
+    const std::string strCountry = GetCountry();
+    const std::string strLanguage = GetVCSettingLanguage();
+    CA_LOGE("country[%s], voice language[%s]", strCountry.c_str(), strLanguage.c_str());
+    for (const auto& [szCountry, vLanguages] : kCountryLanguages)
+        if (szCountry == strCountry) return Contains(vLanguages, strLanguage);
+    return false;
+}
+
+bool CCAUtil::IsCountrySupportConv()
+{
+    const std::string strCountry = GetCountry();
+    CA_LOGE("country[%s]", strCountry.c_str());
+    for (const std::string_view szCountry : kConversationCountries)
+        if (szCountry == strCountry) return true;
+    CA_LOGE("This country [%s] not support conversation", strCountry.c_str());
+    return false;
+}
+
+bool CCAUtil::IsConversationFactorySupport()
+{
+    CA_LOGD("");
+    char buffer[kFactoryItemSize] = {};
+    const int nResult = GetData(kVoiceRecogItem, buffer);
+    std::int32_t nVoiceRecog = 0;
+    std::memcpy(&nVoiceRecog, buffer, sizeof nVoiceRecog);
+    CA_LOGE("GetData return:%d, ID_MRT_VOICE_RECOG:%d", nResult, nVoiceRecog);
+    if (nResult == 0) return CA_LOGE("GetData failed"), false;
+    if (nVoiceRecog == 0) return CA_LOGE("not support voice recongition, so not support conversation"), false;
+    return true;
+}
+
+int CCAUtil::VsnPrint(char* pStr, int nSize, const char* format, ...)
+{
+    if (pStr == nullptr) return CA_LOGE("pStr is NULL"), 0;
+    va_list args;
+    va_start(args, format);
+    const auto nRoom = static_cast<std::size_t>(std::max(nSize, 0));
+    const int nLength = __vsnprintf_chk(pStr, nRoom, 1, static_cast<std::size_t>(-1), format, args);
+    va_end(args);
+    return nLength;
+}
+
+std::string CCAUtil::itoa(int nInput)
+{
+    if (nInput < 0) return CA_LOGE(" ERROR - nInput:%d", nInput), "";
+    char buffer[256] = {};
+    VsnPrint(buffer, sizeof buffer - 1, "%d", nInput);
+    return buffer;
+}
+
+std::string CCAUtil::ConvertIntToString(int n)
+{
+    return std::to_string(n);
+}
+
+void CCAUtil::PrintRcvData(const std::string& strRawData)
+{
+    const std::size_t nLength = strRawData.size();
+    CA_LOGE("=================print all receive data================");
+    CA_LOGE("###########strRawData############(print max length:50KB; actural size:%d)\n", static_cast<int>(nLength));
+    for (std::size_t nOffset = 0; nOffset < nLength && nOffset < kLastPieceBefore; nOffset += kPieceSize) {
+        char piece[kPieceSize + 1];
+        piece[strRawData.copy(piece, kPieceSize, nOffset)] = '\0';
+        CA_LOGE("%s", piece);
+    }
+}
+
+bool CCAUtil::FlagAdultLock(bool /*bBroadcast*/)
+{
+    CA_LOGE("need to be intergrated");
+    return false;
+}
+
+bool CCAUtil::IsSupportGamePanel()
+{
+    CA_LOGE("need to be intergration");
+    return true;
+}

@@ -1,0 +1,86 @@
+// The four entry points: nothing but the order of the calls, and the wall that no exception passes.
+
+#include "parlo-api.h"
+
+#include <cxxabi.h>
+
+#include <exception>
+#include <utility>
+
+#include "CALog.h"
+#include "CAService.h"
+
+CCAService* m_pCAService = nullptr;
+
+namespace
+{
+
+// Says in the log what is being handled. Call it in a `catch (...)`.
+void ReportException(const char* szOperation)
+{
+    try {
+        throw;
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled: the C library ends the process if that is stopped
+    } catch (const std::exception& e) {
+        CA_LOGE_AS(szOperation, "stopped by an exception: %s", e.what());
+    } catch (...) {
+        CA_LOGE_AS(szOperation, "stopped by an exception");
+    }
+}
+
+}  // namespace
+
+bool ca_initial_service(std::string strAppName)
+{
+    try {
+        if (m_pCAService == nullptr) m_pCAService = CCAService::GetInstance();
+        if (m_pCAService == nullptr) return CA_LOGE("create CCAService failed"), false;
+        const bool bSucceeded = m_pCAService->InitService(std::move(strAppName));
+        if (bSucceeded)
+            CA_LOGE("initial succeed");
+        else
+            CA_LOGE("InitService failed");
+        return bSucceeded;
+    } catch (...) {
+        return ReportException(__func__), false;
+    }
+}
+
+void ca_uninitial()
+{
+    try {
+        CA_LOGE("delete the thread");
+        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL");
+        m_pCAService->UninitService();
+        delete std::exchange(CCAService::pInstance, nullptr);
+        m_pCAService = nullptr;
+    } catch (...) {
+        ReportException(__func__);
+    }
+}
+
+bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, CADataRepository::_ConvActionInfo& info)
+{
+    try {
+        CA_LOGE("get action from json package");
+        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL"), false;
+        if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) return CA_LOGE("ParseDataFlow failed"), false;
+        const bool bSucceeded = m_pCAService->GetSpeechActionData(info);
+        if (!bSucceeded) CA_LOGE("GetSpeechActionData failed");
+        return bSucceeded;
+    } catch (...) {
+        return ReportException(__func__), false;
+    }
+}
+
+int ca_get_conv_status()
+{
+    try {
+        CA_LOGE("get action from json package");  // the text of ca_get_speech_action, which log filters know
+        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL"), E_CA_CONV_STATUS_NO_SERVICE;
+        return m_pCAService->GetConversationStatus();
+    } catch (...) {
+        return ReportException(__func__), E_CA_CONV_STATUS_NO_SERVICE;
+    }
+}

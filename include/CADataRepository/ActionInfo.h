@@ -1,0 +1,76 @@
+// The record that a reply becomes, and the dialog state that it carries on.
+#ifndef PARLO_CADATAREPOSITORY_ACTIONINFO_H
+#define PARLO_CADATAREPOSITORY_ACTIONINFO_H
+
+#include <string>
+#include <vector>
+
+#include "Enumerations.h"
+#include "SearchList.h"
+#include "TVControl.h"
+
+namespace CADataRepository
+{
+
+// A request to act on the list that is on screen: the last object of "displaycontrol".
+struct _DisCtrlInfo {
+    int numberOfItem = 0;                    // how many entries the request concerns
+    int nAction = E_CA_DISPLAY_ACTION_NONE;  // from "action"; see E_CA_DISPLAY_ACTION
+    std::vector<ExternalItemData> vItems;  // from "params": nNumber from "index" (-1 when absent), szText from "title"
+};
+
+// What the TV does next.
+//
+// The caller owns the record and passes a fresh one for each reply: the library assigns the fields that a
+// reply speaks of, appends to the lists and never clears the record. There are three sorts of reply:
+// - a TV control reply fills every field, with the exceptions named below;
+// - a search hand-over (strAction "display_content" with two or more domains) fills strAction and puts the
+//   keywords and the raw reply into vSystemActionParam; strSysResponse is empty;
+// - a failed search (strAction "search_failed" with the one domain "tvcontrol") fills strSysResponse and
+//   strAction; the application starts a search of its own.
+struct _ConvActionInfo {
+    int eActionType = 0;  // E_CA_ACTION_TYPE: SYSTEM, or NO_MATCH when no lookup knows the first command's action
+    E_CA_TVCONTROL eSystemAction = E_CA_TVCONTROL_NONE;  // the first command's code
+    E_CA_TVCONTROL e2ndAction = E_CA_TVCONTROL_NONE;     // the second command's; only beside channels or candidates
+    E_CA_TVCONTROL_INTENT eActionIntent = E_CA_TVCONTROL_INTENT_NONE;  // the last of two or three commands' intent;
+                                                                       // only beside candidates
+    int nReserved1 = 0;                                                // never read or written
+    std::string strSysResponse;                                        // from "system_sentence": the sentence to speak
+    int nReserved2 = 0;                                                // never read or written
+    std::string strAction;                                             // the first command's action word
+    std::vector<std::string> vSystemActionParam;  // the action's parameters; their meaning depends on the code
+    std::vector<_Channels> vChannels;             // the first command's channels; channel and reservation codes only
+    std::vector<std::string> vCandidates;         // names to choose from; candidate codes only
+    std::vector<_SAContents> vSAContents;         // from "tvcontent", ordered; content-showing codes only
+    _DisCtrlInfo stDisCtrlInfo;                   // from "displaycontrol"; left alone without one
+    std::string strDialogId;                      // from "dialog" / "dialog_id"
+    std::vector<std::string> vDomain;             // from "domain"
+    std::string strFirstAction;                   // the first command's action word again
+    std::string strUserInputVoice;                // the utterance
+    int nDialogType = -1;  // from "nlu_info" / "dialog_type"; without it the last one that a reply gave, -1 for none
+    int nDialogSeq = -1;   // from "dialog" / "dialog_seq"; without it the last one that a reply gave, -1 for none
+};
+
+// The dialog state, which lasts from reply to reply until one overwrites it.
+struct _DialogOpen {
+    int nDialogSeq = -1;        // from "dialog" / "dialog_seq"
+    int nDialogType = -1;       // from "nlu_info" / "dialog_type"
+    std::string strDialogName;  // unfilled
+    std::string strDialogId;    // from "dialog" / "dialog_id"; a reply without it clears it
+    int nDialogTurn = -1;       // unfilled
+    std::string strDialogText;  // unfilled
+};
+
+// How long the server took, and what it understood: "response_info". Read and dropped.
+struct _ResponseInfo {
+    std::string szEngineTime;      // from "engine_time"
+    std::string szContentMgrTime;  // from "content_mgr_time"
+    std::string szCouchbaseTime;   // from "couchbase_time"
+    std::string szCurrentTime;     // from "current_time"
+    std::string szServerTime;      // from "server_time"
+    std::string szQuery;           // from "query"
+};
+
+}  // namespace CADataRepository
+
+#endif

@@ -1,0 +1,162 @@
+// The server's words and the codes that they stand for: the one place where a word is written.
+// A word matches as a whole and case-sensitively; every other text stands for code 0 (a display action: -1).
+#ifndef PARLO_CADATAREPOSITORY_VOCABULARY_H
+#define PARLO_CADATAREPOSITORY_VOCABULARY_H
+
+#include <cstddef>
+#include <string_view>
+
+#include "Enumerations.h"
+
+namespace CADataRepository
+{
+
+// A word of the server and what it stands for.
+template <typename Code>
+struct _Word {
+    std::string_view szWord;
+    Code eCode;
+};
+
+// "action" of a TV control command, by code.
+inline constexpr _Word<E_CA_TVCONTROL> kActionWords[] = {
+    {"poweroff", E_CA_TVCONTROL_POWEROFF},
+    {"poweron", E_CA_TVCONTROL_POWERON},
+    {"set_sleeptimer", E_CA_TVCONTROL_SET_SLEEPTIMER},
+    {"delete_sleeptimer", E_CA_TVCONTROL_DELETE_SLEEPTIMER},
+    {"set_channel", E_CA_TVCONTROL_SET_CHANNEL},
+    {"move_channel", E_CA_TVCONTROL_MOVE_CHANNEL},
+    {"change_channel", E_CA_TVCONTROL_CHANGE_CHANNEL},
+    {"display_channel", E_CA_TVCONTROL_DISPLAY_CHANNEL},
+    {"channelup", E_CA_TVCONTROL_CHANNELUP},
+    {"channeldown", E_CA_TVCONTROL_CHANNELDOWN},
+    {"channelback", E_CA_TVCONTROL_CHANNELBACK},
+    {"volumeup", E_CA_TVCONTROL_VOLUMEUP},
+    {"volumedown", E_CA_TVCONTROL_VOLUMEDOWN},
+    {"muteon", E_CA_TVCONTROL_MUTEON},
+    {"muteoff", E_CA_TVCONTROL_MUTEOFF},
+    {"set_volume", E_CA_TVCONTROL_SET_VOLUME},
+    {"change_exsource", E_CA_TVCONTROL_CHANGE_EXSOURCE},
+    {"show_exsource", E_CA_TVCONTROL_SHOW_EXSOURCE},
+    {"login", E_CA_TVCONTROL_LOGIN},
+    {"logout", E_CA_TVCONTROL_LOGOUT},
+    {"set_remocon", E_CA_TVCONTROL_SET_REMOCON},
+    {"play_content", E_CA_TVCONTROL_PLAY_CONTENT},
+    {"control_focus", E_CA_TVCONTROL_CONTROL_FOCUS},
+    {"control_page", E_CA_TVCONTROL_CONTROL_PAGE},
+    {"execute_key", E_CA_TVCONTROL_EXECUTE_KEY},
+    {"go_back", E_CA_TVCONTROL_GO_BACK},
+    {"run_vistar", E_CA_TVCONTROL_RUN_VISTAR},
+    {"control_gb", E_CA_TVCONTROL_CONTROL_GB},
+    {"show_pvr", E_CA_TVCONTROL_SHOW_PVR},
+    {"schedule_program_cancelation", E_CA_TVCONTROL_SHOW_SCHEDULED},
+    {"show_scheduled", E_CA_TVCONTROL_SHOW_SCHEDULED},
+    {"get_currenttime", E_CA_TVCONTROL_GET_CURRENTTIME},
+    {"show_guide", E_CA_TVCONTROL_SHOW_GUIDE},
+    {"record_livecontent", E_CA_TVCONTROL_RECORD_LIVECONTENT},
+    {"quit_record", E_CA_TVCONTROL_QUIT_RECORD},
+    {"alarm_livecontent", E_CA_TVCONTROL_ALARM_LIVECONTENT},
+    {"schedule_livecontent", E_CA_TVCONTROL_SCHEDULE_LIVECONTENT},
+    {"install_application", E_CA_TVCONTROL_INSTALL_APPLICATION},
+    {"run_connectguide", E_CA_TVCONTROL_RUN_CONNECTGUIDE},
+    {"run_remotesetup", E_CA_TVCONTROL_RUN_REMOTESETUP},
+    {"run_recording", E_CA_TVCONTROL_RUN_RECORDING},
+    {"display_detailinfo", E_CA_TVCONTROL_DISPLAY_DETAILINFO},
+    {"display_detailinfo_cast", E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST},
+    {"display_detailinfo_director", E_CA_TVCONTROL_DISPLAY_DETAILINFO_DIRECTOR},
+    {"display_detailinfo_genre", E_CA_TVCONTROL_DISPLAY_DETAILINFO_GENRE},
+    {"display_cast", E_CA_TVCONTROL_DISPLAY_CAST},
+    {"display_director", E_CA_TVCONTROL_DISPLAY_DIRECTOR},
+    {"display_genre", E_CA_TVCONTROL_DISPLAY_GENRE},
+    {"show_optlist_for_sleeptimer", E_CA_TVCONTROL_SHOW_OPTLIST_FOR_SLEEPTIMER},
+    {"show_optlist_for_confirm", E_CA_TVCONTROL_SHOW_OPTLIST_FOR_CONFIRM},
+    {"show_optlist_detailinfo_for_confirm", E_CA_TVCONTROL_SHOW_OPTLIST_DETAILINFO_FOR_CONFIRM},
+    {"show_optlist_for_reservation", E_CA_TVCONTROL_SHOW_OPTLIST_FOR_RESERVATION},
+    {"show_colorkey", E_CA_TVCONTROL_SHOW_COLORKEY},
+    {"show_exdevice", E_CA_TVCONTROL_SHOW_EXDEVICE},
+    {"display_candidates", E_CA_TVCONTROL_DISPLAY_CANDIDATES},
+    {"show_colorkeys", E_CA_TVCONTROL_SHOW_COLORKEYS},
+    {"run_webbrowser", E_CA_TVCONTROL_RUN_WEBBROWSER},
+    {"delete_item", E_CA_TVCONTROL_DELETE_ITEM},
+    {"show_alarmedprogram", E_CA_TVCONTROL_SHOW_ALARMEDPROGRAM},
+    {"show_scheduledprogram", E_CA_TVCONTROL_SHOW_SCHEDULEDPROGRAM},
+    {"uninstall_application", E_CA_TVCONTROL_UNINSTALL_APPLICATION},
+    {"run_youtube", E_CA_TVCONTROL_RUN_YOUTUBE},
+    {"show_moreinfo", E_CA_TVCONTROL_SHOW_MOREINFO},
+    {"social_talk", E_CA_TVCONTROL_SOCIAL_TALK},
+    {"voice_guide_on", E_CA_TVCONTROL_VOICE_GUIDE_ON},
+    {"voice_guide_off", E_CA_TVCONTROL_VOICE_GUIDE_OFF},
+    {"video_description_on", E_CA_TVCONTROL_VIDEO_DESCRIPTION_ON},
+    {"video_description_off", E_CA_TVCONTROL_VIDEO_DESCRIPTION_OFF},
+    {"high_contrast_on", E_CA_TVCONTROL_HIGH_CONTRAST_ON},
+    {"high_contrast_off", E_CA_TVCONTROL_HIGH_CONTRAST_OFF},
+    {"enlarge_on", E_CA_TVCONTROL_ENLARGE_ON},
+    {"enlarge_off", E_CA_TVCONTROL_ENLARGE_OFF},
+    {"caption_on", E_CA_TVCONTROL_CAPTION_ON},
+    {"caption_off", E_CA_TVCONTROL_CAPTION_OFF},
+    {"run_mycontents", E_CA_TVCONTROL_RUN_MYCONTENTS},
+    {"run_channellist", E_CA_TVCONTROL_RUN_CHANNELLIST},
+    {"run_speakerlist", E_CA_TVCONTROL_RUN_SPEAKERLIST},
+    {"run_programguide", E_CA_TVCONTROL_RUN_PROGRAMGUIDE},
+    {"soccer_mode_on", E_CA_TVCONTROL_SOCCER_MODE_ON},
+    {"soccer_mode_off", E_CA_TVCONTROL_SOCCER_MODE_OFF},
+    {"sports_mode_on", E_CA_TVCONTROL_SPORTS_MODE_ON},
+    {"sports_mode_off", E_CA_TVCONTROL_SPORTS_MODE_OFF},
+    {"run_ondra", E_CA_TVCONTROL_RUN_ONDRA},
+    {"run_guidix", E_CA_TVCONTROL_RUN_GUIDIX},
+};
+
+// "intent" of a TV control command, by code.
+inline constexpr _Word<E_CA_TVCONTROL_INTENT> kIntentWords[] = {
+    {"play", E_CA_TVCONTROL_INTENT_PLAY},
+    {"search_title", E_CA_TVCONTROL_INTENT_SEARCH_TITLE},
+    {"search_genre", E_CA_TVCONTROL_INTENT_SEARCH_GENRE},
+    {"search_channel", E_CA_TVCONTROL_INTENT_SEARCH_CHANNEL},
+    {"search_date", E_CA_TVCONTROL_INTENT_SEARCH_DATE},
+    {"search_weekday", E_CA_TVCONTROL_INTENT_SEARCH_WEEKDAY},
+    {"search_start_time", E_CA_TVCONTROL_INTENT_SEARCH_START_TIME},
+    {"search_end_time", E_CA_TVCONTROL_INTENT_SEARCH_END_TIME},
+    {"search_duration", E_CA_TVCONTROL_INTENT_SEARCH_DURATION},
+    {"search_year", E_CA_TVCONTROL_INTENT_SEARCH_YEAR},
+    {"search_grade", E_CA_TVCONTROL_INTENT_SEARCH_GRADE},
+};
+
+// "action" of a display control request, by code.
+inline constexpr _Word<E_CA_DISPLAY_ACTION> kDisplayActionWords[] = {
+    {"play_content", E_CA_DISPLAY_ACTION_PLAY_CONTENT},
+    {"alarm_livecontent", E_CA_DISPLAY_ACTION_ALARM_LIVECONTENT},
+    {"schedule_livecontent", E_CA_DISPLAY_ACTION_SCHEDULE_LIVECONTENT},
+    {"record_livecontent", E_CA_DISPLAY_ACTION_RECORD_LIVECONTENT},
+};
+
+// "category" of a search schema entry.
+inline constexpr _Word<E_CA_SCHEMA_CATEGORY> kSchemaCategoryWords[] = {
+    {"lintra", E_CA_SCHEMA_CATEGORY_LINTRA},
+    {"youtube", E_CA_SCHEMA_CATEGORY_YOUTUBE},
+    {"social", E_CA_SCHEMA_CATEGORY_SOCIAL},
+    {"others", E_CA_SCHEMA_CATEGORY_OTHERS},
+};
+
+// "rule" of a search schema rule.
+inline constexpr _Word<E_CA_SORT_RULE> kSortRuleWords[] = {
+    {"position_after_turn", E_CA_SORT_RULE_POSITION_AFTER_TURN},
+    {"position_range_turn", E_CA_SORT_RULE_POSITION_RANGE_TURN},
+    {"result_after", E_CA_SORT_RULE_RESULT_AFTER},
+    {"result_before", E_CA_SORT_RULE_RESULT_BEFORE},
+};
+
+template <typename Code, std::size_t N>
+constexpr bool EveryWordOnce(const _Word<Code> (&vWords)[N])
+{
+    for (std::size_t i = 0; i < N; ++i)
+        for (std::size_t j = i + 1; j < N; ++j)
+            if (vWords[i].szWord == vWords[j].szWord) return false;
+    return true;
+}
+
+static_assert(EveryWordOnce(kActionWords), "an action word is listed twice");
+static_assert(EveryWordOnce(kIntentWords), "an intent word is listed twice");
+
+}  // namespace CADataRepository
+
+#endif

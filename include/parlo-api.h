@@ -1,0 +1,61 @@
+// The voice application's interface to the library: four functions.
+//
+//     ca_initial_service("my-app");
+//     CADataRepository::_ConvActionInfo info;                  // a fresh one for each reply
+//     if (ca_get_speech_action("turn it up", strReply, info))  // strReply: the server's JSON
+//         Act(info.eSystemAction, info.vSystemActionParam, info.strSysResponse);
+//     ca_uninitial();
+//
+// Threads: make these calls one at a time. The library starts no thread and takes no lock of its own around
+// a call; two calls at once, of whichever functions, are the caller's error. They need not come from the same
+// thread.
+//
+// Errors: no exception leaves these functions, whatever the reply holds and even when memory runs out. A
+// function that fails has written one or more lines that say why to the platform log, tag "ParloAPI", and
+// the next call works.
+//
+// The functions have C linkage, so that they can be looked up by name, but take C++ types: build the caller
+// with the same C++ library.
+#ifndef PARLO_API_H
+#define PARLO_API_H
+
+#include <string>
+
+#include "CADataRepository.h"
+
+#define PARLO_EXPORT __attribute__((visibility("default")))
+
+class CCAService;
+
+extern "C" {
+
+// Creates the service. `strAppName` is the application's name, for the log; it may be empty.
+// Returns false when there is an initialised service already (which goes on unharmed), or memory runs out.
+PARLO_EXPORT bool ca_initial_service(std::string strAppName);
+
+// Releases the service and everything that it keeps; afterwards ca_initial_service works again.
+// Without a service it does nothing but say so in the log.
+PARLO_EXPORT void ca_uninitial();
+
+// Turns the utterance `strPreAllResult` and the server's JSON reply `strRawData` into what the TV does next.
+//
+// The caller owns `info` and passes a fresh one for each reply; see _ConvActionInfo for which fields are
+// assigned. `strRawData` is read only. Both texts are taken as they are, of any length.
+// Returns false, with the reason in the log, when there is no service, a text is empty, the reply is not
+// JSON, says that the server failed or holds no TV control command. `info` is then as it was, except that a
+// reply without a command has assigned strSysResponse. What a refused reply did bring stays in the store
+// until the next success: its commands come before those of the next reply.
+PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
+                                       CADataRepository::_ConvActionInfo& info);
+
+// Says whether conversation is offered on this set, as an E_CA_CONV_STATUS: 0 available, 4 not supported by
+// the set or in its country, 6 voice language does not fit the country, -1 no service. Asks the platform at
+// each call; replies are processed whatever the answer.
+PARLO_EXPORT int ca_get_conv_status();
+
+}  // extern "C"
+
+// The service, null while the library is not initialised. For the library's own tools; not for callers.
+PARLO_EXPORT extern CCAService* m_pCAService;
+
+#endif

@@ -1,0 +1,60 @@
+// Makes text that came from outside fit for a terminal.
+#ifndef PARLO_HOST_PRINTABLE_H
+#define PARLO_HOST_PRINTABLE_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Host
+{
+
+// How many bytes the UTF-8 character at the start of `szText` takes; 0 when it is a control character (C0, DEL,
+// C1) or no UTF-8.
+inline std::size_t PrintableLength(std::string_view szText)
+{
+    // The smallest code that needs so many bytes; at two bytes, the first one behind the C1 controls.
+    constexpr unsigned kSmallest[] = {0, 0, 0xA0, 0x800, 0x10000};
+
+    const auto Byte = [szText](std::size_t i) -> unsigned {
+        return i < szText.size() ? static_cast<unsigned char>(szText[i]) : 0U;
+    };
+    const unsigned nFirst = Byte(0);
+    if (nFirst < 0x80) return nFirst >= 0x20 && nFirst != 0x7F ? 1 : 0;
+    if (nFirst < 0xC2 || nFirst > 0xF4) return 0;
+
+    const std::size_t nLength = nFirst >= 0xF0 ? 4 : nFirst >= 0xE0 ? 3 : 2;
+    unsigned nCode = nFirst & (0xFFU >> (nLength + 1));
+    for (std::size_t i = 1; i < nLength; ++i) {
+        if ((Byte(i) & 0xC0U) != 0x80U) return 0;
+        nCode = nCode << 6U | (Byte(i) & 0x3FU);
+    }
+    const bool bSurrogate = nCode >= 0xD800 && nCode <= 0xDFFF;
+    return nCode >= kSmallest[nLength] && nCode <= 0x10FFFF && !bSurrogate ? nLength : 0;
+}
+
+// `szText` with every control character and every byte that is no UTF-8 written as \xNN, line breaks and tabs as
+// \n and \t. A backslash stays as it is.
+inline std::string Printable(std::string_view szText)
+{
+    constexpr char kHex[] = "0123456789ABCDEF";
+
+    std::string strResult;
+    strResult.reserve(szText.size());
+    while (!szText.empty()) {
+        const std::size_t nLength = PrintableLength(szText);
+        const auto nByte = static_cast<unsigned char>(szText.front());
+        if (nLength > 0)
+            strResult += szText.substr(0, nLength);
+        else if (nByte == '\n' || nByte == '\t')
+            strResult += nByte == '\n' ? "\\n" : "\\t";
+        else
+            strResult.append("\\x").append({kHex[nByte >> 4U], kHex[nByte & 0xFU]});
+        szText.remove_prefix(nLength > 0 ? nLength : 1);
+    }
+    return strResult;
+}
+
+}  // namespace Host
+
+#endif

@@ -1,0 +1,145 @@
+// The television's functions for a machine that is none: settings come from the environment, the log goes to
+// standard error. The environment is read at each call; platform/host/CMakeLists.txt builds this as a library of
+// its own, so that a set's libraries can take its place.
+//
+//   PARLO_COUNTRY      the set's country; "none": the store has no such key      default US
+//   PARLO_LANGUAGE     the voice language; "none": the service does not start    default en_US
+//   PARLO_VOICE_RECOG  the factory flag, 0 or 1; "none": it cannot be read       default 1
+//   PARLO_LOG          off, error or debug: what is written to standard error    default off
+#include <unistd.h>
+
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#pragma GCC visibility push(default)
+#include "ca_platform.h"
+#pragma GCC visibility pop
+
+#include "Printable.h"
+
+namespace
+{
+
+constexpr int kVoiceRecognitionItem = 830;
+constexpr std::string_view kCountryKey = "db/comss/countrycode";
+constexpr const char* kColourReset = "\033[0m";
+
+// The variable's value, `szDefault` when it is not set, null when it is the word "none".
+const char* Setting(const char* szName, const char* szDefault)
+{
+    const char* szValue = std::getenv(szName);
+    if (szValue == nullptr) return szDefault;
+    return std::strcmp(szValue, "none") == 0 ? nullptr : szValue;
+}
+
+char* HeapCopy(const char* szText)
+{
+    return szText == nullptr ? nullptr : strdup(szText);
+}
+
+bool IsLogged(int nPriority)
+{
+    const char* szLevel = Setting("PARLO_LOG", "off");
+    if (szLevel == nullptr) return false;
+    return (std::strcmp(szLevel, "error") == 0 && nPriority >= 6) ||
+           (std::strcmp(szLevel, "debug") == 0 && nPriority >= 3);
+}
+
+char PriorityLetter(int nPriority)
+{
+    constexpr std::string_view kLetters = "??VDIWEF";
+    const auto nIndex = static_cast<std::size_t>(nPriority);
+    return nIndex < kLetters.size() ? kLetters[nIndex] : '?';
+}
+
+bool IsColoured()
+{
+    const char* szNoColour = std::getenv("NO_COLOR");
+    return (szNoColour == nullptr || *szNoColour == '\0') && isatty(STDERR_FILENO) != 0;
+}
+
+std::string Format(const char* szFormat, va_list args)
+{
+    va_list again;
+    va_copy(again, args);
+    const int nLength = std::vsnprintf(nullptr, 0, szFormat, again);
+    va_end(again);
+    std::string strText(nLength < 0 ? 0 : static_cast<std::size_t>(nLength), '\0');
+    if (nLength > 0) std::vsnprintf(strText.data(), strText.size() + 1, szFormat, args);
+    return strText;
+}
+
+// Takes the colour sequence (ESC [ digits m) off the end of `strText` and returns it; empty when there is none.
+std::string CutColour(std::string& strText)
+{
+    const std::size_t nStart = strText.rfind("\033[");
+    if (nStart == std::string::npos || strText.back() != 'm') return {};
+    if (strText.find_first_not_of("0123456789", nStart + 2) != strText.size() - 1) return {};
+    std::string strColour = strText.substr(nStart);
+    strText.resize(nStart);
+    return strColour;
+}
+
+// One record is one line and one write.
+void WriteRecord(int nPriority, const char* szTag, std::string strText)
+{
+    std::string strColour = CutColour(strText);
+    if (!IsColoured()) strColour.clear();
+    std::string strLine = strColour;
+    strLine.append({PriorityLetter(nPriority), ' '}).append(Host::Printable(szTag == nullptr ? "" : szTag));
+    strLine.append(": ").append(Host::Printable(strText)).append(strColour.empty() ? "" : kColourReset).append("\n");
+    std::fwrite(strLine.data(), 1, strLine.size(), stderr);
+}
+
+}  // namespace
+
+int __dlog_print(int priority, const char* tag, const char* format, ...)
+{
+    if (!IsLogged(priority)) return 0;
+    va_list args;
+    va_start(args, format);
+    try {
+        WriteRecord(priority, tag, Format(format, args));
+    } catch (const std::exception&) {
+        // No memory for the line: it is lost, the caller is not disturbed.
+    }
+    va_end(args);
+    return 0;
+}
+
+char* vconf_get_str(const char* key)
+{
+    return key != nullptr && key == kCountryKey ? HeapCopy(Setting("PARLO_COUNTRY", "US")) : nullptr;
+}
+
+int vc_setting_initialize()
+{
+    return Setting("PARLO_LANGUAGE", "en_US") == nullptr ? -1 : 0;
+}
+
+int vc_setting_get_language(char** language)
+{
+    if (language == nullptr) return -1;
+    *language = HeapCopy(Setting("PARLO_LANGUAGE", "en_US"));
+    return *language == nullptr ? -1 : 0;
+}
+
+int vc_setting_deinitialize()
+{
+    return 0;
+}
+
+int GetData(int item, void* buffer)
+{
+    const char* szFlag = Setting("PARLO_VOICE_RECOG", "1");
+    if (item != kVoiceRecognitionItem || buffer == nullptr || szFlag == nullptr) return 0;
+    const auto nFlag = static_cast<std::int32_t>(std::strtol(szFlag, nullptr, 10));
+    std::memcpy(buffer, &nFlag, sizeof nFlag);
+    return 1;
+}
