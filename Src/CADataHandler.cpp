@@ -1,6 +1,5 @@
 #include "CADataHandler.h"
 
-#include <iterator>
 #include <utility>
 
 #include "CADataSortFilter.h"
@@ -23,13 +22,6 @@ struct _Source {
     bool bMerged = false;
     std::vector<_SAContents> vEntries = {};
 };
-
-template <typename Iterator>
-void AppendEntries(Iterator first, Iterator last, std::vector<_SAContents>& list)
-{
-    list.reserve(list.size() + static_cast<std::size_t>(std::distance(first, last)));
-    for (; first != last; ++first) list.emplace_back().stItem = *first;
-}
 
 void AppendAll(std::vector<_SAContents>& list, std::vector<_SAContents>::const_iterator where,
                const std::vector<_SAContents>& source)
@@ -130,8 +122,14 @@ void CCADataHandler::SetSeachServerContentsList(const _ContentsItem& stItem)
 void CCADataHandler::SetSeachServerContentsList(_ContentsItem&& stItem)
 {
     CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.push_back(std::move(stItem));
+    m_vContentsItem.emplace_back(std::move(stItem));
     m_bSorted = false;
+}
+
+void CCADataHandler::ReserveContents(std::size_t nItems)
+{
+    CCAPollingLock lock(m_stMutex);
+    m_vContentsItem.reserve(m_vContentsItem.size() + nItems);
 }
 
 void CCADataHandler::SetDisplayControlResult(_DisplayControlInfo stInfo)
@@ -175,17 +173,13 @@ void CCADataHandler::TakeSAContentsList(std::vector<_SAContents>& vOut)
     CCAPollingLock lock(m_stMutex);
     t_Refresh(_Items::MOVE);
     vOut = std::move(m_vSAContents);
-    m_vSAContents.clear();
-    m_vContentsItem.clear();
-    m_bSorted = false;
+    t_ClearContents();
 }
 
 void CCADataHandler::InitializeData()
 {
     CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.clear();
-    m_vSAContents.clear();
-    m_bSorted = false;
+    t_ClearContents();
     m_bRequestSchema = false;
     m_strUserInputVoice.clear();
     m_strSystemMessage.clear();
@@ -198,6 +192,14 @@ void CCADataHandler::InitializeData()
     m_vDisplayItems.clear();
 }
 
+// Gives the memory back too: one large reply must not weigh on the set for the rest of its days.
+void CCADataHandler::t_ClearContents()
+{
+    std::vector<_SAContents>().swap(m_vContentsItem);
+    std::vector<_SAContents>().swap(m_vSAContents);
+    m_bSorted = false;
+}
+
 void CCADataHandler::t_Refresh(_Items eItems)
 {
     if (!m_bSorted) {
@@ -208,21 +210,16 @@ void CCADataHandler::t_Refresh(_Items eItems)
     CA_LOGD_AS(kGetList, " set the contents list data");
 }
 
-void CCADataHandler::t_ServerToSAContentsList(const std::vector<_ContentsItem>& items, std::vector<_SAContents>& list)
+void CCADataHandler::t_ServerToSAContentsList(const std::vector<_SAContents>& items, std::vector<_SAContents>& list)
 {
-    AppendEntries(items.begin(), items.end(), list);
-}
-
-void CCADataHandler::t_ServerToSAContentsList(std::vector<_ContentsItem>&& items, std::vector<_SAContents>& list)
-{
-    AppendEntries(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()), list);
+    AppendAll(list, list.end(), items);
 }
 
 void CCADataHandler::t_Sort(_Items eItems)
 {
     m_vSAContents.clear();
     if (eItems == _Items::MOVE)
-        t_ServerToSAContentsList(std::move(m_vContentsItem), m_vSAContents);
+        m_vSAContents.swap(m_vContentsItem);
     else
         t_ServerToSAContentsList(m_vContentsItem, m_vSAContents);
 

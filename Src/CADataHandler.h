@@ -4,6 +4,7 @@
 
 #include <glib.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ public:
     void SetSeachServerContentsList(const CADataRepository::_ContentsItem& stItem);
     void SetSeachServerContentsList(CADataRepository::_ContentsItem&& stItem);
 
+    // Makes room for so many more content items.
+    void ReserveContents(std::size_t nItems);
+
     // The display control result. Not guarded. The getter clears the flag and appends to the record's items.
     void SetDisplayControlResult(CADataRepository::_DisplayControlInfo stInfo);
     bool GetDisplayControlSetFlag() const { return m_bDisplayControlSet; }
@@ -74,10 +78,9 @@ public:
 private:
     enum class _Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
 
+    void t_ClearContents();
     void t_Refresh(_Items eItems);
-    void t_ServerToSAContentsList(const std::vector<CADataRepository::_ContentsItem>& items,
-                                  std::vector<CADataRepository::_SAContents>& list);
-    void t_ServerToSAContentsList(std::vector<CADataRepository::_ContentsItem>&& items,
+    void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
                                   std::vector<CADataRepository::_SAContents>& list);
     void t_Sort(_Items eItems);
     void t_SortByFlag(bool& flag, std::vector<CADataRepository::_SAContents>& list,
@@ -111,11 +114,11 @@ private:
     // Guarded by m_stMutex.
     std::vector<std::string> m_vDomain;
     std::vector<CADataRepository::_TVControl> m_vTVControl;
-    std::vector<CADataRepository::_ContentsItem> m_vContentsItem;
+    std::vector<CADataRepository::_SAContents> m_vContentsItem;  // in reply order, each in its list entry already
     std::vector<CADataRepository::_CASchema> m_vSchemaList;
     std::vector<CADataRepository::_SAContents> m_vSAContents;
 
-    std::int32_t m_nReserved = 0;  // never read; keeps the object's layout
+    [[maybe_unused]] std::int32_t m_nReserved = 0;  // never read; keeps the object's layout
 };
 
 #endif

@@ -110,6 +110,7 @@ void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& reco
 template <typename Record, std::size_t N>
 void AppendRecords(const Json::Value& list, const _Key<Record> (&keys)[N], std::vector<Record>& vRecords)
 {
+    vRecords.reserve(vRecords.size() + Elements(list).size());
     for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());
 }
 

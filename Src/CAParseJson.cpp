@@ -173,9 +173,28 @@ bool ParseItem(CCAParsePacket& parser, const Json::Value& element, _ContentsItem
     return false;
 }
 
+// Where an item of the given type carries its cert flag; null for a type that is never offered to the viewer.
+using _CertFlag = const std::string& (*)(const _ContentsItem& stItem);
+
+_CertFlag CertFlagOf(std::string_view szType)
+{
+    if (szType == "epg")
+        return [](const _ContentsItem& stItem) -> const std::string& { return stItem.stOnTV.szCertFlag; };
+    if (szType == "movie" || szType == "tvshow")
+        return [](const _ContentsItem& stItem) -> const std::string& { return stItem.stMnT.szCertFlag; };
+    if (szType == "apps" || szType == "app")
+        return [](const _ContentsItem& stItem) -> const std::string& { return stItem.stApp.szCertFlag; };
+    return nullptr;
+}
+
 void StoreContents(CCAParsePacket& parser, const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
 {
-    for (const Json::Value& element : Elements(tvcontent)) {
+    const Json::Value& elements = Elements(tvcontent);
+    dataHandler.ReserveContents(
+        static_cast<std::size_t>(std::count_if(elements.begin(), elements.end(), [](const Json::Value& element) {
+            return CertFlagOf(Text(element, "type")) != nullptr;  // elements of other kinds must not cost memory
+        })));
+    for (const Json::Value& element : elements) {
         _ContentsItem stItem;
         if (!ParseItem(parser, element, stItem)) continue;
         if (parser.t_CheckPermit(stItem)) {
@@ -229,11 +248,11 @@ void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, _TVCo
 
 // Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
 // result as long as the template loses its last character; the common extensions get theirs back.
-std::string FinishPosterUrl(const std::string& strTemplate, int nIndex)
+void FinishPosterUrl(const std::string& strTemplate, int nIndex, std::string& strUrl)
 {
     const bool bFormat = CAPosterFormat::IsUsable(strTemplate);
     if (!bFormat) CA_LOGE_AS("t_ParsePoster", " the poster template is not usable: %s", strTemplate.c_str());
-    std::string strUrl(strTemplate.size(), '\0');
+    strUrl.assign(strTemplate.size(), '\0');
     const auto nBound = static_cast<int>(std::min<std::size_t>(strUrl.size(), std::numeric_limits<int>::max()));
     if (bFormat)
         CCAUtil::VsnPrint(strUrl.data(), nBound, strTemplate.c_str(), nIndex);
@@ -244,7 +263,6 @@ std::string FinishPosterUrl(const std::string& strTemplate, int nIndex)
         const std::string_view szEnd = std::string_view(strUrl).substr(strUrl.size() - 2);
         if (szEnd == "pn" || szEnd == "jp") strUrl += 'g';
     }
-    return strUrl;
 }
 
 void ParseStanding(const Json::Value& element, _Sports_Standing& stStanding)
@@ -564,10 +582,11 @@ void CCAParsePacket::t_ParseSchedule(const Json::Value& schedule, _ScheduleInfo&
 
 bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value& images, _Poster& poster)
 {
-    std::string strTemplate = Text(images, "url");
+    const std::string strTemplate = Text(images, "url");
     poster.szType = Text(images, "type");
     const Json::Value& index = Child(images, "index");
     if (index.isArray()) {
+        poster.vIndex.reserve(poster.vIndex.size() + index.size());
         for (const Json::Value& element : index)
             if (element.isInt()) poster.vIndex.push_back(element.asInt());
         int nIndex = index.empty() ? 0 : CAJson::AnyInt(index[0]);
@@ -581,9 +600,10 @@ bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value
                 nIndex = nTmpIndex;
         }
         CA_LOGD("####t_ParsePoster::nIndex: %d", nIndex);
-        strTemplate = FinishPosterUrl(strTemplate, nIndex);
+        FinishPosterUrl(strTemplate, nIndex, poster.szUrl);
+    } else {
+        poster.szUrl = strTemplate;
     }
-    poster.szUrl = std::move(strTemplate);
 
     constexpr std::size_t kBehindScheme = 10;
     const std::size_t nSlashes = poster.szUrl.rfind("//");
@@ -642,22 +662,17 @@ void CCAParsePacket::t_ParseSportsInfo(const Json::Value& element, _Sports& spor
 
 bool CCAParsePacket::t_CheckPermit(const _ContentsItem& item)
 {
-    static const std::string strNoCert;
-    const std::string* pCert = &strNoCert;
     bool bAdultLock = false;
     bool bPermitted = false;
-    if (item.szType == "epg") {
-        pCert = &item.stOnTV.szCertFlag;
-        bAdultLock = CCAUtil::FlagAdultLock(true);
-        bPermitted = t_IsPermitted(bAdultLock, *pCert);
-    } else if (item.szType == "movie" || item.szType == "tvshow" || item.szType == "apps" || item.szType == "app") {
-        pCert = item.szType[0] == 'a' ? &item.stApp.szCertFlag : &item.stMnT.szCertFlag;
-        bAdultLock = CCAUtil::FlagAdultLock(false);
-        bPermitted = t_IsPermitted(bAdultLock, *pCert);
+    const char* szCert = "";
+    if (const _CertFlag pCertFlag = CertFlagOf(item.szType)) {
+        bAdultLock = CCAUtil::FlagAdultLock(item.szType == "epg");
+        bPermitted = t_IsPermitted(bAdultLock, pCertFlag(item));
+        szCert = pCertFlag(item).c_str();
     } else {
         CA_LOGE("Other type");
     }
-    CA_LOGD(" t_CheckPlay(bAdultLock: %d, strCert: %s) return %d### Content:%s", bAdultLock, pCert->c_str(), bPermitted,
+    CA_LOGD(" t_CheckPlay(bAdultLock: %d, strCert: %s) return %d### Content:%s", bAdultLock, szCert, bPermitted,
             item.GetPrintString().c_str());
     return bPermitted;
 }

@@ -151,7 +151,7 @@ void CCAService::t_UpdateSearchResult(_ConvActionInfo& info)
     std::string strSearchKeywords = m_pDataMgr->GetUserInputVoice();
     CA_LOGE("strSearchKeywords:%s", strSearchKeywords.c_str());
     info.vSystemActionParam.push_back(std::move(strSearchKeywords));
-    info.vSystemActionParam.push_back(m_strRawPacket);
+    info.vSystemActionParam.push_back(std::move(m_strRawPacket));  // the store is cleared next
 }
 
 void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)

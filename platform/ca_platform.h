@@ -9,6 +9,8 @@
 extern "C" {
 #endif
 
+#pragma GCC visibility push(default)  // whoever defines one of these means the library to find it
+
 // Writes one record to the platform log; filters by priority itself. The result is ignored.
 int __dlog_print(int priority, const char* tag, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
@@ -23,6 +25,8 @@ int vc_setting_deinitialize();
 // Reads one item of the factory data into `buffer`. Returns 0 when that failed. An item may be as large as
 // 1008 bytes; the voice recognition flag is its first 32-bit integer.
 int GetData(int item, void* buffer);
+
+#pragma GCC visibility pop
 
 #ifdef __cplusplus
 }

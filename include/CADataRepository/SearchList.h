@@ -3,6 +3,7 @@
 #define PARLO_CADATAREPOSITORY_SEARCHLIST_H
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Contents.h"
@@ -49,29 +50,25 @@ struct _SAContents {
     _ContentsItem stItem;  // the result
     std::string szYouTubeQuery;
     _VideoContents stYouTube;
-    _MusicContents stMusic;
-    _PhotoContents stPhoto;
+    _MusicContents stMusic{E_CA_CONTENT_KIND_MUSIC};
+    _PhotoContents stPhoto{E_CA_CONTENT_KIND_PHOTO};
     _VideoContents stVideo;
     std::string szPlacement;  // entries beside the schema: empty, they follow the list; else they lead it
     _VideoContents stSocialVideo;
-    _PhotoContents stSocialPhoto;
+    _PhotoContents stSocialPhoto{E_CA_CONTENT_KIND_PHOTO};
     std::string szSocialId;
     std::string szSocialUser;
     std::string szSocialText;
-    _TuneInContents stTuneIn;
+    _TuneInContents stTuneIn{E_CA_CONTENT_KIND_TUNEIN};
     _GameContents stGame;
     _WebBrowser stWebBrowser;
     _LintraContents stLintra;
     _SocialContents stSocial;
     _CastContents stCast;
 
-    _SAContents()
-    {
-        stMusic.nKind = E_CA_CONTENT_KIND_MUSIC;
-        stPhoto.nKind = E_CA_CONTENT_KIND_PHOTO;
-        stSocialPhoto.nKind = E_CA_CONTENT_KIND_PHOTO;
-        stTuneIn.nKind = E_CA_CONTENT_KIND_TUNEIN;
-    }
+    _SAContents() = default;
+    explicit _SAContents(const _ContentsItem& stResult) : stItem(stResult) {}
+    explicit _SAContents(_ContentsItem&& stResult) noexcept : stItem(std::move(stResult)) {}
 };
 
 // One ordering rule: an element of a schema entry's "rules". Positions count from 0 in the merged list.

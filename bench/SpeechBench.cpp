@@ -1,0 +1,70 @@
+// How long ca_get_speech_action takes, as a ratio to the bare parse of the same text.
+// Both are timed in turn, reply by reply, so that the machine's mood meets both.
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+
+#include "Common.h"
+#include "parlo-api.h"
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+double Seconds(Clock::duration nTime)
+{
+    return std::chrono::duration<double>(nTime).count();
+}
+
+void Run(benchmark::State& state, std::string strReply)
+{
+    Bench::Service service;
+    double nParse = 0;
+    double nWhole = 0;
+    for (auto _ : state) {
+        const auto nStart = Clock::now();
+        Bench::BareParse(strReply);
+        const auto nParsed = Clock::now();
+        CADataRepository::_ConvActionInfo info;
+        const auto nBegin = Clock::now();
+        if (!ca_get_speech_action("show me something", strReply, info)) state.SkipWithError("refused");
+        const auto nEnd = Clock::now();
+        nParse += Seconds(nParsed - nStart);
+        nWhole += Seconds(nEnd - nBegin);
+        state.SetIterationTime(Seconds(nEnd - nBegin));
+    }
+    state.counters["ratio"] = nWhole / nParse;
+    state.counters["reply_bytes"] = static_cast<double>(strReply.size());
+}
+
+void Silent(benchmark::State& state, std::string (*pMake)(int))
+{
+    Bench::g_bFormatLog = false;
+    Run(state, pMake(static_cast<int>(state.range(0))));
+}
+
+void Logged(benchmark::State& state, std::string (*pMake)(int))
+{
+    Bench::g_bFormatLog = true;
+    Run(state, pMake(static_cast<int>(state.range(0))));
+}
+
+std::string Single(int /*nOne*/)
+{
+    return Bench::SingleCommand();
+}
+
+BENCHMARK_CAPTURE(Silent, command, Single)->Arg(1)->UseManualTime();
+BENCHMARK_CAPTURE(Silent, handover, Bench::SearchHandOver)->Arg(200)->UseManualTime();
+BENCHMARK_CAPTURE(Silent, contents, Bench::Contents)->Arg(20)->Arg(1000)->Arg(10000)->UseManualTime();
+BENCHMARK_CAPTURE(Silent, channels, Bench::Channels)->Arg(500)->UseManualTime();
+BENCHMARK_CAPTURE(Logged, command, Single)->Arg(1)->UseManualTime();
+BENCHMARK_CAPTURE(Logged, handover, Bench::SearchHandOver)->Arg(200)->UseManualTime();
+BENCHMARK_CAPTURE(Logged, contents, Bench::Contents)->Arg(20)->Arg(1000)->Arg(10000)->UseManualTime();
+BENCHMARK_CAPTURE(Logged, channels, Bench::Channels)->Arg(500)->UseManualTime();
+
+}  // namespace
+
+BENCHMARK_MAIN();
