@@ -1,5 +1,6 @@
 #include "CADataHandler.h"
 
+#include <iterator>
 #include <utility>
 
 #include "CADataSortFilter.h"
@@ -116,20 +117,20 @@ void CCADataHandler::SetSchemaList(_CASchema stSchema)
 
 void CCADataHandler::SetSeachServerContentsList(const _ContentsItem& stItem)
 {
-    SetSeachServerContentsList(_ContentsItem(stItem));
-}
-
-void CCADataHandler::SetSeachServerContentsList(_ContentsItem&& stItem)
-{
     CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.emplace_back(std::move(stItem));
+    m_vContentsItem.emplace_back(stItem);
     m_bSorted = false;
 }
 
-void CCADataHandler::ReserveContents(std::size_t nItems)
+void CCADataHandler::SetSeachServerContentsList(std::vector<_SAContents>&& vEntries)
 {
     CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.reserve(m_vContentsItem.size() + nItems);
+    if (m_vContentsItem.empty())
+        m_vContentsItem.swap(vEntries);
+    else
+        m_vContentsItem.insert(m_vContentsItem.end(), std::make_move_iterator(vEntries.begin()),
+                               std::make_move_iterator(vEntries.end()));
+    m_bSorted = false;
 }
 
 void CCADataHandler::SetDisplayControlResult(_DisplayControlInfo stInfo)

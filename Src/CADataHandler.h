@@ -49,13 +49,10 @@ public:
     void SetContent(CADataRepository::_Content stContent);
     CADataRepository::_Content GetContent();
 
-    // The inputs of the result list. Both append.
+    // The inputs of the result list. Both append; a reply's results are handed over together, in their list entries.
     void SetSchemaList(CADataRepository::_CASchema stSchema);
     void SetSeachServerContentsList(const CADataRepository::_ContentsItem& stItem);
-    void SetSeachServerContentsList(CADataRepository::_ContentsItem&& stItem);
-
-    // Makes room for so many more content items.
-    void ReserveContents(std::size_t nItems);
+    void SetSeachServerContentsList(std::vector<CADataRepository::_SAContents>&& vEntries);
 
     // The display control result. Not guarded. The getter clears the flag and appends to the record's items.
     void SetDisplayControlResult(CADataRepository::_DisplayControlInfo stInfo);

@@ -67,9 +67,9 @@ std::string Styled(const Json::Value& value)
 
 std::string Text(const Json::Value& value)
 {
-    const char* pBegin = nullptr;
-    const char* pEnd = nullptr;
-    return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
+    std::string strText;
+    Take(value, strText);
+    return strText;
 }
 
 std::string AnyText(const Json::Value& value)
@@ -82,21 +82,19 @@ int AnyInt(const Json::Value& value)
     return value.isConvertibleTo(Json::intValue) ? value.asInt() : 0;
 }
 
-bool Take(const Json::Value& parent, const char* szKey, std::string& field)
+bool Take(const Json::Value& value, std::string& field)
 {
-    const Json::Value& child = Child(parent, szKey);
     const char* pBegin = nullptr;
     const char* pEnd = nullptr;
-    if (!child.getString(&pBegin, &pEnd)) return false;
+    if (!value.getString(&pBegin, &pEnd)) return false;
     field.assign(pBegin, pEnd);
     return true;
 }
 
-bool Take(const Json::Value& parent, const char* szKey, int& field)
+bool Take(const Json::Value& value, int& field)
 {
-    const Json::Value& child = Child(parent, szKey);
-    if (!child.isInt()) return false;
-    field = child.asInt();
+    if (!value.isInt()) return false;
+    field = value.asInt();
     return true;
 }
 

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CAJson
@@ -63,9 +64,15 @@ inline int Int(const Json::Value& parent, const char* szKey)
 // Any scalar as integer: booleans are 1 or 0, reals in range are truncated; everything else is 0.
 int AnyInt(const Json::Value& value);
 
-// Overwrites `field` only when the member is there and its type fits. Says whether it did.
-bool Take(const Json::Value& parent, const char* szKey, std::string& field);
-bool Take(const Json::Value& parent, const char* szKey, int& field);
+// Overwrites `field` only when the value's type fits. Says whether it did.
+bool Take(const Json::Value& value, std::string& field);
+bool Take(const Json::Value& value, int& field);
+
+template <typename Field>
+bool Take(const Json::Value& parent, const char* szKey, Field& field)
+{
+    return Take(Child(parent, szKey), field);
+}
 
 // Appends the elements of a list: those that are texts, or all of them as AnyText.
 void AppendTexts(const Json::Value& list, std::vector<std::string>& vTexts);
@@ -74,13 +81,41 @@ void AppendAnyTexts(const Json::Value& list, std::vector<std::string>& vTexts);
 // A line of a table that says which field of `Record` a key fills: a text or an integer.
 template <typename Record>
 struct _Key {
-    const char* szKey;
+    std::string_view szKey;
     std::string Record::*pText = nullptr;
     int Record::*pInt = nullptr;
 
-    constexpr _Key(const char* szName, std::string Record::*pField) : szKey(szName), pText(pField) {}
-    constexpr _Key(const char* szName, int Record::*pField) : szKey(szName), pInt(pField) {}
+    constexpr _Key(std::string_view szName, std::string Record::*pField) : szKey(szName), pText(pField) {}
+    constexpr _Key(std::string_view szName, int Record::*pField) : szKey(szName), pInt(pField) {}
 };
+
+// The line of a table for a key; null when it has none.
+template <typename Record, std::size_t N>
+const _Key<Record>* FindKey(const _Key<Record> (&keys)[N], std::string_view szKey)
+{
+    for (const auto& key : keys)
+        if (key.szKey == szKey) return &key;
+    return nullptr;
+}
+
+// Overwrites the fields of the table whose members are there with a fitting type. Walks the members once, which is
+// cheaper than a search for each key.
+template <typename Record, std::size_t N>
+void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
+{
+    if (!object.isObject()) return;
+    const auto end = object.end();
+    for (auto member = object.begin(); member != end; ++member) {
+        const char* pNameEnd = nullptr;
+        const char* pName = member.memberName(&pNameEnd);
+        const _Key<Record>* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
+        if (pKey == nullptr) continue;
+        if (pKey->pText != nullptr)
+            Take(*member, record.*pKey->pText);
+        else
+            Take(*member, record.*pKey->pInt);
+    }
+}
 
 // Overwrites every field of the table: with the member, or with an empty text or 0.
 template <typename Record, std::size_t N>
@@ -88,22 +123,11 @@ void Fill(const Json::Value& object, const _Key<Record> (&keys)[N], Record& reco
 {
     for (const auto& key : keys) {
         if (key.pText != nullptr)
-            record.*key.pText = Text(object, key.szKey);
+            (record.*key.pText).clear();
         else
-            record.*key.pInt = Int(object, key.szKey);
+            record.*key.pInt = 0;
     }
-}
-
-// Overwrites the fields of the table whose members are there with a fitting type.
-template <typename Record, std::size_t N>
-void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
-{
-    for (const auto& key : keys) {
-        if (key.pText != nullptr)
-            Take(object, key.szKey, record.*key.pText);
-        else
-            Take(object, key.szKey, record.*key.pInt);
-    }
+    Take(object, keys, record);
 }
 
 // Appends one record a list element, filled by the table.

@@ -187,23 +187,26 @@ _CertFlag CertFlagOf(std::string_view szType)
     return nullptr;
 }
 
+// Reads the items in place, each in its list entry, since a record is several kilobytes; hands over those that may be
+// offered.
 void StoreContents(CCAParsePacket& parser, const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
 {
     const Json::Value& elements = Elements(tvcontent);
-    dataHandler.ReserveContents(
-        static_cast<std::size_t>(std::count_if(elements.begin(), elements.end(), [](const Json::Value& element) {
-            return CertFlagOf(Text(element, "type")) != nullptr;  // elements of other kinds must not cost memory
-        })));
+    const auto nOffered = std::count_if(elements.begin(), elements.end(), [](const Json::Value& element) {
+        return CertFlagOf(Text(element, "type")) != nullptr;  // elements of other types must not cost memory
+    });
+    std::vector<_SAContents> vEntries;
+    if (nOffered > 0) vEntries.reserve(static_cast<std::size_t>(nOffered) + 1);
     for (const Json::Value& element : elements) {
-        _ContentsItem stItem;
-        if (!ParseItem(parser, element, stItem)) continue;
-        if (parser.t_CheckPermit(stItem)) {
-            dataHandler.SetSeachServerContentsList(std::move(stItem));
-            ++nCount;
-        } else {
+        _ContentsItem& stItem = vEntries.emplace_back().stItem;
+        if (ParseItem(parser, element, stItem)) {
+            if (parser.t_CheckPermit(stItem)) continue;
             CA_LOGD_AS(kReplyParser, " This content can not be permitted to play: %s", stItem.GetPrintString().c_str());
         }
+        vEntries.pop_back();
     }
+    nCount = static_cast<unsigned>(vEntries.size());
+    if (!vEntries.empty()) dataHandler.SetSeachServerContentsList(std::move(vEntries));
 }
 
 // ---- Helpers of the parts' parsers ----
