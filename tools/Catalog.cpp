@@ -1,0 +1,107 @@
+// Tables of the vocabulary and of availability.
+#include "Catalog.h"
+
+#include <json/value.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "RecordJson.h"
+#include "parlo-api.h"
+
+namespace
+{
+
+using namespace CADataRepository;
+
+struct _StatusWords {
+    int nStatus;
+    const char* szShort;  // for a cell of the table
+    const char* szWords;
+};
+
+constexpr _StatusWords kStatusWords[] = {
+    {E_CA_CONV_STATUS_AVAILABLE, "yes", "conversation is available"},
+    {E_CA_CONV_STATUS_NOT_SUPPORTED, "no", "conversation is not supported by this set or in its country"},
+    {E_CA_CONV_STATUS_LANGUAGE_NOT_SUPPORTED, ".", "the voice language does not fit the country"},
+    {E_CA_CONV_STATUS_NO_SERVICE, "?", "there is no service"},
+};
+
+constexpr const char* kCountries[] = {"KR", "US", "AU", "CA", "BR", "PT", "ES", "CN", "NO", "SE", "AT", "GB",
+                                      "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH"};
+
+constexpr const char* kLanguages[] = {"ko_KR", "en_US", "en_AU", "en_GB", "pt_BR", "pt_PT", "de_DE",
+                                      "fr_FR", "es_ES", "it_IT", "nl_NL", "zh_CN", "pl_PL", "ru_RU",
+                                      "nn_NO", "nb_NO", "da_DK", "sv_SE", "fi_FI"};
+
+// Calls `visit` with each vocabulary: its title, its name in JSON and its words.
+template <typename Visit>
+void ForEachVocabulary(const Visit& visit)
+{
+    visit("Actions of a TV control command", "actions", kActionWords);
+    visit("Intents of a TV control command", "intents", kIntentWords);
+    visit("Actions of a display control request", "display_actions", kDisplayActionWords);
+    visit("Categories of a search schema", "schema_categories", kSchemaCategoryWords);
+    visit("Rules of a search schema", "schema_rules", kSortRuleWords);
+}
+
+const _StatusWords& WordsOf(int nStatus)
+{
+    for (const _StatusWords& stWords : kStatusWords)
+        if (stWords.nStatus == nStatus) return stWords;
+    return kStatusWords[3];
+}
+
+}  // namespace
+
+std::string RenderVocabulary(const CPaint& paint)
+{
+    std::string strResult;
+    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
+        std::vector<std::vector<std::string>> vRows = {{"word", "code"}};
+        for (const auto& stWord : vWords) vRows.push_back({std::string(stWord.szWord), std::to_string(stWord.eCode)});
+        strResult += (strResult.empty() ? "" : "\n") + paint.Title(szTitle) + '\n' + Table(vRows, 2, paint);
+    });
+    return strResult;
+}
+
+std::string VocabularyJson()
+{
+    Json::Value root(Json::objectValue);
+    ForEachVocabulary([&](const char*, const char* szName, const auto& vWords) {
+        Json::Value& list = root[szName] = Json::arrayValue;
+        for (const auto& stWord : vWords) {
+            Json::Value entry;
+            entry["word"] = std::string(stWord.szWord);
+            entry["code"] = static_cast<int>(stWord.eCode);
+            list.append(entry);
+        }
+    });
+    return JsonLine(root);
+}
+
+std::string RenderStatus()
+{
+    const int nStatus = ca_get_conv_status();
+    return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
+}
+
+std::string RenderAllStatuses(const CPaint& paint)
+{
+    std::vector<std::vector<std::string>> vRows = {{"country"}};
+    vRows.front().insert(vRows.front().end(), std::begin(kLanguages), std::end(kLanguages));
+    for (const char* szCountry : kCountries) {
+        setenv("PARLO_COUNTRY", szCountry, 1);
+        auto& vCells = vRows.emplace_back(1, szCountry);
+        for (const char* szLanguage : kLanguages) {
+            setenv("PARLO_LANGUAGE", szLanguage, 1);
+            vCells.emplace_back(WordsOf(ca_get_conv_status()).szShort);
+        }
+    }
+    std::string strLegend = "\n";
+    for (const _StatusWords& stWords : kStatusWords)
+        if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)
+            strLegend +=
+                "  " + Padded(stWords.szShort, 5) + stWords.szWords + " (" + std::to_string(stWords.nStatus) + ")\n";
+    return Table(std::move(vRows), 0, paint) + strLegend;
+}

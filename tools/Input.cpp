@@ -1,0 +1,73 @@
+// Reading of files and of conversation lines.
+#include "Input.h"
+
+#include <json/reader.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <memory>
+
+namespace
+{
+
+struct _Closer {
+    void operator()(std::FILE* pFile) const
+    {
+        if (pFile != stdin) std::fclose(pFile);
+    }
+};
+
+bool ParseLine(std::string_view szLine, Json::Value& root)
+{
+    Json::CharReaderBuilder builder;
+    builder["failIfExtra"] = true;
+    const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
+    try {
+        return pReader->parse(szLine.data(), szLine.data() + szLine.size(), &root, nullptr);
+    } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
+        return false;
+    }
+}
+
+// The text of the JSON string `value`, NUL bytes included.
+std::string Bytes(const Json::Value& value)
+{
+    const char* pBegin = nullptr;
+    const char* pEnd = nullptr;
+    return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
+}
+
+}  // namespace
+
+bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
+{
+    const std::unique_ptr<std::FILE, _Closer> pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"));
+    strText.clear();
+    std::size_t nRead = 0;
+    char buffer[1 << 16];
+    while (pFile != nullptr && (nRead = std::fread(buffer, 1, sizeof buffer, pFile.get())) > 0)
+        strText.append(buffer, nRead);
+    if (pFile != nullptr && std::ferror(pFile.get()) == 0) return true;
+    strReason = std::strerror(errno);
+    return false;
+}
+
+bool ReadTurn(std::string_view szLine, _Reply& stReply, std::string& strReason)
+{
+    Json::Value root;
+    if (!ParseLine(szLine, root)) return strReason = "the line is not JSON", false;
+    if (!root.isObject()) return strReason = "the line is not a JSON object", false;
+    const Json::Value& utterance = root["utterance"];
+    const Json::Value& reply = root["reply"];
+    if (!utterance.isString()) return strReason = "the line has no text \"utterance\"", false;
+    if (!reply.isObject() && !reply.isString())
+        return strReason = "the line has no \"reply\" that is an object or a text", false;
+
+    stReply.strUtterance = Bytes(utterance);
+    if (reply.isString()) return stReply.strText = Bytes(reply), true;
+    const auto nStart = static_cast<std::size_t>(reply.getOffsetStart());
+    stReply.strText = szLine.substr(nStart, static_cast<std::size_t>(reply.getOffsetLimit()) - nStart);
+    return true;
+}

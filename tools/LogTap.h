@@ -1,0 +1,30 @@
+// The library's log lines, as they are written.
+//
+// The program defines the platform's log function itself, so that every line passes here first; it then goes on
+// to the platform's own, which writes it if that is wanted (--log).
+#ifndef PARLO_LOGTAP_H
+#define PARLO_LOGTAP_H
+
+#include <functional>
+#include <string>
+
+// One line, "CAService: InitService(41) > message", without its colour sequence and cut to a readable length.
+struct _LogLine {
+    std::string strLine;      // the whole line
+    std::string strFunction;  // "InitService"; empty when the line has another form
+    std::string strMessage;   // "message"
+};
+
+using LogSink = std::function<void(const _LogLine&)>;
+
+// Hands every line to `sink` while it lives; there is one at a time. Not thread-safe. The sink must not log.
+class CLogTap
+{
+public:
+    explicit CLogTap(LogSink sink);
+    ~CLogTap();
+    CLogTap(const CLogTap&) = delete;
+    CLogTap& operator=(const CLogTap&) = delete;
+};
+
+#endif

@@ -1,0 +1,63 @@
+// The log lines that end a reply, and what they mean.
+#include "Refusal.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "Text.h"
+
+namespace
+{
+
+struct _Meaning {
+    std::string_view szMessage;  // how the line begins
+    const char* szReason;        // empty: all is well so far
+};
+
+// Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
+// log does not name.
+constexpr _Meaning kMeanings[] = {
+    {"strPreAllResult is empty()", "the utterance or the reply is empty"},
+    {"Start to parse search server data.", "it has no \"rsp\""},
+    {"json parse error", "it is not JSON"},
+    {"TAG_RSP", ""},
+    {"vTVControl is empty", "it holds no TV control command"},
+    {"pDataHandler is NULL", "memory ran out"},
+    {"stopped by an exception: std::bad_alloc", "memory ran out"},
+    {"create CCAService failed", "memory ran out"},
+    {"m_pDataMgr is NULL", "memory ran out"},
+};
+
+// The rest of `szText` behind `szPrefix`; false when it begins otherwise.
+bool Behind(std::string_view szText, std::string_view szPrefix, std::string_view& szRest)
+{
+    if (szText.substr(0, szPrefix.size()) != szPrefix) return false;
+    szRest = szText.substr(szPrefix.size());
+    return true;
+}
+
+}  // namespace
+
+void CRefusal::Listen(const _LogLine& stLine)
+{
+    std::string_view szRest;
+    if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "errCode:", szRest)) {
+        const std::size_t nMessage = std::min(szRest.find(", msg:"), szRest.size());
+        m_strServerMessage = szRest.substr(std::min(nMessage + 6, szRest.size()));
+        m_strReason = "the server reported error " + Shown(szRest.substr(0, nMessage));
+        m_strLine = stLine.strLine;
+    } else if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "nErrCode:", szRest)) {
+        m_strReason = "the server reported error " + std::string(szRest);
+    }
+    for (const _Meaning& stMeaning : kMeanings) {
+        if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
+        m_strReason = stMeaning.szReason;
+        m_strLine = stLine.strLine;
+    }
+}
+
+std::string CRefusal::Reason() const
+{
+    if (m_strReason.empty()) return "the library does not say why";
+    return m_strServerMessage.empty() ? m_strReason : m_strReason + ": " + Shown(m_strServerMessage);
+}

@@ -1,0 +1,27 @@
+// Why the library refused a reply, told from its log lines.
+#ifndef PARLO_REFUSAL_H
+#define PARLO_REFUSAL_H
+
+#include <string>
+
+#include "LogTap.h"
+
+// Listens to the log of one call. Keeps no line but the one that says why.
+class CRefusal
+{
+public:
+    void Listen(const _LogLine& stLine);
+
+    // The reason as half a sentence, "it is not JSON".
+    std::string Reason() const;
+
+    // The line that the reason rests on. Of a reply without "rsp" it is the line behind which more should come.
+    const std::string& Line() const { return m_strLine; }
+
+private:
+    std::string m_strReason;
+    std::string m_strLine;
+    std::string m_strServerMessage;
+};
+
+#endif

@@ -1,0 +1,36 @@
+// The action record as a person reads it.
+#ifndef PARLO_RENDER_H
+#define PARLO_RENDER_H
+
+#include <cstddef>
+#include <string>
+
+#include "CADataRepository.h"
+#include "Input.h"
+#include "Text.h"
+
+// The first word of `vWords` that stands for `eCode`; empty when none does.
+template <typename Code, std::size_t N>
+std::string WordOf(const CADataRepository::_Word<Code> (&vWords)[N], Code eCode)
+{
+    for (const auto& stWord : vWords)
+        if (stWord.eCode == eCode) return std::string(stWord.szWord);
+    return {};
+}
+
+// The code that `strWord` stands for; `eUnknown` when it is none of `vWords`.
+template <typename Code, std::size_t N>
+Code CodeOf(const CADataRepository::_Word<Code> (&vWords)[N], const std::string& strWord, Code eUnknown)
+{
+    for (const auto& stWord : vWords)
+        if (stWord.szWord == strWord) return stWord.eCode;
+    return eUnknown;
+}
+
+// The line that stands above what is told of a reply.
+std::string Heading(const _Reply& stReply, const CPaint& paint);
+
+// Every field that the library filled, a line or a table each; a field that it left alone is not shown.
+std::string RenderRecord(const _Reply& stReply, const CADataRepository::_ConvActionInfo& info, const CPaint& paint);
+
+#endif

@@ -1,0 +1,89 @@
+// Escaping, cutting and aligning of text.
+#include "Text.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "Printable.h"
+
+namespace
+{
+
+constexpr std::size_t kLongestShown = 240;  // bytes
+
+std::size_t Columns(const std::string& strText)
+{
+    std::size_t nColumns = 0;
+    std::mbstate_t state{};
+    for (std::size_t nAt = 0; nAt < strText.size();) {
+        wchar_t wch = 0;
+        const std::size_t nBytes = std::mbrtowc(&wch, strText.data() + nAt, strText.size() - nAt, &state);
+        if (nBytes == 0 || nBytes > strText.size()) return strText.size();  // not the locale's encoding
+        nColumns += static_cast<std::size_t>(std::max(wcwidth(wch), 0));
+        nAt += nBytes;
+    }
+    return nColumns;
+}
+
+// The first `nBytes` bytes, less a character that this would cut.
+std::string_view Head(std::string_view szText, std::size_t nBytes)
+{
+    const auto InsideCharacter = [szText](std::size_t n) { return (szText[n] & 0xC0) == 0x80; };
+    for (int i = 0; i < 3 && InsideCharacter(nBytes); ++i) --nBytes;
+    return szText.substr(0, nBytes);
+}
+
+}  // namespace
+
+std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
+{
+    return m_bColoured ? "\033[" + std::string(szCode) + "m" + strText + "\033[0m" : strText;
+}
+
+std::string Shown(std::string_view szText)
+{
+    if (szText.size() <= kLongestShown) return Host::Printable(szText);
+    return Host::Printable(Head(szText, kLongestShown)) + "... (" + std::to_string(szText.size()) + " bytes)";
+}
+
+std::string Quoted(std::string_view szText)
+{
+    return '"' + Shown(szText) + '"';
+}
+
+std::string Joined(const std::vector<std::string>& vTexts)
+{
+    std::string strResult;
+    for (const std::string& strText : vTexts) strResult += (strResult.empty() ? "" : ", ") + strText;
+    return strResult;
+}
+
+std::string Count(std::size_t nCount, const char* szOne, const char* szMany)
+{
+    return std::to_string(nCount) + ' ' + (nCount == 1 ? szOne : szMany);
+}
+
+std::string Padded(const std::string& strText, std::size_t nColumns)
+{
+    const std::size_t nUsed = Columns(strText);
+    return strText + std::string(nColumns > nUsed ? nColumns - nUsed : 0, ' ');
+}
+
+std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nIndent, const CPaint& paint)
+{
+    std::vector<std::size_t> vWidths(vRows.front().size());
+    for (auto& vCells : vRows) {
+        for (std::size_t i = 0; i < vCells.size(); ++i) {
+            if (vCells[i].empty()) vCells[i] = "-";
+            vWidths[i] = std::max(vWidths[i], Columns(vCells[i]));
+        }
+    }
+    std::string strResult;
+    for (const auto& vCells : vRows) {
+        std::string strLine;
+        for (std::size_t i = 0; i + 1 < vCells.size(); ++i) strLine += Padded(vCells[i], vWidths[i]) + "  ";
+        strLine += vCells.back();
+        strResult += std::string(nIndent, ' ') + (&vCells == &vRows.front() ? paint.Faint(strLine) : strLine) + '\n';
+    }
+    return strResult;
+}

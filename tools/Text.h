@@ -1,0 +1,41 @@
+// Text for a person: safe for a terminal, coloured if wanted, aligned in tables.
+#ifndef PARLO_TEXT_H
+#define PARLO_TEXT_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Colours a text, or leaves it alone when colours are off.
+class CPaint
+{
+public:
+    explicit CPaint(bool bColoured) : m_bColoured(bColoured) {}
+    std::string Title(const std::string& strText) const { return Wrap("1", strText); }
+    std::string Label(const std::string& strText) const { return Wrap("36", strText); }
+    std::string Faint(const std::string& strText) const { return Wrap("2", strText); }
+
+private:
+    std::string Wrap(const char* szCode, const std::string& strText) const;
+    bool m_bColoured;
+};
+
+// A text of a reply as it may be shown: no control characters, and a very long one cut with its length told.
+std::string Shown(std::string_view szText);
+
+// The same between quotation marks, so that an empty text and outer blanks show.
+std::string Quoted(std::string_view szText);
+
+// "one, two, three"
+std::string Joined(const std::vector<std::string>& vTexts);
+
+// "1 entry", "2 entries"; `szMany` is the word for any other number than one.
+std::string Count(std::size_t nCount, const char* szOne, const char* szMany);
+
+// `strText` with blanks up to `nColumns` columns of a terminal; wide characters count two.
+std::string Padded(const std::string& strText, std::size_t nColumns);
+
+// Rows of cells as aligned lines of `nIndent` blanks; the first row is the heading. An empty cell shows as "-".
+std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nIndent, const CPaint& paint);
+
+#endif
