@@ -88,7 +88,7 @@ const _LogLine* CLog::Next(std::string_view szFunction, std::string_view szStart
 int NumberOf(const _LogLine& stLine)
 {
     const std::size_t nStart = stLine.strMessage.find_last_not_of("-0123456789") + 1;
-    return std::atoi(stLine.strMessage.c_str() + nStart);
+    return static_cast<int>(std::strtol(stLine.strMessage.c_str() + nStart, nullptr, 10));
 }
 
 // The reply as the library sees it: lenient, the last of two equal keys wins. Null when it is not JSON.

@@ -15,7 +15,7 @@ namespace
 struct _Closer {
     void operator()(std::FILE* pFile) const
     {
-        if (pFile != stdin) std::fclose(pFile);
+        if (pFile != stdin) static_cast<void>(std::fclose(pFile));
     }
 };
 

@@ -15,6 +15,8 @@
 #include "ca_platform.h"
 #pragma GCC visibility pop
 
+#include "Printable.h"
+
 namespace
 {
 
@@ -22,19 +24,12 @@ constexpr std::size_t kLongestKept = 2000;  // bytes; some lines hold a whole re
 
 LogSink g_Sink;
 
-// The text without the colour sequence at its end.
-std::string_view WithoutColour(std::string_view szText)
-{
-    const std::size_t nColour = szText.rfind("\033[");
-    const bool bAtEnd = nColour != std::string_view::npos && szText.size() - nColour <= sizeof "\033[31m" - 1;
-    return bAtEnd && szText.back() == 'm' ? szText.substr(0, nColour) : szText;
-}
-
 // "file: function(line) > message"
 _LogLine Dissect(std::string_view szText)
 {
     _LogLine stLine;
-    stLine.strLine = WithoutColour(szText).substr(0, kLongestKept);
+    Host::CutColour(szText);
+    stLine.strLine = szText.substr(0, kLongestKept);
     const std::string_view szLine = stLine.strLine;
     const std::size_t nFunction = szLine.find(": ");
     const std::size_t nParen = szLine.find('(', nFunction);

@@ -68,6 +68,7 @@ std::string KindInWords(int nKind)
 std::vector<std::string> AllQuoted(const std::vector<std::string>& vTexts)
 {
     std::vector<std::string> vQuoted;
+    vQuoted.reserve(vTexts.size());
     for (const std::string& strText : vTexts) vQuoted.push_back(Quoted(strText));
     return vQuoted;
 }

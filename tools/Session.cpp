@@ -49,7 +49,7 @@ void FlushOutput()
 void Complain(const std::string& strText)
 {
     const std::string strLine = "parlo: " + Host::Printable(strText) + ".\n";
-    std::fwrite(strLine.data(), 1, strLine.size(), stderr);
+    static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));
 }
 
 CSession::CSession(Show show, bool bKeepLog) : m_show(std::move(show)), m_bKeepLog(bKeepLog)

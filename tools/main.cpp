@@ -246,8 +246,8 @@ int CCommandLine::Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    std::signal(SIGPIPE, SIG_IGN);        // a closed pipe is an error of the write, like a full disk
-    std::setlocale(LC_CTYPE, "C.UTF-8");  // for the width of characters in tables
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));        // a closed pipe is an error of the write, like a full disk
+    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));  // for the width of characters in tables
     try {
         const int nExit = CCommandLine().Run(argc, argv);
         FlushOutput();

@@ -1,4 +1,4 @@
-// Makes text that came from outside fit for a terminal.
+// Makes text that came from outside, and lines of the log, fit for a terminal.
 #ifndef PARLO_HOST_PRINTABLE_H
 #define PARLO_HOST_PRINTABLE_H
 
@@ -53,6 +53,17 @@ inline std::string Printable(std::string_view szText)
         szText.remove_prefix(nLength > 0 ? nLength : 1);
     }
     return strResult;
+}
+
+// Takes the colour sequence (ESC [ digits m) off the end of `szText` and returns it; empty when there is none.
+inline std::string_view CutColour(std::string_view& szText)
+{
+    const std::size_t nStart = szText.rfind("\033[");
+    if (nStart == std::string_view::npos || szText.back() != 'm') return {};
+    if (szText.find_first_not_of("0123456789", nStart + 2) != szText.size() - 1) return {};
+    const std::string_view szColour = szText.substr(nStart);
+    szText = szText.substr(0, nStart);
+    return szColour;
 }
 
 }  // namespace Host

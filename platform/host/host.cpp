@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -64,37 +65,15 @@ bool IsColoured()
     return (szNoColour == nullptr || *szNoColour == '\0') && isatty(STDERR_FILENO) != 0;
 }
 
-std::string Format(const char* szFormat, va_list args)
-{
-    va_list again;
-    va_copy(again, args);
-    const int nLength = std::vsnprintf(nullptr, 0, szFormat, again);
-    va_end(again);
-    std::string strText(nLength < 0 ? 0 : static_cast<std::size_t>(nLength), '\0');
-    if (nLength > 0) std::vsnprintf(strText.data(), strText.size() + 1, szFormat, args);
-    return strText;
-}
-
-// Takes the colour sequence (ESC [ digits m) off the end of `strText` and returns it; empty when there is none.
-std::string CutColour(std::string& strText)
-{
-    const std::size_t nStart = strText.rfind("\033[");
-    if (nStart == std::string::npos || strText.back() != 'm') return {};
-    if (strText.find_first_not_of("0123456789", nStart + 2) != strText.size() - 1) return {};
-    std::string strColour = strText.substr(nStart);
-    strText.resize(nStart);
-    return strColour;
-}
-
 // One record is one line and one write.
-void WriteRecord(int nPriority, const char* szTag, std::string strText)
+void WriteRecord(int nPriority, const char* szTag, std::string_view szText)
 {
-    std::string strColour = CutColour(strText);
-    if (!IsColoured()) strColour.clear();
-    std::string strLine = strColour;
+    std::string_view szColour = Host::CutColour(szText);
+    if (!IsColoured()) szColour = {};
+    std::string strLine(szColour);
     strLine.append({PriorityLetter(nPriority), ' '}).append(Host::Printable(szTag == nullptr ? "" : szTag));
-    strLine.append(": ").append(Host::Printable(strText)).append(strColour.empty() ? "" : kColourReset).append("\n");
-    std::fwrite(strLine.data(), 1, strLine.size(), stderr);
+    strLine.append(": ").append(Host::Printable(szText)).append(szColour.empty() ? "" : kColourReset).append("\n");
+    static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));  // nobody to tell
 }
 
 }  // namespace
@@ -104,12 +83,16 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
     if (!IsLogged(priority)) return 0;
     va_list args;
     va_start(args, format);
+    char* pText = nullptr;
+    const int nLength = vasprintf(&pText, format, args);
+    va_end(args);
+    if (nLength < 0) return 0;
+    const std::unique_ptr<char, decltype(&std::free)> owner(pText, &std::free);
     try {
-        WriteRecord(priority, tag, Format(format, args));
+        WriteRecord(priority, tag, {pText, static_cast<std::size_t>(nLength)});
     } catch (const std::exception&) {
         // No memory for the line: it is lost, the caller is not disturbed.
     }
-    va_end(args);
     return 0;
 }
 
