@@ -30,6 +30,13 @@ void AppendAll(std::vector<_SAContents>& list, std::vector<_SAContents>::const_i
     list.insert(where, source.begin(), source.end());
 }
 
+// Empties a text or list and gives its memory back: one large reply must not weigh on the set for the rest of its days.
+template <typename Container>
+void Release(Container& container)
+{
+    Container().swap(container);
+}
+
 }  // namespace
 
 CCADataHandler::CCADataHandler()
@@ -182,22 +189,21 @@ void CCADataHandler::InitializeData()
     CCAPollingLock lock(m_stMutex);
     t_ClearContents();
     m_bRequestSchema = false;
-    m_strUserInputVoice.clear();
-    m_strSystemMessage.clear();
-    m_vTVControl.clear();
+    Release(m_strUserInputVoice);
+    Release(m_strSystemMessage);
+    Release(m_vTVControl);
     m_stContent = _Content();
-    m_vDomain.clear();
+    Release(m_vDomain);
     m_bDisplayControlSet = false;
     m_nNumberOfItem = _DisplayControlInfo().numberOfItem;
     m_nDisplayAction = _DisplayControlInfo().nAction;
-    m_vDisplayItems.clear();
+    Release(m_vDisplayItems);
 }
 
-// Gives the memory back too: one large reply must not weigh on the set for the rest of its days.
 void CCADataHandler::t_ClearContents()
 {
-    std::vector<_SAContents>().swap(m_vContentsItem);
-    std::vector<_SAContents>().swap(m_vSAContents);
+    Release(m_vContentsItem);
+    Release(m_vSAContents);
     m_bSorted = false;
 }
 

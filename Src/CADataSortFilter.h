@@ -47,6 +47,7 @@ template <typename Entry>
 void CCADataSortFilter::t_Sort(const std::vector<Rule>& rules, std::vector<Entry>& list,
                                const std::vector<Entry>& source)
 {
+    if (source.empty()) return;
     std::vector<Entry> result;
     result.reserve(list.size() + source.size());
     auto rule = rules.begin();

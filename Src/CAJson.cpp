@@ -16,12 +16,14 @@ namespace
 class CCappedText : public std::streambuf
 {
 public:
+    explicit CCappedText(std::size_t nLimit) : m_nLimit(nLimit) {}
+
     std::string m_strText;
 
 protected:
     std::streamsize xsputn(const char* pText, std::streamsize nSize) override
     {
-        const auto nRoom = static_cast<std::streamsize>(kLimit - m_strText.size());
+        const auto nRoom = static_cast<std::streamsize>(m_nLimit - m_strText.size());
         const std::streamsize nTaken = std::min(nSize, nRoom);
         m_strText.append(pText, static_cast<std::size_t>(nTaken));
         return nTaken;
@@ -33,8 +35,29 @@ protected:
     }
 
 private:
-    static constexpr std::size_t kLimit = std::size_t{16} << 20;
+    std::size_t m_nLimit;
 };
+
+// Whether the text has so many values for its length that it means to exhaust memory: a value of two bytes becomes a
+// hundred in the document and more in a record. Counts what could separate values, in strings too.
+bool IsBomb(const std::string& strText)
+{
+    constexpr std::ptrdiff_t kAlwaysAllowed = 1 << 20;
+    const auto nValues =
+        std::count_if(strText.begin(), strText.end(), [](char c) { return c == ',' || c == '[' || c == '{'; });
+    return nValues > std::max(kAlwaysAllowed, static_cast<std::ptrdiff_t>(strText.size() / 8));
+}
+
+// Whether keeping the comments costs little: for each of them the JSON library looks back over the text to the value
+// before it. Counts what could begin a comment, in strings too.
+bool CanKeepComments(const std::string& strText)
+{
+    constexpr std::size_t kMostWork = std::size_t{1} << 28;
+    std::size_t nComments = 0;
+    for (std::size_t n = strText.find('/'); n != std::string::npos; n = strText.find('/', n + 1))
+        if (n + 1 < strText.size() && (strText[n + 1] == '/' || strText[n + 1] == '*')) ++nComments;
+    return nComments <= kMostWork / std::max<std::size_t>(strText.size(), 1);
+}
 
 }  // namespace
 
@@ -45,23 +68,27 @@ bool Parse(const std::string& strText, Json::Value& root)
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader whose leniency the servers count on
+    if (IsBomb(strText)) return false;
     try {
-        return Json::Reader().parse(strText.data(), strText.data() + strText.size(), root, true);
+        const char* pBegin = strText.data();
+        return Json::Reader().parse(pBegin, pBegin + strText.size(), root, CanKeepComments(strText));
     } catch (const std::exception&) {  // nested too deeply, or out of memory
         return false;
     }
 #pragma GCC diagnostic pop
 }
 
-std::string Styled(const Json::Value& value)
+std::string Styled(const Json::Value& value, std::size_t& nBudget)
 {
     // Making a writer costs more than writing an ordinary command with it.
     static thread_local const std::unique_ptr<Json::StreamWriter> pWriter(
         Json::StreamWriterBuilder().newStreamWriter());
-    CCappedText buffer;
+    CCappedText buffer(nBudget);
     std::ostream stream(&buffer);
+    if (value.hasComment(Json::commentBefore)) stream.put('\n');
     pWriter->write(value, &stream);
     stream.put('\n');
+    nBudget -= buffer.m_strText.size();
     return std::move(buffer.m_strText);
 }
 

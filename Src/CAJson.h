@@ -17,12 +17,14 @@ namespace CAJson
 {
 
 // Parses `strText` into `root`, comments included. False when that is not JSON (or nested deeper than the JSON
-// library follows, or memory runs out); `root` is then of no use. Text behind the value is ignored.
+// library follows, or memory runs out, or the text holds more than a million values of less than eight bytes each);
+// `root` is then of no use. Text behind the value is ignored. Comments are dropped from a text that has so many of
+// them that keeping them would take long.
 bool Parse(const std::string& strText, Json::Value& root);
 
-// The text of `value` over several lines, indented by tabs, cut at 16 MiB: deep nesting makes it hundreds of
-// times as long as the reply.
-std::string Styled(const Json::Value& value);
+// The text of `value` over several lines, indented by tabs. At most `nBudget` bytes, which it takes from it: deep
+// nesting makes the text hundreds of times as long as the reply.
+std::string Styled(const Json::Value& value, std::size_t& nBudget);
 
 // The member `szKey`; null when it is missing or `parent` is not an object.
 inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
@@ -134,7 +136,7 @@ void Fill(const Json::Value& object, const _Key<Record> (&keys)[N], Record& reco
 template <typename Record, std::size_t N>
 void AppendRecords(const Json::Value& list, const _Key<Record> (&keys)[N], std::vector<Record>& vRecords)
 {
-    vRecords.reserve(vRecords.size() + Elements(list).size());
+    if (vRecords.empty()) vRecords.reserve(Elements(list).size());  // else it would move them again for each list
     for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());
 }
 

@@ -236,13 +236,14 @@ void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVCont
     parser.t_ParseUSChannelTVControl(Child(param, "umd_channels"), stTVCtl.vChannels);
 }
 
-void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, _TVControl& stTVCtl)
+// Logs and reads a command's "params". What the log shows of them comes out of `nLogBudget`.
+void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, std::size_t& nLogBudget, _TVControl& stTVCtl)
 {
     constexpr char kOperation[] = "t_ParseTVControl";
-    CA_LOGD_AS(kOperation, "jPrm[%s]", CAJson::Styled(params).c_str());
+    CA_LOGD_AS(kOperation, "jPrm[%s]", CAJson::Styled(params, nLogBudget).c_str());
     int nIndex = 0;
     for (const Json::Value& param : Elements(params)) {
-        CA_LOGD_AS(kOperation, "jPrm[%d][%s]", nIndex++, CAJson::Styled(param).c_str());
+        CA_LOGD_AS(kOperation, "jPrm[%d][%s]", nIndex++, CAJson::Styled(param, nLogBudget).c_str());
         CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", Child(param, "keyword").isString(),
                    Child(param, "website").isString());
         ParseCommandParam(parser, param, stTVCtl);
@@ -277,7 +278,7 @@ void ParseStanding(const Json::Value& element, _Sports_Standing& stStanding)
     CAJson::AppendAnyTexts(Child(element, "season_stats"), stStanding.vSeasonStats);
 }
 
-// Decimal digits behind an optional sign, up to the first other character; clamped to an int.
+// The number that the text begins with, blanks and a sign before it allowed; 0 without one. Clamped to an int.
 int Decimal(const std::string& strText)
 {
     const long long nValue = std::strtoll(strText.c_str(), nullptr, 10);
@@ -407,12 +408,13 @@ bool CCAParsePacket::t_ParseTVControl(const Json::Value& tvcontrol)
 {
     CCADataHandler* pDataHandler = CCADataHandler::GetInstance();
     if (pDataHandler == nullptr) return CA_LOGE("pDataHandler is NULL"), false;
+    std::size_t nLogBudget = std::size_t{16} << 20;
     for (const Json::Value& command : Elements(tvcontrol)) {
         _TVControl stTVCtl;
         stTVCtl.szAction = Text(command, "action");
         stTVCtl.szIntent = Text(command, "intent");
         CA_LOGE("szAction:[%s], szIntent:%s", stTVCtl.szAction.c_str(), stTVCtl.szIntent.c_str());
-        if (Has(command, "params")) ParseCommandParams(*this, Child(command, "params"), stTVCtl);
+        if (Has(command, "params")) ParseCommandParams(*this, Child(command, "params"), nLogBudget, stTVCtl);
         CA_LOGD("stTVCtl:website[%s], keyword:[%s]", stTVCtl.szWebsite.c_str(), stTVCtl.szKeyword.c_str());
         pDataHandler->SetTVControl(std::move(stTVCtl));
     }

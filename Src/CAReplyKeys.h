@@ -1,5 +1,5 @@
-// The keys of the server's documents and the record fields that they fill: one table a record, in reading order.
-// The one place where such a key is written; what is not a plain copy is read by hand in CAParseJson.cpp.
+// The keys of the server's documents that plainly fill a field of a record: one table a record. Keys that decide
+// something, or lead to a list or an object, are read by hand in CAParseJson.cpp.
 #ifndef PARLO_CAREPLYKEYS_H
 #define PARLO_CAREPLYKEYS_H
 

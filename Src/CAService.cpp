@@ -14,6 +14,11 @@ template class CCASingleton<CCAService>;
 namespace
 {
 
+E_CA_TVCONTROL Code(int nCode)
+{
+    return static_cast<E_CA_TVCONTROL>(nCode);
+}
+
 // The actions that show or concern content: their record carries the result list.
 bool ShowsContents(int nCode)
 {
@@ -117,7 +122,7 @@ bool CCAService::GetSpeechActionData(_ConvActionInfo& info)
         info.strSysResponse.clear();
     }
     m_pDataMgr->InitializeData();
-    m_strRawPacket.clear();
+    std::string().swap(m_strRawPacket);  // with its memory, which is as large as the reply
     return true;
 }
 
@@ -164,7 +169,7 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
     t_SetDisplayControl(info);
 
     // Overwrites the kinds that the channel and the candidate lookup set: callers count on 1 and 3 alone.
-    info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+    info.eSystemAction = Code(nCode);
     info.eActionType = nCode != 0 ? E_CA_ACTION_TYPE_SYSTEM : E_CA_ACTION_TYPE_NO_MATCH;
     if (nCode == 0) CA_LOGE("No one match, error ouccured:%d", nCode);
 
@@ -189,7 +194,7 @@ int CCAService::t_SetChannelOrCandidate(_ConvActionInfo& info, std::vector<std::
     int nCode = t_GetSystemActionChannel(info.vChannels);
     if (nCode != 0) {
         info.eActionType = E_CA_ACTION_TYPE_CHANNEL;
-        info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+        info.eSystemAction = Code(nCode);
         info.e2ndAction = t_Get2ndAction();
         for (const _Channels& channel : info.vChannels) vParams.push_back(channel.szSourceID);
         return nCode;
@@ -198,7 +203,7 @@ int CCAService::t_SetChannelOrCandidate(_ConvActionInfo& info, std::vector<std::
     CA_LOGE_AS(kOperation, "eSysAction:%d", nCode);
     if (nCode != 0) {
         info.eActionType = E_CA_ACTION_TYPE_CANDIDATE;
-        info.eSystemAction = static_cast<E_CA_TVCONTROL>(nCode);
+        info.eSystemAction = Code(nCode);
         info.e2ndAction = t_Get2ndAction();
         info.eActionIntent = t_GetActionIntent();
         vParams = {m_pDataMgr->GetUserInputVoice(), ""};
@@ -214,25 +219,28 @@ void CCAService::t_SetDisplayControl(_ConvActionInfo& info)
                info.stDisCtrlInfo.numberOfItem, static_cast<int>(info.stDisCtrlInfo.vItems.size()));
 }
 
-int CCAService::t_GetSystemAction(std::vector<std::string>& params)
+E_CA_TVCONTROL CCAService::t_GetSystemAction(std::vector<std::string>& params)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemAction(vTVControl.front(), params);
+    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
+                              : Code(m_SystemActionMap.GetSystemAction(vTVControl.front(), params));
 }
 
-int CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
+E_CA_TVCONTROL CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemActionCandidate(vTVControl.front(), candidates);
+    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
+                              : Code(m_SystemActionMap.GetSystemActionCandidate(vTVControl.front(), candidates));
 }
 
-int CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
+E_CA_TVCONTROL CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), 0;
+    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? 0 : m_SystemActionMap.GetSystemActionChannel(vTVControl.front(), channels);
+    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
+                              : Code(m_SystemActionMap.GetSystemActionChannel(vTVControl.front(), channels));
 }
 
 E_CA_TVCONTROL CCAService::t_Get2ndAction()
@@ -241,7 +249,7 @@ E_CA_TVCONTROL CCAService::t_Get2ndAction()
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     const int nCode = vTVControl.size() < 2 ? 0 : m_SystemActionMap.Get2ndAction(vTVControl[1]);
     CA_LOGE("2ndeAction is %d", nCode);
-    return static_cast<E_CA_TVCONTROL>(nCode);
+    return Code(nCode);
 }
 
 E_CA_TVCONTROL_INTENT CCAService::t_GetActionIntent()

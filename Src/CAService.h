@@ -45,9 +45,9 @@ private:
     void t_SetDisplayControl(CADataRepository::_ConvActionInfo& info);
 
     // The lookups: each asks the action map about one stored command; 0 when that command is missing.
-    int t_GetSystemAction(std::vector<std::string>& params);
-    int t_GetSystemActionCandidate(std::vector<std::string>& candidates);
-    int t_GetSystemActionChannel(std::vector<CADataRepository::_Channels>& channels);
+    E_CA_TVCONTROL t_GetSystemAction(std::vector<std::string>& params);
+    E_CA_TVCONTROL t_GetSystemActionCandidate(std::vector<std::string>& candidates);
+    E_CA_TVCONTROL t_GetSystemActionChannel(std::vector<CADataRepository::_Channels>& channels);
     E_CA_TVCONTROL t_Get2ndAction();
     E_CA_TVCONTROL_INTENT t_GetActionIntent();
 

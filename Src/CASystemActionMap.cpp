@@ -152,8 +152,8 @@ int CCASystemActionMap::GetSystemActionCandidate(const _TVControl& stTVControl,
         // The names are the cast of what is shown in detail, not the command's.
         CCADataHandler* pDataHandler = CCADataHandler::GetInstance();
         if (pDataHandler == nullptr) return CA_LOGE("pDataHandler is NULL"), 0;
-        candidates.clear();
         _Content stContent = pDataHandler->GetContent();
+        candidates.clear();
         for (_Casting& casting : stContent.vCasting) candidates.push_back(std::move(casting.szName));
     } else if (In(kCandidates, nCode)) {
         candidates = stTVControl.vNames;

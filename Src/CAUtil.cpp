@@ -124,7 +124,7 @@ bool CCAUtil::IsCountrySupportConv()
 bool CCAUtil::IsConversationFactorySupport()
 {
     CA_LOGD("");
-    char buffer[kFactoryItemSize] = {};
+    alignas(std::int32_t) char buffer[kFactoryItemSize] = {};
     const int nResult = GetData(kVoiceRecogItem, buffer);
     std::int32_t nVoiceRecog = 0;
     std::memcpy(&nVoiceRecog, buffer, sizeof nVoiceRecog);

@@ -41,10 +41,11 @@ PARLO_EXPORT void ca_uninitial();
 //
 // The caller owns `info` and passes a fresh one for each reply; see _ConvActionInfo for which fields are
 // assigned. `strRawData` is read only. Both texts are taken as they are, of any length.
-// Returns false, with the reason in the log, when there is no service, a text is empty, the reply is not
-// JSON, says that the server failed or holds no TV control command. `info` is then as it was, except that a
-// reply without a command has assigned strSysResponse. What a refused reply did bring stays in the store
-// until the next success: its commands come before those of the next reply.
+// Returns false, with the reason in the log, when there is no service, a text is empty, the reply is not JSON,
+// says that the server failed or holds no TV control command, or memory runs out. `info` is then as it was, except
+// that a reply without a command has assigned strSysResponse, and that a lack of memory may leave it half filled.
+// What a refused reply did bring stays in the store until the next success: its commands come before those of the
+// next reply.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
                                        CADataRepository::_ConvActionInfo& info);
 

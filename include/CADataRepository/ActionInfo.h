@@ -22,7 +22,8 @@ struct _DisCtrlInfo {
 // What the TV does next.
 //
 // The caller owns the record and passes a fresh one for each reply: the library assigns the fields that a
-// reply speaks of, appends to the lists and never clears the record. There are three sorts of reply:
+// reply speaks of, appends to the display control's items and to a hand-over's parameters, and never clears the record.
+// There are three sorts of reply:
 // - a TV control reply fills every field, with the exceptions named below;
 // - a search hand-over (strAction "display_content" with two or more domains) fills strAction and puts the
 //   keywords and the raw reply into vSystemActionParam; strSysResponse is empty;

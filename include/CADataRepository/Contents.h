@@ -58,7 +58,6 @@ struct _OnTVContents {
     std::string szSubtitle;                // unfilled
     std::string szSynopsis;                // unfilled
     std::string szProvider;                // unfilled
-    std::string szLink;                    // unfilled
     std::string szCertFlag;                // from "cert_flag"; "No" is refused under the adult lock
     _Poster stPoster;                      // from "poster" / "images"
     _ScheduleInfo stSchedule;              // from "schedule"

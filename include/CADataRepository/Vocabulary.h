@@ -1,4 +1,4 @@
-// The server's words and the codes that they stand for: the one place where a word is written.
+// The server's words and the codes that they stand for: the one place where a word gets its code.
 // A word matches as a whole and case-sensitively; every other text stands for code 0 (a display action: -1).
 #ifndef PARLO_CADATAREPOSITORY_VOCABULARY_H
 #define PARLO_CADATAREPOSITORY_VOCABULARY_H

@@ -649,7 +649,7 @@ class Parser:
         if isinstance(index, list):
             poster["vIndex"] += [int(one) for one in index if is_int(one)]
             chosen = any_int(index[0]) if index else 0
-            self.log.red("CAImageSizeTable.GetSize", "CAImageSizeTable::GetSize, strKey:%s",
+            self.log.red("CAImageSizeTable.GetSize", "CCAImageSizeTable::GetSize, strKey:%s",
                          "1080;" + kind)
             wanted = IMAGE_SIZES.get(kind)
             if wanted is not None:
