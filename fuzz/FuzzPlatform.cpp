@@ -1,0 +1,78 @@
+// The television that the fuzz targets run on: settings from the input, and a log that formats every line in full,
+// so that the address sanitizer sees each text that the library hands to it.
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+
+#include "FuzzInput.h"
+#include "ca_platform.h"
+
+namespace
+{
+
+struct _Settings {
+    std::string strCountry;
+    std::string strLanguage;
+    std::string strFlag;
+};
+_Settings g_Settings;
+
+const char* Setting(const std::string& strValue)
+{
+    return strValue.empty() || strValue == "none" ? nullptr : strValue.c_str();
+}
+
+}  // namespace
+
+void Fuzz::SetPlatform(const std::string& strLine)
+{
+    g_Settings = _Settings();
+    std::istringstream(strLine) >> g_Settings.strCountry >> g_Settings.strLanguage >> g_Settings.strFlag;
+}
+
+int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
+{
+    static char line[4096];
+    va_list args;
+    va_start(args, format);
+    const int nLength = std::vsnprintf(line, sizeof line, format, args);
+    va_end(args);
+    Fuzz::Require(std::strcmp(tag, "ParloAPI") == 0 && nLength > 0);
+    Fuzz::Require(std::strstr(format, "stopped by an exception") == nullptr);  // the boundary would hide it
+    return 0;
+}
+
+char* vconf_get_str(const char* /*key*/)
+{
+    const char* szCountry = Setting(g_Settings.strCountry);
+    return szCountry == nullptr ? nullptr : strdup(szCountry);
+}
+
+int vc_setting_initialize()
+{
+    return Setting(g_Settings.strLanguage) == nullptr ? -1 : 0;
+}
+
+int vc_setting_get_language(char** language)
+{
+    *language = strdup(g_Settings.strLanguage.c_str());
+    return 0;
+}
+
+int vc_setting_deinitialize()
+{
+    return 0;
+}
+
+int GetData(int /*item*/, void* buffer)
+{
+    const char* szFlag = Setting(g_Settings.strFlag);
+    if (szFlag == nullptr) return 0;
+    const auto nFlag = static_cast<std::int32_t>(std::strtol(szFlag, nullptr, 10));
+    std::memset(buffer, 0x5A, 1008);  // the largest item, to the last byte
+    std::memcpy(buffer, &nFlag, sizeof nFlag);
+    return 1;
+}

@@ -1,0 +1,77 @@
+// A service on a fake television, and the verbs of the tests.
+#ifndef PARLO_TESTS_CONVERSATION_H
+#define PARLO_TESTS_CONVERSATION_H
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "CADataHandler.h"
+#include "CAParseJson.h"
+#include "FakePlatform.h"
+#include "JsonText.h"
+#include "RecordJson.h"
+#include "parlo-api.h"
+
+using namespace CADataRepository;
+using _Texts = std::vector<std::string>;
+
+// The texts between the blanks and line breaks of `strText`.
+inline _Texts Words(const std::string& strText)
+{
+    std::istringstream stream(strText);
+    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
+}
+
+// The service goes on and off with the test. Each test starts with an empty log.
+class Conversation : public testing::Test
+{
+protected:
+    Conversation()
+    {
+        g_Platform = FakePlatform();
+        EXPECT_TRUE(ca_initial_service("test"));
+        g_Platform.vLog.clear();
+    }
+    ~Conversation() override
+    {
+        ca_uninitial();
+        delete std::exchange(CCADataHandler::pInstance, nullptr);
+        EXPECT_EQ(0, g_Platform.nSettingOpen);
+    }
+
+    // Hands the service a reply, given by the members of its "rsp" or raw; fills a fresh m_stInfo.
+    bool Say(const std::string& strMembers) { return SayRaw(Reply(strMembers)); }
+    bool SayRaw(std::string strReply)
+    {
+        m_stInfo = _ConvActionInfo();
+        return ca_get_speech_action("turn it up", strReply, m_stInfo);
+    }
+
+    // The same, and the action that came of it: "57 [news,x.org]" is its code and its parameters.
+    std::string ActionOf(const std::string& strMembers)
+    {
+        if (!Say(strMembers)) return "refused";
+        std::string strAction = std::to_string(m_stInfo.eSystemAction) + " [";
+        for (const std::string& strParam : m_stInfo.vSystemActionParam) strAction += strParam + ",";
+        return (m_stInfo.vSystemActionParam.empty() ? strAction : strAction.substr(0, strAction.size() - 1)) + "]";
+    }
+
+    static CCADataHandler& Store() { return *CCADataHandler::GetInstance(); }
+    static std::vector<_SAContents> Results()
+    {
+        std::vector<_SAContents> vList(1);
+        Store().GetSAContentsList(vList);
+        return vList;
+    }
+
+    _ConvActionInfo m_stInfo;
+    CCAParsePacket m_Parser;
+    unsigned m_nCount = 77;
+};
+
+#endif

@@ -1,0 +1,82 @@
+// The store: what it caches, clears and keeps, and how threads share it.
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "Conversation.h"
+
+using DataHandler = Conversation;
+
+TEST_F(DataHandler, ListIsSortedOnceForEachChange)
+{
+    for (const int nItems : {1, 2}) {
+        Store().SetSeachServerContentsList(_ContentsItem());
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(nItems, static_cast<int>(Results().size()));
+        EXPECT_EQ(nItems, g_Platform.Count(" Data has been updated, it will be sorted"));
+    }
+}
+
+TEST_F(DataHandler, InitializeDataClearsWhatBelongsToTheReply)
+{
+    Store().SetCommunicateErrorCode("E1");
+    m_Parser.t_ParseContent(Parsed("{'casting':[{}]}"));
+    EXPECT_FALSE(Say("'domain':['d'],'displaycontrol':[{'params':[{}]}],'tvcontent':[{'type':'movie'}]"));
+    Store().SetSystemMessage("s"), Store().SetTVControl(_TVControl()), Store().RequestSchema();
+    Store().InitializeData();
+    EXPECT_EQ("E1", Store().GetCommunicateErrorCode() + Store().GetSystemMessage());
+    EXPECT_TRUE(Store().GetDomain().empty() && Store().GetTVControl().empty() &&
+                Store().GetContent().vCasting.empty() && !Store().GetDisplayControlSetFlag() &&
+                !Store().CanRequestSchema() && Results().empty());
+    _DisCtrlInfo stInfo{7, 7, {}};
+    Store().GetDisplayControlResult(stInfo);
+    EXPECT_TRUE(stInfo.numberOfItem == 0 && stInfo.nAction == -1 && stInfo.vItems.empty());
+    Store().SetDisplayControlResult({false, 1, 102, {{5, "t"}}});
+    for (int i = 0; i < 2; ++i) Store().GetDisplayControlResult(stInfo);
+    EXPECT_TRUE(!Store().GetDisplayControlSetFlag() && stInfo.vItems.size() == 2) << "appends";
+}
+
+// For the thread sanitizer first of all; without it, what comes out must still be what went in.
+TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
+{
+    const auto use = [] {
+        for (std::size_t i = 0; i < 50; ++i) {
+            const std::string strText(20 + i, 'x');
+            Store().SetSystemMessage(strText), Store().SetCommunicateErrorCode(strText);
+            Store().SetDomain({strText}), Store().SetContent({{{strText}}, {}});
+            Store().SetTVControl(_TVControl()), Store().SetSeachServerContentsList(_ContentsItem());
+            Store().SetSchemaList({1, {}}), Store().RequestSchema();
+            EXPECT_FALSE(Results().empty());
+            const std::string strRead = Store().GetSystemMessage() + Store().GetCommunicateErrorCode() +
+                                        Store().GetDomain().at(0) + Store().GetContent().vCasting.at(0).szName;
+            EXPECT_EQ(std::string::npos, strRead.find_first_not_of('x'));
+            Store().GetTVControl(), Store().CanRequestSchema();
+        }
+    };
+    std::vector<std::thread> vThreads;
+    for (int i = 0; i < 3; ++i) vThreads.emplace_back(use);
+    for (std::thread& thread : vThreads) thread.join();
+    EXPECT_TRUE(Store().GetTVControl().size() == 150 && Results().size() == 150);
+}
+
+// The list is logged under the lock: meanwhile another thread's getter waits, and what is not guarded does not.
+TEST_F(DataHandler, HeldLockMakesAGetterWaitAndNothingElse)
+{
+    Store().SetSystemMessage("kept");
+    std::atomic<bool> bStarted{false}, bAnswered{false};
+    std::future<std::string> answer;
+    g_Platform.onLog = [&](const _LogLine& line) {
+        if (line.strText.find(">  set the contents list data") == std::string::npos) return;
+        answer = std::async(std::launch::async, [&] {
+            bStarted = true;
+            std::string strMessage = Store().GetSystemMessage();
+            bAnswered = true;
+            return strMessage;
+        });
+        for (int i = 0; i < 1000; i += bStarted ? 1 : 0) std::this_thread::yield();
+        EXPECT_FALSE(bAnswered);
+        Store().SetUserInputVOICE("not guarded");
+    };
+    Results();
+    EXPECT_EQ("kept", answer.get());
+    EXPECT_EQ("not guarded", Store().GetUserInputVoice());
+}

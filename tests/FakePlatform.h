@@ -1,0 +1,33 @@
+// The television that the tests run on: settings go in, log lines come out, and what is opened is counted.
+#ifndef PARLO_TESTS_FAKEPLATFORM_H
+#define PARLO_TESTS_FAKEPLATFORM_H
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct _LogLine {
+    int nPriority;
+    std::string strTag;
+    std::string strText;  // "CAService: InitService(41) > m_strAppName:tv" and a colour sequence
+};
+
+struct FakePlatform {
+    std::optional<std::string> strCountry = "US";  // without value: the store has no such key
+    std::optional<std::string> strLanguage = "en_US";
+    int nInitResult = 0, nLanguageResult = 0, nDeinitResult = 0;
+    int nFactoryResult = 1, nFactoryValue = 1;
+
+    int nSettingOpen = 0;  // voice settings opened less closed; 0 when a test ends
+    bool bKeepLog = true;
+    std::vector<_LogLine> vLog = {};
+    std::function<void(const _LogLine&)> onLog = {};  // runs inside the library's log call; may throw
+
+    // How many lines carry exactly this message.
+    int Count(const std::string& strMessage) const;
+};
+
+extern FakePlatform g_Platform;
+
+#endif
