@@ -20,7 +20,8 @@ TEST_F(DataHandler, InitializeDataClearsWhatBelongsToTheReply)
 {
     Store().SetCommunicateErrorCode("E1");
     m_Parser.t_ParseContent(Parsed("{'casting':[{}]}"));
-    EXPECT_FALSE(Say("'domain':['d'],'displaycontrol':[{'params':[{}]}],'tvcontent':[{'type':'movie'}]"));
+    EXPECT_FALSE(Say(
+        "'domain':['d'],'displaycontrol':[{'action':'play_content','params':[{}]}],'tvcontent':[{'type':'movie'}]"));
     Store().SetSystemMessage("s"), Store().SetTVControl(_TVControl()), Store().RequestSchema();
     Store().InitializeData();
     EXPECT_EQ("E1", Store().GetCommunicateErrorCode() + Store().GetSystemMessage());
@@ -30,6 +31,8 @@ TEST_F(DataHandler, InitializeDataClearsWhatBelongsToTheReply)
     _DisCtrlInfo stInfo{7, 7, {}};
     Store().GetDisplayControlResult(stInfo);
     EXPECT_TRUE(stInfo.numberOfItem == 0 && stInfo.nAction == -1 && stInfo.vItems.empty());
+    Store().RequestSchema();
+    EXPECT_TRUE(Store().CanRequestSchema() && !Store().CanRequestSchema()) << "answers once";
     Store().SetDisplayControlResult({false, 1, 102, {{5, "t"}}});
     for (int i = 0; i < 2; ++i) Store().GetDisplayControlResult(stInfo);
     EXPECT_TRUE(!Store().GetDisplayControlSetFlag() && stInfo.vItems.size() == 2) << "appends";

@@ -27,7 +27,7 @@ TEST_F(Posters, TemplateIsFilledWithinItsLengthAndRepaired)
     const _Texts vRows = Words(R"(
         http://h/%d.jpg http://h/57.jpg   http://h/%d.png http://h/57.png   http://h/%d.gif http://h/57.gi
         http://h/no.jpg http://h/no.jpg   %05d.jpg 00057.j   %02d%%|.jpg 57%|.jpg   %%.jpg %.jpg   %hhx.jpg 39.jpg
-        http://host/a//%d.jpg http://host/a/57.jpg   http://h//%d.jpg http://h//57.jpg   01234567//%d.x 01234567//57.)");
+        http://host/a//%d.jpg http://host/a/57.jpg   http://h//%d.jpg http://h//57.jpg   0123456789//%d.x 0123456789//57.)");
     for (std::size_t i = 0; i < vRows.size(); i += 2) EXPECT_EQ(vRows[i + 1], Poster("movie", vRows[i], "[57]").szUrl);
     EXPECT_EQ("http://host/a/%d.gif", Poster("movie", "http://host/a//%d.gif", "'none'").szUrl) << "not formatted";
     EXPECT_EQ(std::string(3000, 'x') + "57.jpg", Poster("movie", std::string(3000, 'x') + "%d.jpg", "[57]").szUrl);
