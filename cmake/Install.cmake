@@ -4,6 +4,7 @@
 install(TARGETS parlo-api EXPORT parlo-api
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/parlo COMPONENT development)
+install(FILES platform/ca_platform.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/parlo COMPONENT development)
 if(NOT PARLO_PLATFORM_LIBRARIES)
     install(TARGETS parlo-platform-host EXPORT parlo-api LIBRARY COMPONENT platform)
 endif()
