@@ -20,9 +20,9 @@ TEST_F(DataHandler, InitializeDataClearsWhatBelongsToTheReply)
 {
     Store().SetCommunicateErrorCode("E1");
     m_Parser.t_ParseContent(Parsed("{'casting':[{}]}"));
-    EXPECT_FALSE(Say(
-        "'domain':['d'],'displaycontrol':[{'action':'play_content','params':[{}]}],'tvcontent':[{'type':'movie'}]"));
-    Store().SetSystemMessage("s"), Store().SetTVControl(_TVControl()), Store().RequestSchema();
+    EXPECT_FALSE(Say("'displaycontrol':[{'action':'play_content','params':[{}]}],'tvcontent':[{'type':'movie'}]"));
+    Store().SetSystemMessage("s"), Store().SetDomain({"d"}), Store().SetTVControl(_TVControl()),
+        Store().RequestSchema();
     Store().InitializeData();
     EXPECT_EQ("E1", Store().GetCommunicateErrorCode() + Store().GetSystemMessage());
     EXPECT_TRUE(Store().GetDomain().empty() && Store().GetTVControl().empty() &&

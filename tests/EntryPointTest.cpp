@@ -11,8 +11,7 @@ TEST_F(EntryPoints, ServicesFollowEachOther)
 {
     CCAService* const pService = m_pCAService;
     EXPECT_FALSE(ca_initial_service("other")) << "there is one already";
-    EXPECT_EQ(1, g_Platform.Count("init service again, please check it!!"));
-    EXPECT_EQ(pService, m_pCAService);
+    EXPECT_TRUE(m_pCAService == pService && g_Platform.Count("init service again, please check it!!") == 1);
     EXPECT_EQ("14 []", ActionOf("'dialog':{'dialog_seq':3}," + Command("muteon")));
 
     ca_uninitial();

@@ -74,6 +74,7 @@ TEST_F(HostileReply, DepthSizeAndBytes)
     EXPECT_EQ("13 [7]", ActionOf(Command("volumeup','action':'volumedown", "'amount':3,'amount':7")));
     EXPECT_EQ("12 []", ActionOf(Command("volumeup", "'amount':99999999999999999999999")));
     EXPECT_EQ("refused", ActionOf(Command("volumeup", "'amount':1e999")));
+    EXPECT_EQ(3, g_Platform.Count("json parse error"));
     EXPECT_EQ("14 []", ActionOf("'pad':'" + std::string(64 << 20, 'x') + "'," + Command("muteon")));
     EXPECT_EQ("14 []", ActionOf(Command("muteon") + "}} trailing"));
 }

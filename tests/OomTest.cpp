@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <new>
 
+#include "CAService.h"
 #include "Conversation.h"
 
 static long g_nOutstanding = 0;    // blocks that are allocated and not released
@@ -87,4 +88,6 @@ TEST(Oom, EveryAllocationMayFail)
             EXPECT_EQ(nOutstanding, g_nOutstanding) << nAllocation;
         }
     }
+    g_nUntilFailure = 1;
+    EXPECT_EQ(nullptr, InLibrary([] { return CCAService::GetInstance(); })) << "a constructor that runs out of memory";
 }

@@ -36,7 +36,7 @@ TEST_F(Schema, EntriesAndRules)
         for (const auto& [nType, nFrom, nTo, nCycle] : vRules)
             for (const int n : {nType, nFrom, nTo, nCycle}) strSchema += std::to_string(n) + " ";
     }
-    EXPECT_EQ("1:0 0 0 0 3:1 2 5 3 1 7 0 -1 6:6:3 0 2147483647 0 6:1:2 0 0 0 0 0 0 0 2:", strSchema);
+    EXPECT_EQ("1:0 0 0 0 3:1 2 5 3 1 7 0 -1 6:6:3 0 2147483647 0 6:1:3 0 0 0 2 0 0 0 0 0 0 0 2:", strSchema);
     EXPECT_EQ(1, g_Platform.Count(" invalide type: unknown, so the one before"));
 }
 

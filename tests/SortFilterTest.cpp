@@ -37,9 +37,8 @@ TEST_F(SortFilter, RulesPlaceTheSource)
 TEST_F(SortFilter, UnknownRuleRepeatsTheOneBefore)
 {
     const auto vRules = CCADataSortFilter::t_ConvertToRules({{1, 2, 5, 3}, {4, 8, 8, 8}, {3, 8, 8, 8}}, 6, 2);
-    ASSERT_EQ(3U, vRules.size());
-    EXPECT_EQ((std::vector{0, 2, 2, 5, 3}),
-              (std::vector{vRules[0].nFrom, vRules[1].nFrom, vRules[2].nFrom, vRules[2].nTo, vRules[2].nCycle}));
+    EXPECT_EQ((std::vector{0, 2, 2, 5, 3}), (std::vector{vRules.at(0).nFrom, vRules.at(1).nFrom, vRules.at(2).nFrom,
+                                                         vRules.at(2).nTo, vRules.at(2).nCycle}));
     EXPECT_EQ(1, g_Platform.Count(" unknown type: 4"));
     std::vector<_SAContents> vList(2), vSource(1);
     vSource[0].nSource = 1;
