@@ -42,10 +42,11 @@ private:
 // hundred in the document and more in a record. Counts what could separate values, in strings too.
 bool IsBomb(const std::string& strText)
 {
-    constexpr std::ptrdiff_t kAlwaysAllowed = 1 << 20;
+    constexpr std::size_t kAlwaysAllowed = 1 << 20;
+    if (strText.size() <= kAlwaysAllowed) return false;
     const auto nValues =
         std::count_if(strText.begin(), strText.end(), [](char c) { return c == ',' || c == '[' || c == '{'; });
-    return nValues > std::max(kAlwaysAllowed, static_cast<std::ptrdiff_t>(strText.size() / 8));
+    return static_cast<std::size_t>(nValues) > std::max(kAlwaysAllowed, strText.size() / 8);
 }
 
 // Whether keeping the comments costs little: for each of them the JSON library looks back over the text to the value
