@@ -68,7 +68,7 @@ bool IsErrorReply(const Json::Value& rsp)
 // The dialog id is cleared by a reply without one, the sequence number is kept.
 void StoreDialog(const Json::Value& dialog, _DialogOpen& stDialogOpen)
 {
-    stDialogOpen.strDialogId = Text(dialog, "dialog_id");
+    Text(dialog, "dialog_id").swap(stDialogOpen.strDialogId);  // unlike an assignment it lets go of a long one
     if (!Child(dialog, "dialog_seq").isInt()) return;
     CA_LOGD_AS(kReplyParser, "TAG_DIALOG TAG_DIALOG_SEQ");
     CAJson::Take(dialog, "dialog_seq", stDialogOpen.nDialogSeq);
