@@ -95,7 +95,9 @@ int NumberOf(const _LogLine& stLine)
 Json::Value Parsed(const std::string& strText)
 {
     Json::Value root;
-    const std::unique_ptr<Json::CharReader> pReader(Json::CharReaderBuilder().newCharReader());
+    Json::CharReaderBuilder builder;
+    builder["collectComments"] = false;  // keeping many of them takes the reader long
+    const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
     try {
         if (pReader->parse(strText.data(), strText.data() + strText.size(), &root, nullptr)) return root;
     } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
@@ -418,7 +420,9 @@ void CExplanation::Poster(const _LogLine& stLine)
     if (Is(stLine, kPoster, " the server's ontv type url is error"))
         Say("the poster's address had a doubled slash: one taken out", &stLine);
     if (!Is(stLine, kPoster, "####t_ParsePoster::nIndex:") || NumberOf(stLine) == m_nWantedPoster) return;
-    const std::string strTaken = ": size " + std::to_string(NumberOf(stLine)) + " taken, the first one offered";
+    const int nTaken = NumberOf(stLine);
+    const std::string strTaken = nTaken == 0 ? ": size 0 taken, as no size stands first in its list"
+                                             : ": size " + std::to_string(nTaken) + " taken, the first one offered";
     if (m_nWantedPoster < 0)
         Say("the poster has no preferred size for this type" + strTaken, &stLine);
     else

@@ -23,6 +23,7 @@ bool ParseLine(std::string_view szLine, Json::Value& root)
 {
     Json::CharReaderBuilder builder;
     builder["failIfExtra"] = true;
+    builder["collectComments"] = false;  // keeping many of them takes the reader long
     const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
     try {
         return pReader->parse(szLine.data(), szLine.data() + szLine.size(), &root, nullptr);
@@ -56,6 +57,8 @@ bool ReadAll(const std::string& strFile, std::string& strText, std::string& strR
 
 bool ReadTurn(std::string_view szLine, _Reply& stReply, std::string& strReason)
 {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";  // the reader skips it and counts offsets from behind it
+    if (szLine.substr(0, kMark.size()) == kMark) szLine.remove_prefix(kMark.size());
     Json::Value root;
     if (!ParseLine(szLine, root)) return strReason = "the line is not JSON", false;
     if (!root.isObject()) return strReason = "the line is not a JSON object", false;

@@ -26,6 +26,7 @@ constexpr _ReplyKey kEnvelopeKeys[] = {
     {"nlu_info", E_KIND::OBJECT},
 };
 constexpr _ReplyKey kDialogKeys[] = {{"dialog_id", E_KIND::TEXT}, {"dialog_seq", E_KIND::INTEGER}};
+constexpr _ReplyKey kNluKeys[] = {{"dialog_type", E_KIND::INTEGER}};
 constexpr _ReplyKey kCommandKeys[] = {{"action", E_KIND::TEXT}, {"intent", E_KIND::TEXT}, {"params", E_KIND::LIST}};
 constexpr _ReplyKey kParamKeys[] = {
     {"amount", E_KIND::INTEGER},     {"index", E_KIND::INTEGER},      {"idx", E_KIND::INTEGER},
@@ -141,6 +142,7 @@ std::vector<std::string> IgnoredInEnvelope(const Json::Value& rsp)
     CFindings findings;
     findings.Object("", rsp, kEnvelopeKeys);
     findings.Object("dialog.", Child(rsp, "dialog"), kDialogKeys);
+    findings.Object("nlu_info.", Child(rsp, "nlu_info"), kNluKeys, false);
     const Json::Value& domain = Child(rsp, "domain");
     for (Json::ArrayIndex i = 0; domain.isArray() && i < domain.size(); ++i)
         if (!domain[i].isString())
