@@ -1,0 +1,327 @@
+// The parts of the program parlo, one by one: what it reads, how it words and aligns what it shows.
+#include <gtest/gtest.h>
+#include <json/reader.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "Catalog.h"
+#include "Input.h"
+#include "RecordJson.h"
+#include "Refusal.h"
+#include "Render.h"
+#include "Session.h"
+#include "Text.h"
+
+using namespace CADataRepository;
+
+static const CPaint kPlain(false);
+
+static Json::Value Parsed(const std::string& strJson)
+{
+    Json::Value value;
+    std::istringstream(strJson) >> value;
+    return value;
+}
+
+TEST(Input, TurnIsTheReplyByteByByteOrAReason)
+{
+    const std::string strDeep = "{\"utterance\":\"u\",\"reply\":" + std::string(2000, '[');
+    const std::string kRows[][2] = {
+        {R"({"utterance":"u","reply":{"a" : [1.0,  "\u0041/"], "a":1e0 } , "x":{}})",
+         R"(u|{"a" : [1.0,  "\u0041/"], "a":1e0 })"},
+        {R"( { "reply" :{}, "utterance" : "\u00e9\u0000z" } )" + std::string("\r"), std::string("\xC3\xA9\0z|{}", 7)},
+        {R"({"utterance":"별","reply":{"별":"별"}})", R"(별|{"별":"별"})"},
+        {R"({"utterance":"","reply":{"first":1},"reply":{"second":2}})", R"(|{"second":2})"},
+        {R"({"utterance":"u","reply":"no\tJSON \u0000"})", std::string("u|no\tJSON \0", 11)},
+        {R"({"utterance":"u","reply":""})", "u|"},
+        {"\xEF\xBB\xBF{\"utterance\":\"u\",\"reply\":{}}", "u|{}"},
+        {R"({"utterance":"u","reply":{}} x)", "the line is not JSON"},
+        {R"({"utterance":"u","reply":{})", "the line is not JSON"},
+        {strDeep, "the line is not JSON"},
+        {"[]", "the line is not a JSON object"},
+        {"null", "the line is not a JSON object"},
+        {R"({"reply":{}})", "the line has no text \"utterance\""},
+        {R"({"utterance":1,"reply":{}})", "the line has no text \"utterance\""},
+        {R"({"utterance":"u"})", "the line has no \"reply\" that is an object or a text"},
+        {R"({"utterance":"u","reply":[{}]})", "the line has no \"reply\" that is an object or a text"}};
+    for (const auto& [strLine, strWanted] : kRows) {
+        _Reply stReply;
+        std::string strOutcome;
+        if (ReadTurn(strLine, stReply, strOutcome)) strOutcome = stReply.strUtterance + '|' + stReply.strText;
+        EXPECT_EQ(strWanted, strOutcome) << strLine;
+    }
+}
+
+TEST(Input, LinesAreNumberedAndWhatFailsDoesNotEndTheConversation)
+{
+    const std::string strTurn = R"({"utterance":"u","reply":{"rsp":{"tvcontrol":[{"action":"muteon"}]}}})";
+    const std::string strDialog = R"({"utterance":"v","reply":{"rsp":{"dialog":{"dialog_seq":4}}}})";
+    const std::string strFile = testing::TempDir() + "parlo-turns-" + std::to_string(getpid());
+    std::ofstream(strFile) << "\n \t\r\n" + strTurn + "\n[\n" + strDialog +
+                                  "\r\n\n{\"utterance\":\"\",\"reply\":{}}\n" + strTurn;
+    std::string strShown;
+    CSession session(
+        [&strShown](const _Reply& stReply, const _Outcome& stOutcome) {
+            strShown += stReply.strSource.substr(stReply.strSource.rfind(':')) + (stOutcome.bAccepted ? "=" : "!") +
+                        std::to_string(stOutcome.info.nDialogSeq) + stOutcome.strRefusal;
+            EXPECT_TRUE(stOutcome.vLog.empty()) << "kept although nobody asked for it";
+        },
+        false);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(session.HasFailed());
+    session.RunConversationFile(strFile);
+    std::remove(strFile.c_str());
+    session.RunReplyFile(testing::TempDir() + "/no/such\033file", "u");
+    const std::string strComplaint = "parlo: " + strFile;
+    EXPECT_EQ(strComplaint + ":4 is refused: the line is not JSON.\n" + strComplaint +
+                  ":5 is refused: it holds no TV control command.\n" + strComplaint +
+                  ":7 is refused: the utterance is empty.\nparlo: " + testing::TempDir() +
+                  "/no/such\\x1Bfile cannot be read: No such file or directory.\n",
+              testing::internal::GetCapturedStderr());
+    EXPECT_TRUE(session.HasFailed());
+    EXPECT_EQ(":3=-1:5!-1it holds no TV control command:8=4", strShown);
+}
+
+TEST(Text, IsQuotedCutAndCounted)
+{
+    const std::string strX(237, 'x');
+    for (const std::string strRow :
+         {"xxx|xxx", "xxxx|xxx... (241 bytes)", "별|별", "별x|별... (241 bytes)", "x별|x... (241 bytes)",
+          "xx별|xx... (242 bytes)", "😀|... (241 bytes)", "xxé|xx... (241 bytes)"})
+        EXPECT_EQ(strX + strRow.substr(strRow.find('|') + 1), Shown(strX + strRow.substr(0, strRow.find('|'))));
+    EXPECT_EQ("\" a\"\\\\n\\x1B \"\"\"", Quoted(" a\"\\\n\033 ") + Quoted(""));
+    const std::size_t nNoText = Shown(std::string(1000, '\x80')).size();
+    EXPECT_EQ(237 * 4 + std::string("... (1000 bytes)").size(), nNoText) << "a cut looks back over three bytes at most";
+    EXPECT_EQ("a, , b|", Joined({"a", "", "b"}) + "|" + Joined({}));
+    EXPECT_EQ("0 men, 1 man, 2 men",
+              Count(0, "man", "men") + ", " + Count(1, "man", "men") + ", " + Count(2, "man", "men"));
+}
+
+TEST(Text, TablesAreAlignedByColumns)
+{
+    ASSERT_NE(nullptr, std::setlocale(LC_CTYPE, "C.UTF-8"));
+    EXPECT_EQ("별 |é  |abc|abcd|",
+              Padded("별", 3) + "|" + Padded("é", 3) + "|" + Padded("abc", 3) + "|" + Padded("abcd", 3) + "|");
+    const std::vector<std::vector<std::string>> vRows = {{"name", "n", "end"}, {"별별별", "", "x"}, {"é", "10", ""}};
+    EXPECT_EQ("  name    n   end\n  별별별  -   x\n  é       10  -\n", Table(vRows, 2, kPlain));
+    EXPECT_EQ("\033[2ma\033[0m\nbc\n", Table({{"a"}, {"bc"}}, 0, CPaint(true)));
+    std::setlocale(LC_CTYPE, "C");
+}
+
+TEST(Render, WhatTheLibraryFilledIsShownAndNothingElse)
+{
+    using Fill = std::function<void(_ConvActionInfo&)>;
+    const std::pair<Fill, const char*> kRows[] = {
+        {[](auto& r) { r.nReserved1 = r.nReserved2 = 1, r.strFirstAction = r.strUserInputVoice = "x"; }, ""},
+        {[](auto& r) { r.strAction = "display\ncontent"; }, "action           display\\ncontent"},
+        {[](auto& r) { r.eActionType = 1, r.eSystemAction = E_CA_TVCONTROL_VOLUMEUP, r.strAction = "volumeup"; },
+         "action           volumeup, code 12/kind             system action"},
+        {[](auto& r) { r.eActionType = 3; }, "action           code 0/kind             no match"},
+        {[](auto& r) { r.e2ndAction = E_CA_TVCONTROL_SHOW_MOREINFO; }, "second action    show_moreinfo (67)"},
+        {[](auto& r) { r.eActionIntent = E_CA_TVCONTROL_INTENT_SEARCH_TITLE; }, "intent           search_title (5)"},
+        {[](auto& r) { r.vSystemActionParam.resize(2); }, "parameters       \"\", \"\""},
+        {[](auto& r) { r.vCandidates.resize(1); }, "candidates       \"\""},
+        {[](auto& r) {
+             r.vChannels.resize(1);
+             r.vChannels[0].nMajor = 11, r.vChannels[0].szNumber = "11-1", r.vChannels[0].szSourceID = "S";
+         },
+         "channels         1 channel/  number  name  type  major  minor  source/  11-1    -     -     11     -      S"},
+        {[](auto& r) { r.stDisCtrlInfo.numberOfItem = 2; }, "display control  none (-1) on 2 entries"},
+        {[](auto& r) {
+             r.stDisCtrlInfo.nAction = 105, r.stDisCtrlInfo.vItems.assign(2, {-1, "t"}),
+             r.stDisCtrlInfo.vItems[1].nNumber = 0;
+         },
+         "display control  record_livecontent (105) on 0 entries/  index  title/  -      t/  0      t"},
+        {[](auto& r) { r.strSysResponse = "hi"; }, "sentence         hi"},
+        {[](auto& r) { r.strDialogId = "d", r.nDialogSeq = 0; }, "dialog           id \"d\", sequence 0"},
+        {[](auto& r) { r.nDialogType = 0; }, "dialog           type 0"},
+        {[](auto& r) { r.vDomain.resize(1); }, "domains          \"\""},
+        {[](auto& r) {
+             r.vSAContents.resize(2);
+             for (_SAContents& stContents : r.vSAContents) {
+                 stContents.stItem.stMnT.szTitle = "film", stContents.stItem.stMnT.nYear = 2013;
+                 stContents.stItem.stApp.szTitle = "app", stContents.stItem.stApp.stPoster.szUrl = "u";
+             }
+             r.vSAContents[0].stItem.szType = "movie", r.vSAContents[1].stItem.szType = "apps";
+         },
+         "results          2 results/  type   title  year  poster/  movie  film   2013  -/  apps   app    -     u"}};
+    for (const auto& [fill, szWanted] : kRows) {
+        _ConvActionInfo info;
+        fill(info);
+        std::string strWanted = "f\\n: \"u\\x1B\"\n";
+        std::istringstream lines(szWanted);
+        for (std::string strLine; std::getline(lines, strLine, '/');) strWanted += "  " + strLine + '\n';
+        EXPECT_EQ(strWanted, RenderRecord({"f\n", "u\033", ""}, info, kPlain));
+    }
+    _ConvActionInfo info;
+    info.strSysResponse = "hi";
+    EXPECT_EQ("\033[1mf: \"u\"\033[0m\n  \033[36msentence         \033[0mhi\n",
+              RenderRecord({"f", "u", ""}, info, CPaint(true)));
+}
+
+TEST(Refusal, IsToldFromTheLinesOfTheLog)
+{
+    // Lines as FUNCTION:MESSAGE; "S:" stands for the reader of a reply. The reason; the line that it rests on.
+    const std::string strStart = "S:Start to parse search server data.;", strRsp = strStart + "S:TAG_RSP;";
+    const std::string strError = "the server reported error ", strNotSaid = "the library does not say why|";
+    for (const std::string& strRow :
+         {"a:b|" + strNotSaid,
+          "a:strPreAllResult is empty() or|the utterance or the reply is empty|a:strPreAllResult is empty() or" +
+              std::string(),
+          strStart + "x:y|it has no \"rsp\"|S:Start to parse search server data.",
+          strStart + "S:json parse error|it is not JSON|S:json parse error",
+          strRsp + "x:vTVControl is empty|it holds no TV control command|x:vTVControl is empty",
+          strRsp + "x:pDataHandler is NULL|memory ran out|x:pDataHandler is NULL",
+          strRsp + "x:stopped by an exception: std::bad_alloc|memory ran out|x:stopped by an exception: std::bad_alloc",
+          strRsp + "x:stopped by an exception: y|" + strNotSaid + "S:TAG_RSP",
+          strRsp + "S:errCode:E, msg:a, msg:\n|" + strError + "E: a, msg:\\n|S:errCode:E, msg:a, msg:\n",
+          strRsp + "S:errCode:E, msg:|" + strError + "E|S:errCode:E, msg:",
+          strRsp + "S:errCode:E|" + strError + "E|S:errCode:E",
+          strRsp + "S:errCode:, msg:m;S:nErrCode:404|" + strError + "404: m|S:errCode:, msg:m",
+          strRsp + "t_ParseSearchSchema:errCode:E, msg:m|" + strNotSaid + "S:TAG_RSP"}) {
+        CRefusal refusal;
+        std::istringstream lines(strRow.substr(0, strRow.find('|')));
+        for (std::string strLine; std::getline(lines, strLine, ';');) {
+            const std::string strFunction = strLine.substr(0, strLine.find(':'));
+            refusal.Listen({strLine, strFunction == "S" ? "t_ParseSearchServer" : strFunction,
+                            strLine.substr(strFunction.size() + 1)});
+        }
+        EXPECT_EQ(strRow.substr(strRow.find('|') + 1), refusal.Reason() + '|' + refusal.Line());
+    }
+}
+
+TEST(Catalog, StatusOfEveryCountryAndLanguage)
+{
+    for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
+    EXPECT_EQ("there is no service (-1)\n", RenderStatus());
+    const CSession session({}, false);
+    EXPECT_EQ("conversation is available (0)\n", RenderStatus());
+    std::istringstream table(RenderAllStatuses(kPlain));
+    std::string strLine, strAvailable, strWord;
+    std::getline(table, strLine);
+    std::istringstream heading(strLine);
+    const std::vector<std::string> vHeading{std::istream_iterator<std::string>(heading), {}};
+    while (std::getline(table, strLine) && !strLine.empty()) {
+        std::istringstream row(strLine);
+        row >> strWord;
+        strAvailable += ' ' + strWord + ':';
+        for (std::size_t i = 1; row >> strWord; ++i)
+            if (strWord == "yes") strAvailable += vHeading.at(i) + ',';
+    }
+    const std::string strEnglish = ":en_US,en_AU,en_GB,", strPortuguese = ":pt_BR,pt_PT,";
+    EXPECT_EQ(" KR:ko_KR, US" + strEnglish + " AU" + strEnglish + " CA" + strEnglish + " BR" + strPortuguese + " PT" +
+                  strPortuguese + " ES:es_ES, CN:zh_CN, NO:nn_NO,nb_NO, SE:sv_SE, AT:de_DE, GB" + strEnglish +
+                  " DE:de_DE, IT:it_IT, PL:pl_PL, FI:fi_FI, BE:nl_NL, DK:da_DK, IE" + strEnglish +
+                  " FR:fr_FR, NL:nl_NL, RU:ru_RU, CH:de_DE,",
+              strAvailable);
+    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus());
+    setenv("PARLO_VOICE_RECOG", "0", 1);
+    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus());
+    EXPECT_NE(std::string::npos, RenderAllStatuses(kPlain).find("KR       no "));
+}
+
+TEST(Catalog, WordsAsTextAndAsJson)
+{
+    const Json::Value root = Parsed(VocabularyJson());
+    EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
+              root.getMemberNames());
+    EXPECT_EQ(R"({"code":1,"word":"poweroff"})"
+              "\n",
+              JsonLine(root["actions"][0]));
+    std::map<std::string, int> mapInText;  // how often a line of the text is this word and code
+    std::istringstream text(RenderVocabulary(kPlain));
+    EXPECT_EQ(0U, text.str().find("Actions of a TV control command\n  word"));
+    std::size_t nWords = 0;
+    for (std::string strLine, strWord, strCode; std::getline(text, strLine); strCode.clear())
+        if (std::istringstream(strLine) >> strWord >> strCode) ++mapInText[strWord + ' ' + strCode];
+    for (const Json::Value& vocabulary : root)
+        for (const Json::Value& entry : vocabulary) {
+            ++nWords;
+            EXPECT_LT(0, mapInText[entry["word"].asString() + ' ' + entry["code"].asString()]) << JsonLine(entry);
+        }
+    EXPECT_EQ(std::size(kActionWords) + std::size(kIntentWords) + std::size(kDisplayActionWords) +
+                  std::size(kSchemaCategoryWords) + std::size(kSortRuleWords),
+              nWords);
+}
+
+// The fields of every record, with their types, as the headers declare them.
+static std::map<std::string, std::map<std::string, std::string>> DeclaredFields()
+{
+    std::map<std::string, std::map<std::string, std::string>> mapRecords;
+    for (const char* szHeader : {"ActionInfo", "Contents", "Information", "SearchList", "TVControl"}) {
+        std::ifstream file(PARLO_SOURCES "/include/CADataRepository/" + std::string(szHeader) + ".h");
+        std::string strRecord;
+        for (std::string strLine, strType, strName; std::getline(file, strLine);) {
+            strLine.erase(std::min(strLine.find("//"), strLine.size()));
+            std::istringstream words(strLine);
+            words >> strType >> strName;
+            if (strType == "struct") strRecord = strName;
+            if (strLine.find_first_not_of(' ') == 4 && strLine.find(';') != std::string::npos && strName != "=")
+                mapRecords[strRecord][strName.substr(0, strName.find_first_of(";{"))] = strType;
+        }
+    }
+    return mapRecords;
+}
+
+TEST(RecordJson, EveryFieldUnderItsName)
+{
+    const auto mapRecords = DeclaredFields();
+    std::set<std::string> seen;
+    const std::function<void(const std::string&, const Json::Value&)> Compare = [&](const std::string& strType,
+                                                                                    const Json::Value& value) {
+        const bool bList = strType.rfind("std::vector<", 0) == 0;
+        const std::string strRecord = bList ? strType.substr(12, strType.size() - 13) : strType;
+        if (mapRecords.count(strRecord) == 0) return;
+        ASSERT_TRUE(!bList || value.size() == 1) << strRecord << ": the test fills no list of them";
+        const Json::Value& object = bList ? value[0] : value;
+        EXPECT_EQ(mapRecords.at(strRecord).size(), object.size()) << strRecord;
+        for (const auto& [strName, strFieldType] : mapRecords.at(strRecord)) {
+            EXPECT_TRUE(object.isMember(strName)) << strRecord << "::" << strName;
+            if (object.isMember(strName)) Compare(strFieldType, object[strName]);
+        }
+        seen.insert(strRecord);
+    };
+    _ConvActionInfo info;
+    info.vChannels.resize(1);
+    info.stDisCtrlInfo.vItems.resize(1);
+    info.vSAContents.resize(1);
+    _ContentsItem& stItem = info.vSAContents[0].stItem;
+    stItem.stMnT.vGenres.resize(1), stItem.stMnT.vRatings.resize(1);
+    stItem.stOnTV.vGenres.resize(1), stItem.stOnTV.vRatings.resize(1);
+    stItem.stInfo.stWeather.vWInfo.resize(1), stItem.stInfo.stWeather.vForeInfo.resize(1);
+    stItem.stInfo.stStock.vDetailed.resize(1);
+    stItem.stInfo.stSports.vRecords.resize(1);
+    stItem.stInfo.stSports.vRecords[0].vStanding.resize(1);
+    Compare("_ConvActionInfo", ToJson(info));
+    Compare("_Content", ToJson(_Content{{{"cast"}}, stItem.stOnTV}));
+    EXPECT_EQ(36U, seen.size());
+}
+
+TEST(RecordJson, TextsKeepTheirBytesOnOneLine)
+{
+    const std::string strBytes("\"\\\n\0 \x7F\xC2\x85\xC2\xA0 \xC3\xA9\xFF\xC2", 15);
+    _ConvActionInfo info;
+    info.strAction = strBytes;
+    info.vDomain = {strBytes, ""};
+    info.vSAContents.resize(3);
+    info.vSAContents[2].stItem.stApp.szTitle = strBytes;
+    std::string strLine;
+    std::size_t nPieces = 0;
+    WriteJsonLine(info, [&](const std::string& strPiece) { strLine += strPiece, ++nPieces; });
+    EXPECT_LT(30U, nPieces);
+    EXPECT_EQ(0U, strLine.find(R"({"eActionType":0,"eSystemAction":0,)"));
+    EXPECT_NE(std::string::npos, strLine.find(R"("strAction":"\"\\\n\u0000 \u007f\u0085)"
+                                              "\xC2\xA0 \xC3\xA9\xFF\xC2\","));
+    EXPECT_EQ(strLine.size() - 1, strLine.find('\n'));
+    EXPECT_EQ(ToJson(info), Parsed(strLine));
+    EXPECT_EQ("\"\\u007f\\u009f\xC3\x9F\"\n", JsonLine("\x7F\xC2\x9F\xC3\x9F"));
+}

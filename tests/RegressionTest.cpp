@@ -1,0 +1,191 @@
+// What a reply may cost: memory that is moved and kept, the styled text in the log, replies that mean to exhaust the
+// set. Of its own, as it replaces new.
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "CADataSortFilter.h"
+#include "Conversation.h"
+
+static std::size_t g_nAllocated = 0;    // bytes asked for since the start
+static std::size_t g_nOutstanding = 0;  // bytes of blocks that are not released
+
+static void* Allocate(std::size_t nSize) noexcept
+{
+    void* const p = std::malloc(nSize);
+    g_nAllocated += nSize;
+    g_nOutstanding += malloc_usable_size(p);
+    return p;
+}
+
+// Not inlined: the compiler would take its free for another's than new's.
+__attribute__((noinline)) static void Release(void* p) noexcept
+{
+    g_nOutstanding -= malloc_usable_size(p);
+    std::free(p);
+}
+
+// clang-format off
+void* operator new(std::size_t nSize) { if (void* const p = Allocate(nSize)) return p; throw std::bad_alloc(); }
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept { return Allocate(nSize); }
+void operator delete(void* p) noexcept { Release(p); }
+void operator delete(void* p, std::size_t) noexcept { Release(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
+// clang-format on
+
+static std::string Repeated(std::size_t nTimes, const std::string& strText)
+{
+    std::string strResult;
+    strResult.reserve(nTimes * strText.size());
+    for (std::size_t i = 0; i < nTimes; ++i) strResult += strText;
+    return strResult;
+}
+
+class Regression : public Conversation
+{
+protected:
+    // The bytes that are asked for while a command with so many objects of two channels each becomes a record.
+    std::size_t BytesForChannels(int nObjects)
+    {
+        std::string strParams;
+        for (int i = 0; i < nObjects; ++i)
+            strParams +=
+                ",{'channels':[{'name':'" + std::to_string(2 * i) + "'},{'name':'" + std::to_string(2 * i + 1) + "'}]}";
+        std::string strReply = Reply("'tvcontrol':[{'action':'set_channel','params':[" + strParams.substr(1) + "]}]");
+        const std::size_t nBefore = g_nAllocated;
+        EXPECT_TRUE(SayRaw(std::move(strReply)));
+        const std::size_t nBytes = g_nAllocated - nBefore;
+        EXPECT_EQ(2U * static_cast<unsigned>(nObjects), m_stInfo.vChannels.size());
+        int nChannel = 0;
+        for (const _Channels& channel : m_stInfo.vChannels) EXPECT_EQ(std::to_string(nChannel++), channel.szName);
+        return nBytes;
+    }
+
+    // The bytes that are kept from a reply, its record gone.
+    static std::size_t OutstandingAfter(const std::string& strMembers, const std::string& strUtterance = "hi")
+    {
+        {
+            std::string strReply = Reply(strMembers);
+            _ConvActionInfo info;
+            EXPECT_TRUE(ca_get_speech_action(strUtterance, strReply, info));
+        }
+        return g_nOutstanding;
+    }
+};
+
+TEST_F(Regression, ChannelsOfManyParamsKeepTheirOrderAtLinearCost)
+{
+    g_Platform.bKeepLog = false;
+    const std::size_t nBytes = BytesForChannels(300);
+    EXPECT_LT(BytesForChannels(600), 3 * nBytes);
+}
+
+TEST_F(Regression, LargeReplyGivesItsMemoryBack)
+{
+    g_Platform.bKeepLog = false;
+    const std::string strSmall = Command("muteon");
+    const std::string strLong(1 << 20, 'x');
+    const _Texts vLarge = {"'system_sentence':'" + strLong + "'," + strSmall,
+                           "'domain':['" + strLong + "']," + strSmall,
+                           "'dialog':{'dialog_id':'" + strLong + "'}," + strSmall,
+                           "'domain':['a','b']," + Command("display_content", "'keyword':'" + strLong + "'"),
+                           "'domain':['tvcontrol']," + Command("search_failed", "'keyword':'" + strLong + "'"),
+                           "'tvcontrol':[" + Repeated(2000, "{'action':'muteon'},") + "0]",
+                           strSmall + ",'tvcontent':[" + Repeated(100, "{'type':'movie'},") + "0]",
+                           strSmall + ",'displaycontrol':[{'params':[" + Repeated(5000, "0,") + "0]}]",
+                           Command("display_candidates", "'names':['" + strLong + "']")};
+    OutstandingAfter(strSmall);  // what is kept for good is made now
+    const std::size_t nBefore = OutstandingAfter(strSmall);
+    for (const std::string& strLarge : vLarge) {
+        OutstandingAfter(strLarge, strLong);
+        EXPECT_GE(nBefore + 4096, OutstandingAfter(strSmall)) << strLarge.substr(0, 60);
+    }
+}
+
+// The log shows "params" as the JSON library's own styled text, comments and all.
+TEST_F(Regression, ParamsAreLoggedAsStyledText)
+{
+    for (const char* szParams :
+         {"[]", "{}", "7", "'x'", "true", "[[]]", "[{}]", "[[],{},[[1]]]", "[{'b':[],'a':{}}]",
+          "[1,2.5,-0.0,1e300,1e-7]", "[0.1,3.0,18446744073709551615,-9223372036854775808]",
+          "['\\u00e9\\n\\u0001\\t\\/','\xEB\xB3\x84\xF0\x9F\x98\x80']", "\n/*before*/[{'amount':1}]",
+          "\n// before\n[1]//behind\n", "[1,//of one\n2/*of two*/,/*of three*/3]",
+          "[{'a':1/*x*/,/*y*/'b':/*z*/2}/*end*/]", "[\n/*first*/{'a':[{'b':[1,[2,'three']]}]}, /*last*/ null //so\n]",
+          "[['a text that makes the list long','and longer still','until it no longer fits a line of the log']]"}) {
+        g_Platform.vLog.clear();
+        const std::string strReply = Reply("'tvcontrol':[{'action':'muteon','params':" + std::string(szParams) + "}]");
+        EXPECT_TRUE(SayRaw(strReply)) << szParams;
+        const Json::Value params = ParsedJson(strReply)["rsp"]["tvcontrol"][0]["params"];
+        EXPECT_EQ(1, g_Platform.Count("jPrm[" + params.toStyledString() + "]")) << szParams;
+        for (Json::ArrayIndex i = 0; params.isArray() && i < params.size(); ++i)
+            EXPECT_EQ(1, g_Platform.Count("jPrm[" + std::to_string(i) + "][" + params[i].toStyledString() + "]"))
+                << szParams;
+    }
+}
+
+TEST_F(Regression, StyledTextOfEachReplyStaysWithinItsBudget)
+{
+    constexpr std::size_t kBudget = 16 << 20;
+    constexpr std::size_t kFrame = 100;  // at most, what else stands in a line
+    const std::string strNested = std::string(900, '[') + std::string(900, ']');
+    const std::string strCommands = Repeated(20, "{'action':'muteon','params':" + strNested + "},");
+    for (int nReply = 0; nReply < 2; ++nReply) {
+        g_Platform.vLog.clear();
+        EXPECT_EQ("14 []", ActionOf("'tvcontrol':[" + strCommands + "{'action':'muteon'}]"));
+        std::size_t nLines = 0, nBytes = 0;
+        for (const _LogLine& line : g_Platform.vLog) {
+            if (line.strText.find("> jPrm[") == std::string::npos) continue;
+            ++nLines;
+            nBytes += line.strText.size();
+        }
+        EXPECT_EQ(40U, nLines);
+        EXPECT_TRUE(nBytes > kBudget && nBytes < kBudget + kFrame * nLines) << nBytes;
+    }
+}
+
+// A million values are always read; of more, each must take eight bytes. Equal keys keep the document small.
+TEST_F(Regression, MoreThanAMillionShortValuesAreRefused)
+{
+    const std::string strMute = Command("muteon");
+    const std::string strBare = Reply(strMute);
+    const auto separates = [](char c) { return c == ',' || c == '[' || c == '{'; };
+    const auto nRest = static_cast<std::size_t>(std::count_if(strBare.begin(), strBare.end(), separates));
+    const struct {
+        const char* szValue;
+        std::size_t nValues;
+        const char* szAction;
+    } kRows[] = {{"'':0,", 1 << 20, "14 []"},
+                 {"'':0,", (1 << 20) + 1, "refused"},
+                 {"'':123,", (1 << 20) + 1, "refused"},
+                 {"'':1234,", (1 << 20) + 1, "14 []"}};
+    for (const auto& [szValue, nValues, szAction] : kRows) {
+        g_Platform.vLog.clear();
+        EXPECT_EQ(szAction, ActionOf(Repeated(nValues - nRest, szValue) + strMute)) << szValue << nValues;
+        EXPECT_EQ(*szAction == 'r', g_Platform.Count("json parse error")) << szValue << nValues;
+    }
+}
+
+TEST_F(Regression, ManyCommentsAreDroppedAndTheRecordIsTheSame)
+{
+    const std::string strWithout = "jPrm[" + Parsed("[{'amount':7}]").toStyledString() + "]";
+    for (const std::string strComment : {"/**/", "//\n", "/*[{,*/"}) {
+        for (const std::size_t nComments : {0U, 10U, 25000U}) {
+            g_Platform.vLog.clear();
+            const std::string strComments = Repeated(nComments, strComment);
+            EXPECT_EQ("12 [7]", ActionOf("'tvcontrol':[{'action':'volumeup','params':[{'amount':7" + strComments +
+                                         "}]}]" + strComments));
+            EXPECT_EQ(nComments != 10U, g_Platform.Count(strWithout)) << nComments << strComment;
+        }
+    }
+}
+
+TEST_F(Regression, EmptySourceLeavesTheListInItsPlace)
+{
+    std::vector<int> vList = {3, 1, 2};
+    const int* const pFirst = vList.data();
+    CCADataSortFilter::t_Sort({{0, 9, 1}}, vList, {});
+    EXPECT_EQ((std::vector{3, 1, 2}), vList);
+    EXPECT_EQ(pFirst, vList.data());
+}
