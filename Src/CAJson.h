@@ -17,9 +17,9 @@ namespace CAJson
 {
 
 // Parses `strText` into `root`, comments included. False when that is not JSON (or nested deeper than the JSON
-// library follows, or memory runs out, or the text holds more than a million values of less than eight bytes each);
-// `root` is then of no use. Text behind the value is ignored. Comments are dropped from a text that has so many of
-// them that keeping them would take long.
+// library follows, or memory runs out, or the text seems to hold more than half a million values); `root` is then of
+// no use. Text behind the value is ignored. Comments are dropped from a text that has so many of them that keeping
+// them would take long.
 bool Parse(const std::string& strText, Json::Value& root);
 
 // The text of `value` over several lines, indented by tabs. At most `nBudget` bytes, which it takes from it: deep

@@ -188,16 +188,18 @@ _CertFlag CertFlagOf(std::string_view szType)
 }
 
 // Reads the items in place, each in its list entry, since a record is several kilobytes; hands over those that may be
-// offered.
-void StoreContents(CCAParsePacket& parser, const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
+// offered. Takes each element out of the document, to release it while it is still in the processor's cache.
+void StoreContents(CCAParsePacket& parser, Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
 {
-    const Json::Value& elements = Elements(tvcontent);
-    const auto nOffered = std::count_if(elements.begin(), elements.end(), [](const Json::Value& element) {
+    if (!tvcontent.isArray()) return;
+    const auto nOffered = std::count_if(tvcontent.begin(), tvcontent.end(), [](const Json::Value& element) {
         return CertFlagOf(Text(element, "type")) != nullptr;  // elements of other types must not cost memory
     });
     std::vector<_SAContents> vEntries;
     if (nOffered > 0) vEntries.reserve(static_cast<std::size_t>(nOffered) + 1);
-    for (const Json::Value& element : elements) {
+    for (Json::Value& stored : tvcontent) {
+        Json::Value element;
+        element.swap(stored);
         _ContentsItem& stItem = vEntries.emplace_back().stItem;
         if (ParseItem(parser, element, stItem)) {
             if (parser.t_CheckPermit(stItem)) continue;
@@ -318,8 +320,8 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
     nCount = 0;
     Json::Value root;
     if (!CAJson::Parse(t_szRawData, root)) return CA_LOGE("json parse error"), false;
-    const Json::Value& rsp = Child(root, "rsp");
-    if (rsp.isNull()) return false;
+    if (!Has(root, "rsp")) return false;
+    Json::Value& rsp = root["rsp"];
     CCADataHandler* pDataHandler = CCADataHandler::GetInstance();
     if (pDataHandler == nullptr) return CA_LOGE("pDataHandler is NULL"), false;
     CA_LOGD("TAG_RSP");
@@ -333,7 +335,7 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
     if (Has(rsp, "displaycontrol")) t_ParseDisplayControl(Child(rsp, "displaycontrol"));
     if (Has(rsp, "tvcontent")) {
         if (IsHandOver(*pDataHandler)) return true;
-        StoreContents(*this, Child(rsp, "tvcontent"), *pDataHandler, nCount);
+        StoreContents(*this, rsp["tvcontent"], *pDataHandler, nCount);
     }
     if (Has(rsp, "nlu_info")) CA_LOGE("TAG_NLU_INFO"), t_ParseNluInfo(Child(rsp, "nlu_info"));
     return true;
