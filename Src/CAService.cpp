@@ -38,6 +38,15 @@ bool ShowsContents(int nCode)
     }
 }
 
+// An ordinary reply's memory stays for the next one: to free a large block makes the allocator tidy up the whole
+// document that was released just before, at a fifth of the parse's time. More than that is given back.
+void ClearRawPacket(std::string& strRawPacket)
+{
+    constexpr std::size_t kKeptCapacity = 1 << 20;
+    strRawPacket.clear();
+    if (strRawPacket.capacity() > kKeptCapacity) strRawPacket.shrink_to_fit();
+}
+
 }  // namespace
 
 CCAService::CCAService()
@@ -122,17 +131,8 @@ bool CCAService::GetSpeechActionData(_ConvActionInfo& info)
         info.strSysResponse.clear();
     }
     m_pDataMgr->InitializeData();
-    t_ClearRawPacket();
+    ClearRawPacket(m_strRawPacket);
     return true;
-}
-
-// An ordinary reply's memory stays for the next one: to free a large block makes the allocator tidy up the whole
-// document that was released just before, at a fifth of the parse's time. More than that is given back.
-void CCAService::t_ClearRawPacket()
-{
-    constexpr std::size_t kKeptCapacity = 1 << 20;
-    m_strRawPacket.clear();
-    if (m_strRawPacket.capacity() > kKeptCapacity) m_strRawPacket.shrink_to_fit();
 }
 
 bool CCAService::t_IsContentsSearchAction()

@@ -37,7 +37,6 @@ public:
     bool GetSpeechActionData(CADataRepository::_ConvActionInfo& info);
 
 private:
-    void t_ClearRawPacket();
     bool t_IsContentsSearchAction();
     void t_UpdateSearchResult(CADataRepository::_ConvActionInfo& info);
 

@@ -109,8 +109,11 @@ double Seconds(const timeval& time)
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
+constexpr int kRefused = 3;  // how such a child exits
+
 struct _Cost {
     bool bEnded;
+    bool bRefused;
     double fSeconds;
     double fPeakBytes;
 };
@@ -124,14 +127,13 @@ _Cost Measure(const _Shape& shape, std::size_t nSize)
         Fuzz::SetPlatform("US en_US 1");
         ca_initial_service("hostile");
         CADataRepository::_ConvActionInfo info;
-        ca_get_speech_action("find a film", strReply, info);
-        _exit(0);
+        _exit(ca_get_speech_action("find a film", strReply, info) ? 0 : kRefused);
     }
     int nStatus = 0;
     rusage usage = {};
     wait4(nChild, &nStatus, 0, &usage);
-    return {WIFEXITED(nStatus), Seconds(usage.ru_utime) + Seconds(usage.ru_stime),
-            static_cast<double>(usage.ru_maxrss) * 1024};
+    return {WIFEXITED(nStatus), WIFEXITED(nStatus) && WEXITSTATUS(nStatus) == kRefused,
+            Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) * 1024};
 }
 
 bool IsAsked(const char* szName, int argc, char* argv[])
@@ -155,9 +157,10 @@ int main(int argc, char* argv[])
         const _Cost stHalf = Measure(shape, nSize / 2);
         const _Cost stFull = Measure(shape, nSize);
         bAllEnded = bAllEnded && stHalf.bEnded && stFull.bEnded;
+        const char* const szNote = stFull.bRefused ? "  refused" : stFull.bEnded ? "" : "  KILLED";
         const double fPeak = stFull.fPeakBytes - fIdle;
         std::printf("%-20s %9.3f %9.3f %9.1f %9.1f%s\n", shape.szName, stHalf.fSeconds, stFull.fSeconds,
-                    fPeak / 1048576, fPeak / static_cast<double>(nSize), stFull.bEnded ? "" : "  KILLED");
+                    fPeak / 1048576, fPeak / static_cast<double>(nSize), szNote);
         std::fflush(stdout);
     }
     return bAllEnded ? 0 : 1;

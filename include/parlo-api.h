@@ -40,7 +40,8 @@ PARLO_EXPORT void ca_uninitial();
 // Turns the utterance `strPreAllResult` and the server's JSON reply `strRawData` into what the TV does next.
 //
 // The caller owns `info` and passes a fresh one for each reply; see _ConvActionInfo for which fields are
-// assigned. `strRawData` is read only. Both texts are taken as they are, of any length.
+// assigned. `strRawData` is read only. Both texts may have any length, but a reply of more than 524,288 values
+// (counted by its ',', '[' and '{') or nested deeper than 1,000 levels is refused as if it were no JSON.
 // Returns false, with the reason in the log, when there is no service, a text is empty, the reply is not JSON,
 // says that the server failed or holds no TV control command, or memory runs out. `info` is then as it was, except
 // that a reply without a command has assigned strSysResponse, and that a lack of memory may leave it half filled.

@@ -3,27 +3,12 @@
 
 using Content = Conversation;
 
-// Every kind of element, those that are refused in a reply included, and a programme with its cast.
 TEST_F(Content, EachKeyGoesToItsField)
 {
-    std::string strItems;
     const Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
-    for (const Json::Value& element : elements) {
-        _ContentsItem stItem;
-        stItem.szType = element["type"].asString();
-        if (stItem.szType == "movie") m_Parser.t_ParseMovieByOne(element, stItem.stMnT);
-        if (stItem.szType == "tvshow") m_Parser.t_ParseTVShowByOne(element, stItem.stMnT);
-        if (stItem.szType[0] == 'a') m_Parser.t_ParseAppsByOne(element["app_info"], stItem.stApp);
-        if (stItem.szType == "kids") m_Parser.t_ParseKidsBook(element, stItem.stVideo);
-        if (stItem.szType == "fitness") m_Parser.t_ParseFitnessVOD(element, stItem.stVideo);
-        if (stItem.szType == "weather") m_Parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
-        if (stItem.szType == "stock") m_Parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
-        if (stItem.szType == "sports") m_Parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
-        strItems += JsonLine(Filled(ToJson(stItem), ToJson(_ContentsItem())));
-    }
-    EXPECT_TRUE(m_Parser.t_ParseContent(elements[0]));
-    strItems += JsonLine(Filled(ToJson(Store().GetContent()), ToJson(_Content())));
-    EXPECT_EQ(DataFile("every-key.items.txt"), strItems);
+    std::string strItems;
+    for (const Json::Value& element : elements) strItems += ItemOf(element);
+    EXPECT_EQ(DataFile("every-key.items.txt"), strItems + ContentOf(elements[0]));
 }
 
 TEST_F(Content, EveryItemIsKeptDroppedOrRefused)

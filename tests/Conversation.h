@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "CADataHandler.h"
+#include "CAJson.h"
 #include "CAParseJson.h"
 #include "FakePlatform.h"
 #include "JsonText.h"
@@ -67,6 +68,30 @@ protected:
         std::vector<_SAContents> vList(1);
         Store().GetSAContentsList(vList);
         return vList;
+    }
+
+    // What an element of "tvcontent" fills, also of a kind that is refused in a reply.
+    std::string ItemOf(const Json::Value& element)
+    {
+        _ContentsItem stItem;
+        const Json::Value& type = CAJson::Child(element, "type");
+        if (type.isString()) stItem.szType = type.asString();
+        if (stItem.szType == "movie") m_Parser.t_ParseMovieByOne(element, stItem.stMnT);
+        if (stItem.szType == "tvshow") m_Parser.t_ParseTVShowByOne(element, stItem.stMnT);
+        if (stItem.szType[0] == 'a') m_Parser.t_ParseAppsByOne(CAJson::Child(element, "app_info"), stItem.stApp);
+        if (stItem.szType == "kids") m_Parser.t_ParseKidsBook(element, stItem.stVideo);
+        if (stItem.szType == "fitness") m_Parser.t_ParseFitnessVOD(element, stItem.stVideo);
+        if (stItem.szType == "weather") m_Parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
+        if (stItem.szType == "stock") m_Parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
+        if (stItem.szType == "sports") m_Parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
+        return JsonLine(Filled(ToJson(stItem), ToJson(_ContentsItem())));
+    }
+
+    // The same of a programme with its cast.
+    std::string ContentOf(const Json::Value& content)
+    {
+        EXPECT_TRUE(m_Parser.t_ParseContent(content));
+        return JsonLine(Filled(ToJson(Store().GetContent()), ToJson(_Content())));
     }
 
     _ConvActionInfo m_stInfo;

@@ -82,6 +82,7 @@ TEST_F(DataHandler, HeldLockMakesAGetterWaitAndNothingElse)
         for (int i = 0; i < 1000; i += bStarted ? 1 : 0) std::this_thread::yield();
         EXPECT_FALSE(bAnswered);
         Store().SetUserInputVOICE("not guarded");
+        EXPECT_FALSE(Store().GetDisplayControlSetFlag());
     };
     Results();
     EXPECT_EQ("kept", answer.get());

@@ -195,7 +195,7 @@ TEST_F(Explanation, SaysWhatBecameOfEachPartAndWhy)
     EXPECT_EQ(18U, vRows.size());
     for (const auto& [strMembers, strTold] : vRows)
         EXPECT_EQ(Lengthened(strTold), Told(Reply(Lengthened(strMembers)))) << strMembers;
-    EXPECT_EQ("[refused] it is not JSON. @t_ParseSearchServer", Told("{'rsp':{}"));
+    EXPECT_EQ("[refused] it is not JSON, or beyond a limit. @t_ParseSearchServer", Told("{'rsp':{}"));
     EXPECT_EQ("[refused] it has no 'rsp'. @t_ParseSearchServer", Told("[1]"));
     EXPECT_EQ("[refused] the utterance or the reply is empty. @ParseDataFlow", Told(""));
 }

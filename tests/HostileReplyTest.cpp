@@ -47,6 +47,19 @@ TEST_F(HostileReply, AnotherTypeReadsAsMissing)
     EXPECT_EQ("14 []", ActionOf(Command("muteon")));
 }
 
+// Past the reply, which shows neither the kinds that it refuses nor a programme.
+TEST_F(HostileReply, ItemOfAnotherTypeReadsAsMissing)
+{
+    g_Platform.bKeepLog = false;
+    m_AnyType = {"/poster/images/index/", "/schedule", "/forecast_info//condition_icon/",
+                 "/records//standing//season_stats/"};
+    Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
+    for (Json::Value& element : elements) TryEachType("", element, [&] { return ItemOf(element); });
+    TryEachType("", elements[0], [&] { return ContentOf(elements[0]); });
+}
+
+std::string TakeSchema(CCADataHandler& store);  // SchemaTest.cpp
+
 TEST_F(HostileReply, SchemaOfAnotherTypeReadsAsMissing)
 {
     for (const char* szStat : {"ok", "fail"}) {
@@ -55,10 +68,11 @@ TEST_F(HostileReply, SchemaOfAnotherTypeReadsAsMissing)
         m_AnyType = {"/rsp/err/msg", "/rsp/err/code"};
         TryEachType("", root, [&] {
             g_Platform.vLog.clear();
+            Store().SetCommunicateErrorCode("");
             std::string strLog;
             m_Parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, JsonLine(root), m_nCount);
             for (const _LogLine& line : g_Platform.vLog) strLog += line.strText;
-            return strLog + std::to_string(Results().size());
+            return strLog + TakeSchema(Store()) + Store().GetCommunicateErrorCode();
         });
     }
 }
@@ -75,6 +89,8 @@ TEST_F(HostileReply, DepthSizeAndBytes)
     EXPECT_EQ("12 []", ActionOf(Command("volumeup", "'amount':99999999999999999999999")));
     EXPECT_EQ("refused", ActionOf(Command("volumeup", "'amount':1e999")));
     EXPECT_EQ(3, g_Platform.Count("json parse error"));
-    EXPECT_EQ("14 []", ActionOf("'pad':'" + std::string(64 << 20, 'x') + "'," + Command("muteon")));
+    const std::string strPad(64 << 20, 'x'), strMany(64 << 20, ',');
+    EXPECT_EQ("14 []", ActionOf("'pad':'" + strPad + "'," + Command("muteon")));
+    EXPECT_EQ("refused", ActionOf("'pad':'" + strMany + "'," + Command("muteon")));
     EXPECT_EQ("14 []", ActionOf(Command("muteon") + "}} trailing"));
 }

@@ -1,6 +1,8 @@
-// Memory runs out, once or for good, at every allocation of a conversation in turn. Of its own, as it replaces new.
+// Memory runs out, once or for good, at every allocation of a conversation in turn, those included that are made once
+// in a thread. Of its own, as it replaces new; what the JSON library asks of malloc always succeeds.
 #include <cstdlib>
 #include <new>
+#include <thread>
 
 #include "CAService.h"
 #include "Conversation.h"
@@ -47,7 +49,7 @@ static auto InLibrary(Call call)
 }
 
 // A whole service life; what each of its calls gave, up to the one in which memory ran out.
-static _Texts Converse()
+static _Texts LiveOnce()
 {
     static std::string vReplies[] = {DataFile("every-key.json"),
                                      Reply("'domain':['a','b']," + Command("display_content")),
@@ -66,10 +68,18 @@ static _Texts Converse()
     return vOutcomes;
 }
 
+// The same in a thread of its own, whose objects are yet to be made.
+static _Texts Converse()
+{
+    _Texts vOutcomes;
+    std::thread([&] { vOutcomes = LiveOnce(); }).join();
+    return vOutcomes;
+}
+
 TEST(Oom, EveryAllocationMayFail)
 {
     g_Platform.bKeepLog = false;  // the fake's own memory is not the subject
-    Converse();                   // what the library and the JSON library keep for good is made now
+    Converse();                   // what the test, the JSON library and the size table keep for good
     const _Texts vWanted = Converse();
     ASSERT_FALSE(vWanted.at(1) == "failed" || vWanted.at(2) == "failed" || vWanted.at(3) == "failed");
     for (const bool bForGood : {false, true}) {

@@ -178,7 +178,7 @@ TEST(Refusal, IsToldFromTheLinesOfTheLog)
           "a:strPreAllResult is empty() or|the utterance or the reply is empty|a:strPreAllResult is empty() or" +
               std::string(),
           strStart + "x:y|it has no \"rsp\"|S:Start to parse search server data.",
-          strStart + "S:json parse error|it is not JSON|S:json parse error",
+          strStart + "S:json parse error|it is not JSON, or beyond a limit|S:json parse error",
           strRsp + "x:vTVControl is empty|it holds no TV control command|x:vTVControl is empty",
           strRsp + "x:pDataHandler is NULL|memory ran out|x:pDataHandler is NULL",
           strRsp + "x:stopped by an exception: std::bad_alloc|memory ran out|x:stopped by an exception: std::bad_alloc",

@@ -86,22 +86,24 @@ TEST_F(Regression, LargeReplyGivesItsMemoryBack)
 {
     g_Platform.bKeepLog = false;
     const std::string strSmall = Command("muteon");
-    constexpr std::size_t kKeptForNextReply = 1 << 20;  // of the reply's text
-    const std::string strLong(2 * kKeptForNextReply, 'x');
+    constexpr std::size_t kMostKept = 1 << 20;  // of a reply's text, for the next one
+    const std::string strLong(kMostKept, 'x');
     const _Texts vLarge = {"'system_sentence':'" + strLong + "'," + strSmall,
                            "'domain':['" + strLong + "']," + strSmall,
                            "'dialog':{'dialog_id':'" + strLong + "'}," + strSmall,
                            "'domain':['a','b']," + Command("display_content", "'keyword':'" + strLong + "'"),
                            "'domain':['tvcontrol']," + Command("search_failed", "'keyword':'" + strLong + "'"),
-                           "'tvcontrol':[" + Repeated(5000, "{'action':'muteon'},") + "0]",
-                           strSmall + ",'tvcontent':[" + Repeated(500, "{'type':'movie'},") + "0]",
-                           strSmall + ",'displaycontrol':[{'params':[" + Repeated(50000, "0,") + "0]}]",
+                           "'tvcontrol':[" + Repeated(2000, "{'action':'muteon'},") + "0]",
+                           strSmall + ",'tvcontent':[" + Repeated(100, "{'type':'movie'},") + "0]",
+                           strSmall + ",'displaycontrol':[{'params':[" + Repeated(5000, "0,") + "0]}]",
                            Command("display_candidates", "'names':['" + strLong + "']")};
     OutstandingAfter(strSmall);  // what is kept for good is made now
     const std::size_t nBefore = OutstandingAfter(strSmall);
+    std::size_t nKept = 0;
     for (const std::string& strLarge : vLarge) {
         OutstandingAfter(strLarge, strLong);
-        EXPECT_GE(nBefore + kKeptForNextReply + 4096, OutstandingAfter(strSmall)) << strLarge.substr(0, 60);
+        nKept = Reply(strLarge).size() > kMostKept ? 0 : std::max(nKept, Reply(strLarge).size());
+        EXPECT_GE(nBefore + nKept + 4096, OutstandingAfter(strSmall)) << strLarge.substr(0, 60);
     }
 }
 

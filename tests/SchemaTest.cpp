@@ -10,6 +10,17 @@ struct _Opened {
 };
 template struct _Opened<&CCADataHandler::m_vSchemaList>;
 
+std::string TakeSchema(CCADataHandler& store)
+{
+    std::string strSchema;
+    for (const auto& [nCategory, vRules] : std::exchange(SchemaList(store), {})) {
+        strSchema += std::to_string(nCategory) + ":";
+        for (const auto& [nType, nFrom, nTo, nCycle] : vRules)
+            for (const int n : {nType, nFrom, nTo, nCycle}) strSchema += std::to_string(n) + " ";
+    }
+    return strSchema;
+}
+
 using Schema = Conversation;
 
 TEST_F(Schema, CallerLoadsItAndTheListIsOrderedAnew)
@@ -30,13 +41,7 @@ TEST_F(Schema, CallerLoadsItAndTheListIsOrderedAnew)
 TEST_F(Schema, EntriesAndRules)
 {
     EXPECT_TRUE(m_Parser.t_ParseSearchSchema(DataFile("every-key-schema.json")));
-    std::string strSchema;
-    for (const auto& [nCategory, vRules] : SchemaList(Store())) {
-        strSchema += std::to_string(nCategory) + ":";
-        for (const auto& [nType, nFrom, nTo, nCycle] : vRules)
-            for (const int n : {nType, nFrom, nTo, nCycle}) strSchema += std::to_string(n) + " ";
-    }
-    EXPECT_EQ("1:0 0 0 0 3:1 2 5 3 1 7 0 -1 6:6:3 0 2147483647 0 6:1:3 0 0 0 2 0 0 0 0 0 0 0 2:", strSchema);
+    EXPECT_EQ("1:0 0 0 0 3:1 2 5 3 1 7 0 -1 6:6:3 0 2147483647 0 6:1:3 0 0 0 2 0 0 0 0 0 0 0 2:", TakeSchema(Store()));
     EXPECT_EQ(1, g_Platform.Count(" invalide type: unknown, so the one before"));
 }
 

@@ -19,7 +19,7 @@ struct _Meaning {
 constexpr _Meaning kMeanings[] = {
     {"strPreAllResult is empty()", "the utterance or the reply is empty"},
     {"Start to parse search server data.", "it has no \"rsp\""},
-    {"json parse error", "it is not JSON"},
+    {"json parse error", "it is not JSON, or beyond a limit"},
     {"TAG_RSP", ""},
     {"vTVControl is empty", "it holds no TV control command"},
     {"pDataHandler is NULL", "memory ran out"},

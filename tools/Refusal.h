@@ -12,7 +12,7 @@ class CRefusal
 public:
     void Listen(const _LogLine& stLine);
 
-    // The reason as half a sentence, "it is not JSON".
+    // The reason as half a sentence, "it has no \"rsp\"".
     std::string Reason() const;
 
     // The line that the reason rests on. Of a reply without "rsp" it is the line behind which more should come.
