@@ -198,8 +198,7 @@ void StoreContents(CCAParsePacket& parser, Json::Value& tvcontent, CCADataHandle
     std::vector<_SAContents> vEntries;
     if (nOffered > 0) vEntries.reserve(static_cast<std::size_t>(nOffered) + 1);
     for (Json::Value& stored : tvcontent) {
-        Json::Value element;
-        element.swap(stored);
+        const Json::Value element(std::move(stored));
         _ContentsItem& stItem = vEntries.emplace_back().stItem;
         if (ParseItem(parser, element, stItem)) {
             if (parser.t_CheckPermit(stItem)) continue;
@@ -250,6 +249,14 @@ void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, std::
                    Child(param, "website").isString());
         ParseCommandParam(parser, param, stTVCtl);
     }
+}
+
+// Reads the poster of an item of the given kind, if `szKey` of its "poster" is there.
+void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Value& element, _Poster& poster,
+                     const char* szKey = "images")
+{
+    const Json::Value& images = Child(Child(element, "poster"), szKey);
+    if (!images.isNull()) parser.t_ParsePoster(szKind, images, poster);
 }
 
 // Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
@@ -475,8 +482,7 @@ void CCAParsePacket::t_ParseOnTVByOne(const Json::Value& element, _OnTVContents&
     contents.nKind = E_CA_CONTENT_KIND_PROGRAMME;
     CAJson::Fill(element, kOnTVKeys, contents);
     CA_LOGE("title = [%s]", contents.szTitle.c_str());
-    const Json::Value& images = Child(Child(element, "poster"), "images");
-    if (!images.isNull()) t_ParsePoster("epg", images, contents.stPoster);
+    ParseItemPoster(*this, "epg", element, contents.stPoster);
     t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
     t_ParseGenres(Child(element, "genres"), contents.vGenres);
     if (Has(element, "channel")) t_ParseChannel(Child(element, "channel"), contents.stChannelInfo);
@@ -515,8 +521,7 @@ void CCAParsePacket::t_ParseMnT(const Json::Value& element, bool bTVShow, _MnTCo
         contents.nSeason = season.isInt() ? Int(season, "number") : 0;
         if (Has(element, "episode")) t_ParseEpisode(Child(element, "episode"), contents.stEpisode);
     }
-    const Json::Value& images = Child(Child(element, "poster"), "images");
-    if (!images.isNull()) t_ParsePoster(bTVShow ? "tvshow" : "movie", images, contents.stPoster);
+    ParseItemPoster(*this, bTVShow ? "tvshow" : "movie", element, contents.stPoster);
     t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
     t_ParseGenres(Child(element, "genres"), contents.vGenres);
 }
@@ -528,12 +533,8 @@ void CCAParsePacket::t_ParseAppsByOne(const Json::Value& appInfo, _AppContents& 
     if (!t_ResolvePremiumFlag(CCAUtil::IsSupportGamePanel(), contents.szPremiumFlag)) return;
     CAJson::Fill(appInfo, kRunnableAppKeys, contents);
     // The kind is "apps", which the size table does not list: an application gets the first size on offer.
-    const Json::Value& poster = Child(appInfo, "poster");
-    const Json::Value& images = Child(poster, "images");
-    const Json::Value& premiumImages = Child(poster, "images4premium");
-    if (!images.isNull() && contents.szPremiumFlag == "s") t_ParsePoster("apps", images, contents.stPoster);
-    if (!premiumImages.isNull() && contents.szPremiumFlag == "p")
-        t_ParsePoster("apps", premiumImages, contents.stPoster);
+    if (contents.szPremiumFlag == "s") ParseItemPoster(*this, "apps", appInfo, contents.stPoster);
+    if (contents.szPremiumFlag == "p") ParseItemPoster(*this, "apps", appInfo, contents.stPoster, "images4premium");
 }
 
 bool CCAParsePacket::t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag)
@@ -546,8 +547,7 @@ bool CCAParsePacket::t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag)
 void CCAParsePacket::t_ParseKidsBook(const Json::Value& element, _VideoContents& contents)
 {
     CAJson::Fill(element, kKidsKeys, contents);
-    const Json::Value& images = Child(Child(element, "poster"), "images");
-    if (!images.isNull()) t_ParsePoster("kids", images, contents.stPoster);
+    ParseItemPoster(*this, "kids", element, contents.stPoster);
     contents.nKind = E_CA_CONTENT_KIND_KIDS;
 }
 
@@ -555,8 +555,7 @@ void CCAParsePacket::t_ParseFitnessVOD(const Json::Value& element, _VideoContent
 {
     contents.nKind = E_CA_CONTENT_KIND_FITNESS;
     CAJson::Fill(element, kFitnessKeys, contents);
-    const Json::Value& images = Child(Child(element, "poster"), "images");
-    if (!images.isNull()) t_ParsePoster("fitness", images, contents.stPoster);
+    ParseItemPoster(*this, "fitness", element, contents.stPoster);
 }
 
 void CCAParsePacket::t_ParseChannel(const Json::Value& channel, _ChannelInfo& info)
