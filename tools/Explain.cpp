@@ -1,14 +1,12 @@
 // Brings the reply's commands and items together with the log lines that they left.
 #include "Explain.h"
 
-#include <json/reader.h>
-
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "Input.h"
 #include "Render.h"
 #include "ReplyShape.h"
 
@@ -89,20 +87,6 @@ int NumberOf(const _LogLine& stLine)
 {
     const std::size_t nStart = stLine.strMessage.find_last_not_of("-0123456789") + 1;
     return static_cast<int>(std::strtol(stLine.strMessage.c_str() + nStart, nullptr, 10));
-}
-
-// The reply as the library sees it: lenient, the last of two equal keys wins. Null when it is not JSON.
-Json::Value Parsed(const std::string& strText)
-{
-    Json::Value root;
-    Json::CharReaderBuilder builder;
-    builder["collectComments"] = false;  // keeping many of them takes the reader long
-    const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
-    try {
-        if (pReader->parse(strText.data(), strText.data() + strText.size(), &root, nullptr)) return root;
-    } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
-    }
-    return Json::nullValue;
 }
 
 std::string TextOf(const Json::Value& value)
@@ -445,6 +429,7 @@ void CExplanation::ContentsEnd()
 
 std::string Explain(const _Reply& stReply, const _Outcome& stOutcome, const CPaint& paint)
 {
-    const Json::Value root = Parsed(stReply.strText);
+    Json::Value root;
+    if (!ParseJson(stReply.strText, false, root)) root = Json::Value();
     return Heading(stReply, paint) + CExplanation(stOutcome, Child(root, "rsp"), paint).Text();
 }

@@ -19,19 +19,6 @@ struct _Closer {
     }
 };
 
-bool ParseLine(std::string_view szLine, Json::Value& root)
-{
-    Json::CharReaderBuilder builder;
-    builder["failIfExtra"] = true;
-    builder["collectComments"] = false;  // keeping many of them takes the reader long
-    const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
-    try {
-        return pReader->parse(szLine.data(), szLine.data() + szLine.size(), &root, nullptr);
-    } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
-        return false;
-    }
-}
-
 // The text of the JSON string `value`, NUL bytes included.
 std::string Bytes(const Json::Value& value)
 {
@@ -41,6 +28,19 @@ std::string Bytes(const Json::Value& value)
 }
 
 }  // namespace
+
+bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root)
+{
+    Json::CharReaderBuilder builder;
+    builder["failIfExtra"] = bWhole;
+    builder["collectComments"] = false;  // keeping many of them takes the reader long
+    const std::unique_ptr<Json::CharReader> pReader(builder.newCharReader());
+    try {
+        return pReader->parse(szText.data(), szText.data() + szText.size(), &root, nullptr);
+    } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
+        return false;
+    }
+}
 
 bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
 {
@@ -60,7 +60,7 @@ bool ReadTurn(std::string_view szLine, _Reply& stReply, std::string& strReason)
     constexpr std::string_view kMark = "\xEF\xBB\xBF";  // the reader skips it and counts offsets from behind it
     if (szLine.substr(0, kMark.size()) == kMark) szLine.remove_prefix(kMark.size());
     Json::Value root;
-    if (!ParseLine(szLine, root)) return strReason = "the line is not JSON", false;
+    if (!ParseJson(szLine, true, root)) return strReason = "the line is not JSON", false;
     if (!root.isObject()) return strReason = "the line is not a JSON object", false;
     const Json::Value& utterance = root["utterance"];
     const Json::Value& reply = root["reply"];

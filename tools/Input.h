@@ -2,6 +2,8 @@
 #ifndef PARLO_INPUT_H
 #define PARLO_INPUT_H
 
+#include <json/value.h>
+
 #include <string>
 #include <string_view>
 
@@ -11,6 +13,10 @@ struct _Reply {
     std::string strUtterance;
     std::string strText;
 };
+
+// Parses `szText`, of two equal keys the last. With `bWhole` nothing may follow the value. When that fails, returns
+// false; `root` is then of no use.
+bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root);
 
 // Reads all bytes of the file `strFile` ("-": standard input) into `strText`. When that fails, returns false and
 // puts the system's reason into `strReason`.
