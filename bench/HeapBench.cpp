@@ -1,5 +1,6 @@
 // How often ca_get_speech_action allocates and how much heap it needs at its peak, as ratios to the bare parse of the
-// same text. Counted by replacing the program's operator new, which the libraries use too.
+// same text. Counted by replacing the program's operator new, which the libraries use too, but for the JSON library's
+// texts.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>

@@ -112,8 +112,7 @@ double Seconds(const timeval& time)
 constexpr int kRefused = 3;  // how such a child exits
 
 struct _Cost {
-    bool bEnded;
-    bool bRefused;
+    int nExit;  // negative: it was killed
     double fSeconds;
     double fPeakBytes;
 };
@@ -132,8 +131,8 @@ _Cost Measure(const _Shape& shape, std::size_t nSize)
     int nStatus = 0;
     rusage usage = {};
     wait4(nChild, &nStatus, 0, &usage);
-    return {WIFEXITED(nStatus), WIFEXITED(nStatus) && WEXITSTATUS(nStatus) == kRefused,
-            Seconds(usage.ru_utime) + Seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) * 1024};
+    return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Seconds(usage.ru_utime) + Seconds(usage.ru_stime),
+            static_cast<double>(usage.ru_maxrss) * 1024};
 }
 
 bool IsAsked(const char* szName, int argc, char* argv[])
@@ -156,8 +155,8 @@ int main(int argc, char* argv[])
         if (!IsAsked(shape.szName, argc, argv)) continue;
         const _Cost stHalf = Measure(shape, nSize / 2);
         const _Cost stFull = Measure(shape, nSize);
-        bAllEnded = bAllEnded && stHalf.bEnded && stFull.bEnded;
-        const char* const szNote = stFull.bRefused ? "  refused" : stFull.bEnded ? "" : "  KILLED";
+        bAllEnded = bAllEnded && stHalf.nExit >= 0 && stFull.nExit >= 0;
+        const char* const szNote = stFull.nExit < 0 ? "  KILLED" : stFull.nExit == kRefused ? "  refused" : "";
         const double fPeak = stFull.fPeakBytes - fIdle;
         std::printf("%-20s %9.3f %9.3f %9.1f %9.1f%s\n", shape.szName, stHalf.fSeconds, stFull.fSeconds,
                     fPeak / 1048576, fPeak / static_cast<double>(nSize), szNote);

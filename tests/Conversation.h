@@ -28,6 +28,9 @@ inline _Texts Words(const std::string& strText)
     return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
 }
 
+// The schema in the store, as text, which takes it out. It has no other way out: see SchemaTest.cpp.
+std::string TakeSchema(CCADataHandler& store);
+
 // The service goes on and off with the test. Each test starts with an empty log.
 class Conversation : public testing::Test
 {

@@ -58,8 +58,6 @@ TEST_F(HostileReply, ItemOfAnotherTypeReadsAsMissing)
     TryEachType("", elements[0], [&] { return ContentOf(elements[0]); });
 }
 
-std::string TakeSchema(CCADataHandler& store);  // SchemaTest.cpp
-
 TEST_F(HostileReply, SchemaOfAnotherTypeReadsAsMissing)
 {
     for (const char* szStat : {"ok", "fail"}) {

@@ -1,11 +1,10 @@
 // Memory runs out, once or for good, at every allocation of a conversation in turn, those included that are made once
 // in a thread. Of its own, as it replaces new; what the JSON library asks of malloc always succeeds.
-#include <cstdlib>
-#include <new>
 #include <thread>
 
 #include "CAService.h"
 #include "Conversation.h"
+#include "ReplacedNew.h"
 
 static long g_nOutstanding = 0;    // blocks that are allocated and not released
 static long g_nUntilFailure = -1;  // allocations of the library that still succeed; negative: all do
@@ -29,14 +28,6 @@ static void Release(void* p) noexcept
     g_nOutstanding -= p != nullptr;
     std::free(p);
 }
-
-// clang-format off
-void* operator new(std::size_t nSize) { if (void* const p = Allocate(nSize)) return p; throw std::bad_alloc(); }
-void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept { return Allocate(nSize); }
-void operator delete(void* p) noexcept { Release(p); }
-void operator delete(void* p, std::size_t) noexcept { Release(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
-// clang-format on
 
 // What the call gives; allocations in it are the library's.
 template <typename Call>

@@ -3,11 +3,10 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <new>
 
 #include "CADataSortFilter.h"
 #include "Conversation.h"
+#include "ReplacedNew.h"
 
 static std::size_t g_nAllocated = 0;    // bytes asked for since the start
 static std::size_t g_nOutstanding = 0;  // bytes of blocks that are not released
@@ -26,14 +25,6 @@ __attribute__((noinline)) static void Release(void* p) noexcept
     g_nOutstanding -= malloc_usable_size(p);
     std::free(p);
 }
-
-// clang-format off
-void* operator new(std::size_t nSize) { if (void* const p = Allocate(nSize)) return p; throw std::bad_alloc(); }
-void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept { return Allocate(nSize); }
-void operator delete(void* p) noexcept { Release(p); }
-void operator delete(void* p, std::size_t) noexcept { Release(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
-// clang-format on
 
 static std::string Repeated(std::size_t nTimes, const std::string& strText)
 {

@@ -1,0 +1,19 @@
+// Replaces the program's operator new by the two functions that the including test defines behind it.
+#ifndef PARLO_TESTS_REPLACEDNEW_H
+#define PARLO_TESTS_REPLACEDNEW_H
+
+#include <cstdlib>
+#include <new>
+
+static void* Allocate(std::size_t nSize) noexcept;  // null: memory ran out
+static void Release(void* p) noexcept;
+
+// clang-format off
+void* operator new(std::size_t nSize) { if (void* const p = Allocate(nSize)) return p; throw std::bad_alloc(); }
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept { return Allocate(nSize); }
+void operator delete(void* p) noexcept { Release(p); }
+void operator delete(void* p, std::size_t) noexcept { Release(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
+// clang-format on
+
+#endif
