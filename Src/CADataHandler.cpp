@@ -18,7 +18,7 @@ constexpr char kGetList[] = "GetSAContentsList";  // both ways to the list log u
 
 // A result source besides the voice server, which a schema category merges into the list. No step of the
 // library puts entries into one; what is here is what the schema's rules mean for them.
-struct _Source {
+struct Source {
     int nCategory;
     bool bMerged = false;
     std::vector<_SAContents> vEntries = {};
@@ -172,14 +172,14 @@ bool CCADataHandler::CanRequestSchema()
 void CCADataHandler::GetSAContentsList(std::vector<_SAContents>& vOut)
 {
     CCAPollingLock lock(m_stMutex);
-    t_Refresh(_Items::KEEP);
+    t_Refresh(Items::KEEP);
     vOut = m_vSAContents;
 }
 
 void CCADataHandler::TakeSAContentsList(std::vector<_SAContents>& vOut)
 {
     CCAPollingLock lock(m_stMutex);
-    t_Refresh(_Items::MOVE);
+    t_Refresh(Items::MOVE);
     vOut = std::move(m_vSAContents);
     t_ClearContents();
 }
@@ -207,7 +207,7 @@ void CCADataHandler::t_ClearContents()
     m_bSorted = false;
 }
 
-void CCADataHandler::t_Refresh(_Items eItems)
+void CCADataHandler::t_Refresh(Items eItems)
 {
     if (!m_bSorted) {
         CA_LOGD_AS(kGetList, " Data has been updated, it will be sorted");
@@ -222,18 +222,18 @@ void CCADataHandler::t_ServerToSAContentsList(const std::vector<_SAContents>& it
     AppendAll(list, list.end(), items);
 }
 
-void CCADataHandler::t_Sort(_Items eItems)
+void CCADataHandler::t_Sort(Items eItems)
 {
     m_vSAContents.clear();
-    if (eItems == _Items::MOVE)
+    if (eItems == Items::MOVE)
         m_vSAContents.swap(m_vContentsItem);
     else
         t_ServerToSAContentsList(m_vContentsItem, m_vSAContents);
 
-    _Source sources[] = {{E_CA_SCHEMA_CATEGORY_LINTRA},
-                         {E_CA_SCHEMA_CATEGORY_YOUTUBE},
-                         {E_CA_SCHEMA_CATEGORY_SOCIAL},
-                         {E_CA_SCHEMA_CATEGORY_OTHERS}};
+    Source sources[] = {{E_CA_SCHEMA_CATEGORY_LINTRA},
+                        {E_CA_SCHEMA_CATEGORY_YOUTUBE},
+                        {E_CA_SCHEMA_CATEGORY_SOCIAL},
+                        {E_CA_SCHEMA_CATEGORY_OTHERS}};
     const std::vector<_SAContents> vBeside;  // entries that lead or follow the list as a block
     bool bOthersMet = false;
 
@@ -241,7 +241,7 @@ void CCADataHandler::t_Sort(_Items eItems)
         const bool bOthers = schema.nCategory == E_CA_SCHEMA_CATEGORY_OTHERS;
         if (bOthers && std::exchange(bOthersMet, true)) continue;  // only the first one counts
         bool bValid = bOthers;
-        for (_Source& source : sources) {
+        for (Source& source : sources) {
             if (!bOthers && source.nCategory != schema.nCategory) continue;
             t_SortByFlag(source.bMerged, m_vSAContents, source.vEntries, schema.vRules);
             bValid = true;
@@ -249,7 +249,7 @@ void CCADataHandler::t_Sort(_Items eItems)
         if (!bValid) CA_LOGD(" %d is not valid category!", schema.nCategory);
     }
 
-    for (const _Source& source : sources)
+    for (const Source& source : sources)
         if (!bOthersMet && !source.bMerged) AppendAll(m_vSAContents, m_vSAContents.end(), source.vEntries);
     if (!vBeside.empty())
         AppendAll(m_vSAContents, vBeside.front().szPlacement.empty() ? m_vSAContents.end() : m_vSAContents.begin(),

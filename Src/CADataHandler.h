@@ -73,13 +73,13 @@ public:
     void InitializeData();
 
 private:
-    enum class _Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
+    enum class Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
 
     void t_ClearContents();
-    void t_Refresh(_Items eItems);
+    void t_Refresh(Items eItems);
     void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
                                   std::vector<CADataRepository::_SAContents>& list);
-    void t_Sort(_Items eItems);
+    void t_Sort(Items eItems);
     void t_SortByFlag(bool& flag, std::vector<CADataRepository::_SAContents>& list,
                       const std::vector<CADataRepository::_SAContents>& source,
                       const std::vector<CADataRepository::_CASortRule>& rules);

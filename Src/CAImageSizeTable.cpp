@@ -26,7 +26,10 @@ CCAImageSizeTable::CCAImageSizeTable()
 
 bool CCAImageSizeTable::GetSize(const std::string& strMode, int& size) const
 {
-    if (strMode.empty()) return CA_LOGE("strMode is empty"), false;
+    if (strMode.empty()) {
+        CA_LOGE("strMode is empty");
+        return false;
+    }
     const std::string strKey = "1080" + m_strSeparator + strMode;
     CA_LOGE("CCAImageSizeTable::GetSize, strKey:%s", strKey.c_str());
     const auto it = m_mapSize.find(strKey);
@@ -37,6 +40,9 @@ bool CCAImageSizeTable::GetSize(const std::string& strMode, int& size) const
 
 void CCAImageSizeTable::t_AddItem(const std::string& strMode, const std::string& strKey, int nSize)
 {
-    if (strMode.empty() || strKey.empty() || nSize <= 0) return CA_LOGE("t_AddItem error");
+    if (strMode.empty() || strKey.empty() || nSize <= 0) {
+        CA_LOGE("t_AddItem error");
+        return;
+    }
     m_mapSize[strMode + m_strSeparator + strKey] = nSize;
 }

@@ -82,18 +82,18 @@ void AppendAnyTexts(const Json::Value& list, std::vector<std::string>& vTexts);
 
 // A line of a table that says which field of `Record` a key fills: a text or an integer.
 template <typename Record>
-struct _Key {
+struct FieldKey {
     std::string_view szKey;
     std::string Record::*pText = nullptr;
     int Record::*pInt = nullptr;
 
-    constexpr _Key(std::string_view szName, std::string Record::*pField) : szKey(szName), pText(pField) {}
-    constexpr _Key(std::string_view szName, int Record::*pField) : szKey(szName), pInt(pField) {}
+    constexpr FieldKey(std::string_view szName, std::string Record::*pField) : szKey(szName), pText(pField) {}
+    constexpr FieldKey(std::string_view szName, int Record::*pField) : szKey(szName), pInt(pField) {}
 };
 
 // The line of a table for a key; null when it has none.
 template <typename Record, std::size_t N>
-const _Key<Record>* FindKey(const _Key<Record> (&keys)[N], std::string_view szKey)
+const FieldKey<Record>* FindKey(const FieldKey<Record> (&keys)[N], std::string_view szKey)
 {
     for (const auto& key : keys)
         if (key.szKey == szKey) return &key;
@@ -103,14 +103,14 @@ const _Key<Record>* FindKey(const _Key<Record> (&keys)[N], std::string_view szKe
 // Overwrites the fields of the table whose members are there with a fitting type. Walks the members once, which is
 // cheaper than a search for each key.
 template <typename Record, std::size_t N>
-void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
+void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {
     if (!object.isObject()) return;
     const auto end = object.end();
     for (auto member = object.begin(); member != end; ++member) {
         const char* pNameEnd = nullptr;
         const char* pName = member.memberName(&pNameEnd);
-        const _Key<Record>* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
+        const FieldKey<Record>* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
         if (pKey == nullptr) continue;
         if (pKey->pText != nullptr)
             Take(*member, record.*pKey->pText);
@@ -121,7 +121,7 @@ void Take(const Json::Value& object, const _Key<Record> (&keys)[N], Record& reco
 
 // Overwrites every field of the table: with the member, or with an empty text or 0.
 template <typename Record, std::size_t N>
-void Fill(const Json::Value& object, const _Key<Record> (&keys)[N], Record& record)
+void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {
     for (const auto& key : keys) {
         if (key.pText != nullptr)
@@ -134,7 +134,7 @@ void Fill(const Json::Value& object, const _Key<Record> (&keys)[N], Record& reco
 
 // Appends one record a list element, filled by the table.
 template <typename Record, std::size_t N>
-void AppendRecords(const Json::Value& list, const _Key<Record> (&keys)[N], std::vector<Record>& vRecords)
+void AppendRecords(const Json::Value& list, const FieldKey<Record> (&keys)[N], std::vector<Record>& vRecords)
 {
     if (vRecords.empty()) vRecords.reserve(Elements(list).size());  // else it would move them again for each list
     for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());

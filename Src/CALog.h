@@ -4,8 +4,7 @@
 // "CAService: InitService(41) > m_strAppName:tv". Failures, and the informational lines that must be seen on a
 // set in the field, are red at error priority; the rest is blue at debug priority. The platform filters.
 //
-// A log line is one expression, so it fits after an unbraced `if` and before a comma. Do not log inside a
-// lambda: `__func__` is `operator()` there; use CA_LOGE_AS.
+// A log line is one statement. Do not log inside a lambda: `__func__` is `operator()` there; use CA_LOGE_AS.
 #ifndef PARLO_CALOG_H
 #define PARLO_CALOG_H
 
@@ -23,9 +22,9 @@ constexpr const char* kTag = "ParloAPI";
 
 // "Src/CAService.cpp" becomes "CAService", while compiling.
 template <std::size_t N>
-struct _FileStem {
+struct FileStem {
     char sz[N] = {};
-    constexpr explicit _FileStem(const char (&szPath)[N])
+    constexpr explicit FileStem(const char (&szPath)[N])
     {
         std::string_view stem(szPath, N - 1);
         stem.remove_prefix(stem.rfind('/') + 1);  // no slash: npos + 1 is 0
@@ -36,14 +35,17 @@ struct _FileStem {
 
 }  // namespace CALog
 
-#define CA_FILE_STEM                                      \
-    ([] {                                                 \
-        static constexpr CALog::_FileStem stem(__FILE__); \
-        return stem.sz;                                   \
+// The file name in this unit's lines: its own, unless it has defined another one before it includes this header.
+#ifndef CA_LOG_FILE
+#define CA_LOG_FILE                                      \
+    ([] {                                                \
+        static constexpr CALog::FileStem stem(__FILE__); \
+        return stem.sz;                                  \
     }())
+#endif
 
-#define CA_LOG(nPriority, szColour, szOperation, szFormat, ...)                                             \
-    static_cast<void>(__dlog_print(nPriority, CALog::kTag, "%s: %s(%d) > " szFormat szColour, CA_FILE_STEM, \
+#define CA_LOG(nPriority, szColour, szOperation, szFormat, ...)                                            \
+    static_cast<void>(__dlog_print(nPriority, CALog::kTag, "%s: %s(%d) > " szFormat szColour, CA_LOG_FILE, \
                                    szOperation, __LINE__, ##__VA_ARGS__))
 
 // For a helper that does a part of an operation: the line carries the operation's name, not the helper's, so

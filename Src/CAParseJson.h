@@ -9,12 +9,16 @@
 
 #include "CADataRepository.h"
 
+class CCADataHandler;
+
 // Keeps no state: what it reads goes into the CCADataHandler singleton, which it creates when there is none.
 // Nothing in a document makes an operation throw. A missing key, or one of the wrong type, leaves a text empty
 // and a number 0 or at its default. An operation that returns bool says false, with the reason in the log, when
 // the document is refused or there is no store; the others do not fail.
 //
-// ParseData is the way in; the parsers of a document's parts can be asked by themselves.
+// ParseData is the way in; the parsers of a document's parts can be asked by themselves. They stand in units by the
+// reply's keys: CAParseJson.cpp the documents, CAParseCommands.cpp, CAParseContents.cpp, CAParsePoster.cpp,
+// CAParseInformation.cpp and CAParseSchema.cpp.
 class __attribute__((visibility("default"))) CCAParsePacket
 {
 public:
@@ -80,6 +84,17 @@ public:
     int t_GetTimeZoneDifferenceByStr(const std::string& strOffset);
 
 private:
+    // The store, made when there is none; null, logged under the operation's name, when memory runs out.
+    static CCADataHandler* t_GetStore(const char* szOperation);
+
+    // Whether the document says that the server failed. Then logs the error and gives its parts: the code if it is a
+    // text, and the message.
+    static bool t_IsErrorAnswer(const char* szOperation, const Json::Value& rsp, const std::string& strStat,
+                                std::string& strCode, std::string& strMessage);
+    static bool t_IsErrorReply(const Json::Value& rsp);
+
+    void t_ParseCommandParts(const Json::Value& rsp);
+    void t_ParseContents(Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount);
     void t_ParseMnT(const Json::Value& element, bool bTVShow, CADataRepository::_MnTContents& contents);
 };
 

@@ -10,16 +10,16 @@ namespace CAReplyKeys
 {
 
 using namespace CADataRepository;
-using CAJson::_Key;
+using CAJson::FieldKey;
 
-inline constexpr _Key<_ResponseInfo> kResponseInfoKeys[] = {
+inline constexpr FieldKey<_ResponseInfo> kResponseInfoKeys[] = {
     {"engine_time", &_ResponseInfo::szEngineTime},       {"content_mgr_time", &_ResponseInfo::szContentMgrTime},
     {"couchbase_time", &_ResponseInfo::szCouchbaseTime}, {"current_time", &_ResponseInfo::szCurrentTime},
     {"server_time", &_ResponseInfo::szServerTime},       {"query", &_ResponseInfo::szQuery},
 };
 
 // Of an object in a command's "params"; "index", "keyword", "website" and the lists are read by hand.
-inline constexpr _Key<_TVControl> kParamKeys[] = {
+inline constexpr FieldKey<_TVControl> kParamKeys[] = {
     {"amount", &_TVControl::nAmount},
     {"prevnext", &_TVControl::szPrevNext},
     {"listorder", &_TVControl::nListOrder},
@@ -35,7 +35,7 @@ inline constexpr _Key<_TVControl> kParamKeys[] = {
     {"action", &_TVControl::szAction},
 };
 
-inline constexpr _Key<_Channels> kChannelKeys[] = {
+inline constexpr FieldKey<_Channels> kChannelKeys[] = {
     {"dtv", &_Channels::szDTV},
     {"number", &_Channels::szNumber},
     {"major", &_Channels::nMajor},
@@ -50,25 +50,25 @@ inline constexpr _Key<_Channels> kChannelKeys[] = {
     {"type", &_Channels::szType},
 };
 
-inline constexpr _Key<_UMD_Channel> kUMDChannelKeys[] = {
+inline constexpr FieldKey<_UMD_Channel> kUMDChannelKeys[] = {
     {"lineup_id", &_UMD_Channel::szLineupID},           {"channel_id", &_UMD_Channel::szChannelID},
     {"channel_number", &_UMD_Channel::szChannelNumber}, {"channel_name", &_UMD_Channel::szChannelName},
     {"attributes", &_UMD_Channel::szAttributes},
 };
 
-inline constexpr _Key<_DisplayControlItemData> kDisplayItemKeys[] = {
+inline constexpr FieldKey<_DisplayControlItemData> kDisplayItemKeys[] = {
     {"title", &_DisplayControlItemData::szTitle},
     {"index", &_DisplayControlItemData::nIndex},
 };
 
-inline constexpr _Key<_OnTVContents> kOnTVKeys[] = {
+inline constexpr FieldKey<_OnTVContents> kOnTVKeys[] = {
     {"id", &_OnTVContents::szId},
     {"title", &_OnTVContents::szTitle},
     {"year", &_OnTVContents::nYear},
     {"cert_flag", &_OnTVContents::szCertFlag},
 };
 
-inline constexpr _Key<_MnTContents> kMnTKeys[] = {
+inline constexpr FieldKey<_MnTContents> kMnTKeys[] = {
     {"id", &_MnTContents::szId},
     {"title", &_MnTContents::szTitle},
     {"year", &_MnTContents::nYear},
@@ -76,47 +76,47 @@ inline constexpr _Key<_MnTContents> kMnTKeys[] = {
     {"cert_flag", &_MnTContents::szCertFlag},
 };
 
-inline constexpr _Key<_AppContents> kAppKeys[] = {
+inline constexpr FieldKey<_AppContents> kAppKeys[] = {
     {"id", &_AppContents::szId},
     {"title", &_AppContents::szTitle},
     {"premium_flag", &_AppContents::szPremiumFlag},
 };
 
-inline constexpr _Key<_AppContents> kRunnableAppKeys[] = {
+inline constexpr FieldKey<_AppContents> kRunnableAppKeys[] = {
     {"runtitle", &_AppContents::szRunTitle},
     {"category", &_AppContents::szCategory},
     {"cert_flag", &_AppContents::szCertFlag},
 };
 
-inline constexpr _Key<_VideoContents> kKidsKeys[] = {
+inline constexpr FieldKey<_VideoContents> kKidsKeys[] = {
     {"appid", &_VideoContents::szAppId},         {"contentid", &_VideoContents::szContentId},
     {"type", &_VideoContents::szType},           {"title", &_VideoContents::szTitle},
     {"character", &_VideoContents::szCharacter}, {"duration", &_VideoContents::nDuration},
 };
 
-inline constexpr _Key<_VideoContents> kFitnessKeys[] = {
+inline constexpr FieldKey<_VideoContents> kFitnessKeys[] = {
     {"appid", &_VideoContents::szAppId},      {"contentid", &_VideoContents::szContentId},
     {"type", &_VideoContents::szType},        {"title", &_VideoContents::szTitle},
     {"trainer", &_VideoContents::szTrainer},  {"category", &_VideoContents::szCategory},
     {"duration", &_VideoContents::nDuration},
 };
 
-inline constexpr _Key<_Genres> kGenreKeys[] = {{"id", &_Genres::szId}, {"name", &_Genres::szName}};
+inline constexpr FieldKey<_Genres> kGenreKeys[] = {{"id", &_Genres::szId}, {"name", &_Genres::szName}};
 
-inline constexpr _Key<_Certification> kCertificationKeys[] = {
+inline constexpr FieldKey<_Certification> kCertificationKeys[] = {
     {"cert-system", &_Certification::szRatingSystem},
     {"certification", &_Certification::szRating},
 };
 
-inline constexpr _Key<_Casting> kCastingKeys[] = {{"name", &_Casting::szName}};
+inline constexpr FieldKey<_Casting> kCastingKeys[] = {{"name", &_Casting::szName}};
 
-inline constexpr _Key<_ScheduleInfo> kScheduleKeys[] = {
+inline constexpr FieldKey<_ScheduleInfo> kScheduleKeys[] = {
     {"starttime", &_ScheduleInfo::szStartTime},
     {"duration", &_ScheduleInfo::nDuration},
     {"endtime", &_ScheduleInfo::szEndTime},
 };
 
-inline constexpr _Key<_WeatherInfo> kWeatherKeys[] = {
+inline constexpr FieldKey<_WeatherInfo> kWeatherKeys[] = {
     {"weblink", &_WeatherInfo::szWeblink},      {"link", &_WeatherInfo::szLink},
     {"country", &_WeatherInfo::szCountry},      {"current_temp", &_WeatherInfo::szCurrentTemp},
     {"condition", &_WeatherInfo::szCondition},  {"condition_icon", &_WeatherInfo::szConditionIcon},
@@ -124,15 +124,15 @@ inline constexpr _Key<_WeatherInfo> kWeatherKeys[] = {
     {"location", &_WeatherInfo::szLocation},
 };
 
-inline constexpr _Key<_WInfo> kWInfoKeys[] = {{"name", &_WInfo::szName}, {"value", &_WInfo::szValue}};
+inline constexpr FieldKey<_WInfo> kWInfoKeys[] = {{"name", &_WInfo::szName}, {"value", &_WInfo::szValue}};
 
-inline constexpr _Key<_ForeInfo> kForeInfoKeys[] = {
+inline constexpr FieldKey<_ForeInfo> kForeInfoKeys[] = {
     {"date", &_ForeInfo::szDate},
     {"tmin", &_ForeInfo::szTMin},
     {"tmax", &_ForeInfo::szTMax},
 };
 
-inline constexpr _Key<_Stock> kStockKeys[] = {
+inline constexpr FieldKey<_Stock> kStockKeys[] = {
     {"weblink", &_Stock::szWeblink},
     {"link", &_Stock::szLink},
     {"code", &_Stock::szCode},
@@ -147,14 +147,14 @@ inline constexpr _Key<_Stock> kStockKeys[] = {
     {"category", &_Stock::szCategory},
 };
 
-inline constexpr _Key<_Sports> kSportsKeys[] = {
+inline constexpr FieldKey<_Sports> kSportsKeys[] = {
     {"weblink", &_Sports::szWeblink},
     {"link", &_Sports::szLink},
     {"country", &_Sports::szCountry},
     {"record_type", &_Sports::szRecordType},
 };
 
-inline constexpr _Key<_Sports_Records> kSportsRecordKeys[] = {
+inline constexpr FieldKey<_Sports_Records> kSportsRecordKeys[] = {
     {"league_name", &_Sports_Records::szLeagueName},
     {"division_name", &_Sports_Records::szDivisionName},
     {"league_logo", &_Sports_Records::szLeagueLogo},
@@ -171,7 +171,7 @@ inline constexpr _Key<_Sports_Records> kSportsRecordKeys[] = {
     {"away_team_score", &_Sports_Records::szAwayTeamScore},
 };
 
-inline constexpr _Key<_Sports_Standing> kStandingKeys[] = {
+inline constexpr FieldKey<_Sports_Standing> kStandingKeys[] = {
     {"ranking", &_Sports_Standing::szRanking},
     {"name", &_Sports_Standing::szName},
     {"mascot", &_Sports_Standing::szMascot},

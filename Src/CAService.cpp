@@ -62,12 +62,20 @@ CCAService::~CCAService()
 
 bool CCAService::InitService(std::string strAppName)
 {
-    if (m_pDataMgr != nullptr) return CA_LOGE("init service again, please check it!!"), false;
+    if (m_pDataMgr != nullptr) {
+        CA_LOGE("init service again, please check it!!");
+        return false;
+    }
     m_strAppName = std::move(strAppName);
     CA_LOGE("m_strAppName:%s", m_strAppName.c_str());
     m_pDataMgr = CCADataHandler::GetInstance();
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
-    return true;
+    return t_HasStore(__func__);
+}
+
+bool CCAService::t_HasStore(const char* szOperation) const
+{
+    if (m_pDataMgr == nullptr) CA_LOGE_AS(szOperation, "m_pDataMgr is NULL");
+    return m_pDataMgr != nullptr;
 }
 
 void CCAService::UninitService()
@@ -108,19 +116,24 @@ bool CCAService::ParseDataFlow(const std::string& strPreAllResult, const std::st
         if (!parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strFileSchema, nContents))
             CA_LOGE("parse schema file failed, need to check it, strFileSchema:%s", strFileSchema.c_str());
     }
-    if (!parser.ParseData(CA_PARSE_JSON_SEARCH_SERVER, strRawData, nContents))
-        return CA_LOGE("parse speech data failed"), false;
+    if (!parser.ParseData(CA_PARSE_JSON_SEARCH_SERVER, strRawData, nContents)) {
+        CA_LOGE("parse speech data failed");
+        return false;
+    }
     m_strRawPacket = strRawData;
     return true;
 }
 
 bool CCAService::GetSpeechActionData(_ConvActionInfo& info)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
+    if (!t_HasStore(__func__)) return false;
     info.strSysResponse = m_pDataMgr->GetSystemMessage();
     CA_LOGE("strSysResponse:[%s]", info.strSysResponse.c_str());
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    if (vTVControl.empty()) return CA_LOGE("vTVControl is empty"), false;
+    if (vTVControl.empty()) {
+        CA_LOGE("vTVControl is empty");
+        return false;
+    }
     info.strAction = vTVControl.front().szAction;
 
     if (!t_IsContentsSearchAction()) {
@@ -137,11 +150,17 @@ bool CCAService::GetSpeechActionData(_ConvActionInfo& info)
 
 bool CCAService::t_IsContentsSearchAction()
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), false;
+    if (!t_HasStore(__func__)) return false;
     const std::vector<std::string> vDomain = m_pDataMgr->GetDomain();
-    if (vDomain.empty()) return CA_LOGE("vDomain is empty"), false;
+    if (vDomain.empty()) {
+        CA_LOGE("vDomain is empty");
+        return false;
+    }
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    if (vTVControl.empty()) return CA_LOGE("vTVControl is empty"), false;
+    if (vTVControl.empty()) {
+        CA_LOGE("vTVControl is empty");
+        return false;
+    }
 
     for (std::size_t i = 0; i < vDomain.size(); ++i) CA_LOGE("domain[%d]:%s", static_cast<int>(i), vDomain[i].c_str());
     for (std::size_t i = 0; i < vTVControl.size(); ++i)
@@ -160,8 +179,11 @@ bool CCAService::t_IsContentsSearchAction()
 
 void CCAService::t_UpdateSearchResult(_ConvActionInfo& info)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL");
-    if (m_strRawPacket.empty()) return CA_LOGE("http packet string empty!");
+    if (!t_HasStore(__func__)) return;
+    if (m_strRawPacket.empty()) {
+        CA_LOGE("http packet string empty!");
+        return;
+    }
     std::string strSearchKeywords = m_pDataMgr->GetUserInputVoice();
     CA_LOGE("strSearchKeywords:%s", strSearchKeywords.c_str());
     info.vSystemActionParam.push_back(std::move(strSearchKeywords));
@@ -170,7 +192,7 @@ void CCAService::t_UpdateSearchResult(_ConvActionInfo& info)
 
 void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL");
+    if (!t_HasStore(__func__)) return;
     std::vector<std::string> vParams;
     int nCode = t_GetSystemAction(vParams);
     if (nCode == 0) nCode = t_SetChannelOrCandidate(info, vParams);
@@ -230,7 +252,7 @@ void CCAService::t_SetDisplayControl(_ConvActionInfo& info)
 
 E_CA_TVCONTROL CCAService::t_GetSystemAction(std::vector<std::string>& params)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
+    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     return vTVControl.empty() ? E_CA_TVCONTROL_NONE
                               : Code(m_SystemActionMap.GetSystemAction(vTVControl.front(), params));
@@ -238,7 +260,7 @@ E_CA_TVCONTROL CCAService::t_GetSystemAction(std::vector<std::string>& params)
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
+    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     return vTVControl.empty() ? E_CA_TVCONTROL_NONE
                               : Code(m_SystemActionMap.GetSystemActionCandidate(vTVControl.front(), candidates));
@@ -246,7 +268,7 @@ E_CA_TVCONTROL CCAService::t_GetSystemActionCandidate(std::vector<std::string>& 
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
+    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     return vTVControl.empty() ? E_CA_TVCONTROL_NONE
                               : Code(m_SystemActionMap.GetSystemActionChannel(vTVControl.front(), channels));
@@ -254,7 +276,7 @@ E_CA_TVCONTROL CCAService::t_GetSystemActionChannel(std::vector<_Channels>& chan
 
 E_CA_TVCONTROL CCAService::t_Get2ndAction()
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_NONE;
+    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     const int nCode = vTVControl.size() < 2 ? 0 : m_SystemActionMap.Get2ndAction(vTVControl[1]);
     CA_LOGE("2ndeAction is %d", nCode);
@@ -263,11 +285,14 @@ E_CA_TVCONTROL CCAService::t_Get2ndAction()
 
 E_CA_TVCONTROL_INTENT CCAService::t_GetActionIntent()
 {
-    if (m_pDataMgr == nullptr) return CA_LOGE("m_pDataMgr is NULL"), E_CA_TVCONTROL_INTENT_NONE;
+    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_INTENT_NONE;
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     const auto nSize = static_cast<int>(vTVControl.size());
     CA_LOGE("nSize is %d", nSize);
-    if (nSize != 2 && nSize != 3) return CA_LOGE("tv control error"), E_CA_TVCONTROL_INTENT_NONE;
+    if (nSize != 2 && nSize != 3) {
+        CA_LOGE("tv control error");
+        return E_CA_TVCONTROL_INTENT_NONE;
+    }
     const int nIntent = m_SystemActionMap.GetActionIntent(vTVControl.back());
     CA_LOGE("eActionIntent is %d", nIntent);
     return static_cast<E_CA_TVCONTROL_INTENT>(nIntent);

@@ -37,6 +37,9 @@ public:
     bool GetSpeechActionData(CADataRepository::_ConvActionInfo& info);
 
 private:
+    // Whether there is a store; logs its absence under the operation's name.
+    bool t_HasStore(const char* szOperation) const;
+
     bool t_IsContentsSearchAction();
     void t_UpdateSearchResult(CADataRepository::_ConvActionInfo& info);
 

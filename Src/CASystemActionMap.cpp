@@ -13,14 +13,14 @@ namespace
 {
 
 // A value of the command that an action takes as parameter. The lines of one action are in parameter order.
-struct _Param {
+struct Param {
     E_CA_TVCONTROL eCode;
     const char* szLogged;  // how the log line begins; null: no line
     std::string _TVControl::*pText = nullptr;
     int _TVControl::*pInt = nullptr;
 };
 
-constexpr _Param kParams[] = {
+constexpr Param kParams[] = {
     {E_CA_TVCONTROL_POWEROFF, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
     {E_CA_TVCONTROL_POWERON, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
     {E_CA_TVCONTROL_CHANGE_EXSOURCE, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
@@ -42,23 +42,23 @@ constexpr _Param kParams[] = {
     {E_CA_TVCONTROL_SHOW_MOREINFO, "stTVControl.nIndex = ", nullptr, &_TVControl::nIndex},
 };
 
-struct _CodeRange {
+struct CodeRange {
     int nFirst;
     int nLast;
 };
 
 // Actions without parameters. The gaps are actions with parameters, or none of this lookup's.
-constexpr _CodeRange kWithoutParams[] = {{4, 4},   {11, 11}, {14, 15}, {18, 20}, {24, 25}, {27, 28}, {30, 35},
-                                         {38, 41}, {53, 54}, {59, 63}, {66, 66}, {68, 87}, {94, 94}};
+constexpr CodeRange kWithoutParams[] = {{4, 4},   {11, 11}, {14, 15}, {18, 20}, {24, 25}, {27, 28}, {30, 35},
+                                        {38, 41}, {53, 54}, {59, 63}, {66, 66}, {68, 87}, {94, 94}};
 
-constexpr _CodeRange kCandidates[] = {{42, 52}, {55, 55}};
-constexpr _CodeRange kChannels[] = {{5, 6}, {8, 8}, {36, 37}};
-constexpr _CodeRange kFollowUps[] = {{5, 5}, {22, 22}, {34, 34}, {36, 37}, {67, 67}};
+constexpr CodeRange kCandidates[] = {{42, 52}, {55, 55}};
+constexpr CodeRange kChannels[] = {{5, 6}, {8, 8}, {36, 37}};
+constexpr CodeRange kFollowUps[] = {{5, 5}, {22, 22}, {34, 34}, {36, 37}, {67, 67}};
 
 template <std::size_t N>
-constexpr bool In(const _CodeRange (&ranges)[N], int nCode)
+constexpr bool In(const CodeRange (&ranges)[N], int nCode)
 {
-    for (const _CodeRange& range : ranges)
+    for (const CodeRange& range : ranges)
         if (range.nFirst <= nCode && nCode <= range.nLast) return true;
     return false;
 }
@@ -75,7 +75,7 @@ bool AppendParams(int nCode, const _TVControl& stTVControl, std::vector<std::str
 {
     constexpr char kOperation[] = "GetSystemAction";
     bool bFound = false;
-    for (const _Param& param : kParams) {
+    for (const Param& param : kParams) {
         if (param.eCode != nCode) continue;
         bFound = true;
         if (param.pInt != nullptr) {
@@ -133,13 +133,15 @@ int CCASystemActionMap::Get2ndAction(const _TVControl& stTVControl) const
 int CCASystemActionMap::GetSystemAction(const _TVControl& stTVControl, std::vector<std::string>& params) const
 {
     int nCode = t_FindAction(__func__, stTVControl.szAction);
+    // Without a position "play_content" is another action, "display_detailinfo" the same one without its parameter.
     const bool bNoIndex = stTVControl.nIndex < 0;
-    if (nCode == E_CA_TVCONTROL_PLAY_CONTENT && bNoIndex)
+    const bool bDetail = nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO && bNoIndex;
+    if (nCode == E_CA_TVCONTROL_PLAY_CONTENT && bNoIndex) {
         nCode = E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX;
-    else if (nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO && bNoIndex)
-        ;  // stays as it is, without its parameter
-    else if (!AppendParams(nCode, stTVControl, params) && !In(kWithoutParams, nCode))
-        nCode = 0;
+    } else if (!bDetail) {
+        const bool bParams = AppendParams(nCode, stTVControl, params);
+        if (!bParams && !In(kWithoutParams, nCode)) nCode = 0;
+    }
     CA_LOGE("eControl:%d", nCode);
     return nCode;
 }
@@ -151,7 +153,10 @@ int CCASystemActionMap::GetSystemActionCandidate(const _TVControl& stTVControl,
     if (nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST) {
         // The names are the cast of what is shown in detail, not the command's.
         CCADataHandler* pDataHandler = CCADataHandler::GetInstance();
-        if (pDataHandler == nullptr) return CA_LOGE("pDataHandler is NULL"), 0;
+        if (pDataHandler == nullptr) {
+            CA_LOGE("pDataHandler is NULL");
+            return 0;
+        }
         _Content stContent = pDataHandler->GetContent();
         candidates.clear();
         for (_Casting& casting : stContent.vCasting) candidates.push_back(std::move(casting.szName));

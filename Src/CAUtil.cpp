@@ -31,15 +31,15 @@ constexpr std::string_view kConversationCountries[] = {
     "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH",
 };
 
-using _Languages = std::array<std::string_view, 3>;  // an unused place is empty
+using Languages = std::array<std::string_view, 3>;  // an unused place is empty
 
-constexpr _Languages kEnglish = {"en_US", "en_AU", "en_GB"};
-constexpr _Languages kPortuguese = {"pt_PT", "pt_BR"};
+constexpr Languages kEnglish = {"en_US", "en_AU", "en_GB"};
+constexpr Languages kPortuguese = {"pt_PT", "pt_BR"};
 
 // Narrow on purpose: Canada has no French, Switzerland only German, Belgium only Dutch.
 constexpr struct {
     std::string_view szCountry;
-    _Languages vLanguages;
+    Languages vLanguages;
 } kCountryLanguages[] = {
     {"KR", {"ko_KR"}}, {"US", kEnglish},    {"AU", kEnglish},    {"GB", kEnglish},  {"IE", kEnglish},
     {"CA", kEnglish},  {"BR", kPortuguese}, {"PT", kPortuguese}, {"DE", {"de_DE"}}, {"CH", {"de_DE"}},
@@ -48,19 +48,19 @@ constexpr struct {
     {"DK", {"da_DK"}}, {"SE", {"sv_SE"}},   {"FI", {"fi_FI"}},
 };
 
-bool Contains(const _Languages& vLanguages, std::string_view szLanguage)
+bool Contains(const Languages& vLanguages, std::string_view szLanguage)
 {
     return !szLanguage.empty() && std::find(vLanguages.begin(), vLanguages.end(), szLanguage) != vLanguages.end();
 }
 
-struct _Free {
+struct FreeText {
     void operator()(char* sz) const { std::free(sz); }
 };
-using _PlatformText = std::unique_ptr<char, _Free>;
+using PlatformText = std::unique_ptr<char, FreeText>;
 
 // Closes the voice control settings when the query is over, however it ends.
-struct _VCSettingCloser {
-    ~_VCSettingCloser()
+struct VCSettingCloser {
+    ~VCSettingCloser()
     {
         if (vc_setting_deinitialize() != 0) CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_deinitialize failed");
     }
@@ -70,9 +70,15 @@ struct _VCSettingCloser {
 
 std::string CCAUtil::GetCountry()
 {
-    const _PlatformText pCountry(vconf_get_str("db/comss/countrycode"));
-    if (pCountry == nullptr) return CA_LOGE("vconf get CountryCode error"), "US";
-    if (*pCountry == '\0') return CA_LOGE("vconf get CountryCode is empty"), "US";
+    const PlatformText pCountry(vconf_get_str("db/comss/countrycode"));
+    if (pCountry == nullptr) {
+        CA_LOGE("vconf get CountryCode error");
+        return "US";
+    }
+    if (*pCountry == '\0') {
+        CA_LOGE("vconf get CountryCode is empty");
+        return "US";
+    }
     CA_LOGD("Countrycode is %s", pCountry.get());
     return pCountry.get();
 }
@@ -80,14 +86,19 @@ std::string CCAUtil::GetCountry()
 std::string CCAUtil::GetVCSettingLanguage()
 {
     const int nRet = vc_setting_initialize();
-    if (nRet != 0) return CA_LOGE("vc setting initialize failed. nRet=%d", nRet), "";
+    if (nRet != 0) {
+        CA_LOGE("vc setting initialize failed. nRet=%d", nRet);
+        return "";
+    }
 
-    const _VCSettingCloser closer;
+    const VCSettingCloser closer;
     char* szLanguage = nullptr;
     const int nResult = vc_setting_get_language(&szLanguage);
-    if (nResult != 0 || szLanguage == nullptr)
-        return CA_LOGE("vc_setting_get_language failed or pLanguage is NULL:%d", nResult), "";
-    const _PlatformText pLanguage(szLanguage);
+    if (nResult != 0 || szLanguage == nullptr) {
+        CA_LOGE("vc_setting_get_language failed or pLanguage is NULL:%d", nResult);
+        return "";
+    }
+    const PlatformText pLanguage(szLanguage);
     return pLanguage.get();
 }
 
@@ -129,14 +140,23 @@ bool CCAUtil::IsConversationFactorySupport()
     std::int32_t nVoiceRecog = 0;
     std::memcpy(&nVoiceRecog, buffer, sizeof nVoiceRecog);
     CA_LOGE("GetData return:%d, ID_MRT_VOICE_RECOG:%d", nResult, nVoiceRecog);
-    if (nResult == 0) return CA_LOGE("GetData failed"), false;
-    if (nVoiceRecog == 0) return CA_LOGE("not support voice recongition, so not support conversation"), false;
+    if (nResult == 0) {
+        CA_LOGE("GetData failed");
+        return false;
+    }
+    if (nVoiceRecog == 0) {
+        CA_LOGE("not support voice recongition, so not support conversation");
+        return false;
+    }
     return true;
 }
 
 int CCAUtil::VsnPrint(char* pStr, int nSize, const char* format, ...)
 {
-    if (pStr == nullptr) return CA_LOGE("pStr is NULL"), 0;
+    if (pStr == nullptr) {
+        CA_LOGE("pStr is NULL");
+        return 0;
+    }
     va_list args;
     va_start(args, format);
     const auto nRoom = static_cast<std::size_t>(std::max(nSize, 0));
@@ -147,7 +167,10 @@ int CCAUtil::VsnPrint(char* pStr, int nSize, const char* format, ...)
 
 std::string CCAUtil::itoa(int nInput)
 {
-    if (nInput < 0) return CA_LOGE(" ERROR - nInput:%d", nInput), "";
+    if (nInput < 0) {
+        CA_LOGE(" ERROR - nInput:%d", nInput);
+        return "";
+    }
     char buffer[256] = {};
     VsnPrint(buffer, sizeof buffer - 1, "%d", nInput);
     return buffer;

@@ -35,7 +35,10 @@ bool ca_initial_service(std::string strAppName)
 {
     try {
         if (m_pCAService == nullptr) m_pCAService = CCAService::GetInstance();
-        if (m_pCAService == nullptr) return CA_LOGE("create CCAService failed"), false;
+        if (m_pCAService == nullptr) {
+            CA_LOGE("create CCAService failed");
+            return false;
+        }
         const bool bSucceeded = m_pCAService->InitService(std::move(strAppName));
         if (bSucceeded)
             CA_LOGE("initial succeed");
@@ -43,7 +46,8 @@ bool ca_initial_service(std::string strAppName)
             CA_LOGE("InitService failed");
         return bSucceeded;
     } catch (...) {
-        return ReportException(__func__), false;
+        ReportException(__func__);
+        return false;
     }
 }
 
@@ -51,7 +55,10 @@ void ca_uninitial()
 {
     try {
         CA_LOGE("delete the thread");
-        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL");
+        if (m_pCAService == nullptr) {
+            CA_LOGE("m_pCAService is NULL");
+            return;
+        }
         m_pCAService->UninitService();
         delete std::exchange(CCAService::pInstance, nullptr);
         m_pCAService = nullptr;
@@ -65,13 +72,20 @@ bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, 
 {
     try {
         CA_LOGE("get action from json package");
-        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL"), false;
-        if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) return CA_LOGE("ParseDataFlow failed"), false;
+        if (m_pCAService == nullptr) {
+            CA_LOGE("m_pCAService is NULL");
+            return false;
+        }
+        if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) {
+            CA_LOGE("ParseDataFlow failed");
+            return false;
+        }
         const bool bSucceeded = m_pCAService->GetSpeechActionData(info);
         if (!bSucceeded) CA_LOGE("GetSpeechActionData failed");
         return bSucceeded;
     } catch (...) {
-        return ReportException(__func__), false;
+        ReportException(__func__);
+        return false;
     }
 }
 
@@ -79,9 +93,13 @@ int ca_get_conv_status()
 {
     try {
         CA_LOGE("get action from json package");  // the text of ca_get_speech_action, which log filters know
-        if (m_pCAService == nullptr) return CA_LOGE("m_pCAService is NULL"), E_CA_CONV_STATUS_NO_SERVICE;
+        if (m_pCAService == nullptr) {
+            CA_LOGE("m_pCAService is NULL");
+            return E_CA_CONV_STATUS_NO_SERVICE;
+        }
         return m_pCAService->GetConversationStatus();
     } catch (...) {
-        return ReportException(__func__), E_CA_CONV_STATUS_NO_SERVICE;
+        ReportException(__func__);
+        return E_CA_CONV_STATUS_NO_SERVICE;
     }
 }

@@ -15,13 +15,13 @@
 namespace
 {
 
-struct _Heap {
+struct Heap {
     long nAllocations = 0;
     long nBytes = 0;  // in use, relative to the last Reset
     long nPeak = 0;
 };
 
-_Heap g_Heap;
+Heap g_Heap;
 
 }  // namespace
 
@@ -50,9 +50,9 @@ namespace
 {
 
 template <typename Work>
-_Heap Measure(Work work)
+Heap Measure(Work work)
 {
-    g_Heap = _Heap();
+    g_Heap = Heap();
     work();
     return g_Heap;
 }
@@ -62,8 +62,8 @@ void Heap(benchmark::State& state, std::string (*pMake)(int))
     std::string strReply = pMake(static_cast<int>(state.range(0)));
     Bench::Service service;
     for (auto _ : state) {
-        const _Heap parse = Measure([&strReply] { Bench::BareParse(strReply); });
-        const _Heap whole = Measure([&strReply, &state] {
+        const Heap parse = Measure([&strReply] { Bench::BareParse(strReply); });
+        const Heap whole = Measure([&strReply, &state] {
             CADataRepository::_ConvActionInfo info;
             if (!ca_get_speech_action("show me something", strReply, info)) state.SkipWithError("refused");
         });

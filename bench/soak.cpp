@@ -22,12 +22,12 @@ constexpr long kSettled = 1000;         // replies after which nothing should gr
 constexpr std::size_t kAllowed = 4096;  // bytes of growth that are put down to the C library
 
 // "#" is replaced by a text whose length differs from round to round.
-struct _Kind {
+struct Kind {
     bool bAnswered;  // what ca_get_speech_action returns
     const char* szReply;
 };
 
-constexpr _Kind kRound[] = {
+constexpr Kind kRound[] = {
     // Commands, alone and with parameters.
     {true, R"({"rsp":{"stat":"ok","domain":["tvcontrol"],"dialog":{"dialog_id":"#","dialog_seq":1},
       "system_sentence":"Louder. #","tvcontrol":[{"action":"volumeup","params":[{"amount":5}]}],
@@ -97,7 +97,7 @@ long PlayRound(long nRound)
 {
     const std::string strText(static_cast<std::size_t>(nRound * 7 % 64), static_cast<char>('a' + nRound % 26));
     long nWrong = 0;
-    for (const _Kind& kind : kRound) {
+    for (const Kind& kind : kRound) {
         std::string strReply = Reply(kind.szReply, strText);
         CADataRepository::_ConvActionInfo info;
         if (ca_get_speech_action("utterance " + strText, strReply, info) != kind.bAnswered) ++nWrong;

@@ -13,12 +13,12 @@
 namespace
 {
 
-struct _Settings {
+struct Settings {
     std::string strCountry;
     std::string strLanguage;
     std::string strFlag;
 };
-_Settings g_Settings;
+Settings g_Settings;
 
 const char* Setting(const std::string& strValue)
 {
@@ -29,7 +29,7 @@ const char* Setting(const std::string& strValue)
 
 void Fuzz::SetPlatform(const std::string& strLine)
 {
-    g_Settings = _Settings();
+    g_Settings = Settings();
     std::istringstream(strLine) >> g_Settings.strCountry >> g_Settings.strLanguage >> g_Settings.strFlag;
 }
 

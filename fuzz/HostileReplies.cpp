@@ -23,7 +23,7 @@ namespace
 
 // A reply is `szBegin`, `szUnit` as often as it fits, `szEnd`. "#" in the unit is replaced by a running number, and
 // "<" by 980 opening, ">" by 980 closing brackets of a list.
-struct _Shape {
+struct Shape {
     const char* szName;
     const char* szBegin;
     const char* szUnit;
@@ -33,7 +33,7 @@ struct _Shape {
 #define IN_RSP(szKey) "{\"rsp\":{\"tvcontrol\":[{\"action\":\"play_content\"}],\"" szKey "\":["
 #define IN_PARAMS(szAction, szKey) "{\"rsp\":{\"tvcontrol\":[{\"action\":\"" szAction "\",\"params\":[{\"" szKey "\":["
 
-constexpr _Shape kShapes[] = {
+constexpr Shape kShapes[] = {
     {"text", "{\"rsp\":{\"system_sentence\":\"", "x", "\"}}"},
     {"escapes", "{\"rsp\":{\"system_sentence\":\"", "\\u20ac", "\"}}"},
     {"blanks", "{\"rsp\":{", " ", "}}"},
@@ -96,7 +96,7 @@ std::string Expand(const char* szText, unsigned nNumber)
     return strText;
 }
 
-std::string Reply(const _Shape& shape, std::size_t nSize)
+std::string Reply(const Shape& shape, std::size_t nSize)
 {
     std::string strReply = Expand(shape.szBegin, 0);
     strReply.reserve(nSize + 2 * kDepth + 256);
@@ -111,14 +111,14 @@ double Seconds(const timeval& time)
 
 constexpr int kRefused = 3;  // how such a child exits
 
-struct _Cost {
+struct Cost {
     int nExit;  // negative: it was killed
     double fSeconds;
     double fPeakBytes;
 };
 
 // Handles one such reply in a child. The child's own cost of making the reply is small beside that.
-_Cost Measure(const _Shape& shape, std::size_t nSize)
+Cost Measure(const Shape& shape, std::size_t nSize)
 {
     const pid_t nChild = fork();
     if (nChild == 0) {
@@ -151,10 +151,10 @@ int main(int argc, char* argv[])
     bool bAllEnded = true;
     std::printf("replies of %zu bytes\n%-20s %9s %9s %9s %9s\n", nSize, "shape", "s (half)", "s", "peak MiB",
                 "per byte");
-    for (const _Shape& shape : kShapes) {
+    for (const Shape& shape : kShapes) {
         if (!IsAsked(shape.szName, argc, argv)) continue;
-        const _Cost stHalf = Measure(shape, nSize / 2);
-        const _Cost stFull = Measure(shape, nSize);
+        const Cost stHalf = Measure(shape, nSize / 2);
+        const Cost stFull = Measure(shape, nSize);
         bAllEnded = bAllEnded && stHalf.nExit >= 0 && stFull.nExit >= 0;
         const char* const szNote = stFull.nExit < 0 ? "  KILLED" : stFull.nExit == kRefused ? "  refused" : "";
         const double fPeak = stFull.fPeakBytes - fIdle;

@@ -15,14 +15,14 @@
 #include "CAParseJson.h"
 #include "FakePlatform.h"
 #include "JsonText.h"
-#include "RecordJson.h"
 #include "parlo-api.h"
+#include "rendering/RecordJson.h"
 
 using namespace CADataRepository;
-using _Texts = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
 // The texts between the blanks and line breaks of `strText`.
-inline _Texts Words(const std::string& strText)
+inline Texts Words(const std::string& strText)
 {
     std::istringstream stream(strText);
     return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};

@@ -1,5 +1,5 @@
 // What is told of a reply: statements in order, each with the operation of the log line that it rests on.
-#include "Explain.h"
+#include "commands/Explain.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "JsonText.h"
-#include "LogTap.h"
-#include "Refusal.h"
 #include "parlo-api.h"
+#include "session/LogTap.h"
+#include "session/Refusal.h"
 
 // One service for a test, which the replies go through in order.
 class Explanation : public testing::Test
@@ -30,10 +30,10 @@ protected:
 
     std::string Explained(std::string strText)
     {
-        m_stOutcome = _Outcome();
+        m_stOutcome = Outcome();
         CRefusal refusal;
         {
-            const CLogTap tap([&](const _LogLine& stLine) {
+            const CLogTap tap([&](const LogLine& stLine) {
                 refusal.Listen(stLine);
                 m_stOutcome.vLog.push_back(stLine);
             });
@@ -65,7 +65,7 @@ protected:
         return strTold;
     }
 
-    _Outcome m_stOutcome;
+    Outcome m_stOutcome;
 };
 
 // Replies, by the members of their "rsp", each above what is told of it: "[SECTION] STATEMENT. @OPERATION". A line that
@@ -208,7 +208,7 @@ TEST_F(Explanation, NamesOnlyLinesThatTheLogHolds)
         std::ifstream file(entry.path());
         std::istringstream lines(Explained({std::istreambuf_iterator<char>(file), {}}));
         std::set<std::string> held;
-        for (const _LogLine& stLine : m_stOutcome.vLog) held.insert("      log: " + Shown(stLine.strLine));
+        for (const LogLine& stLine : m_stOutcome.vLog) held.insert("      log: " + Shown(stLine.strLine));
         int nNamed = 0;
         for (std::string strLine; std::getline(lines, strLine);) {
             if (strLine.rfind("      ", 0) != 0) continue;

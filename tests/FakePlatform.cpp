@@ -24,7 +24,7 @@ static char* HeapCopy(const std::optional<std::string>& strText)
 int FakePlatform::Count(const std::string& strMessage) const
 {
     int nCount = 0;
-    for (const _LogLine& line : vLog) nCount += line.strText.find(") > " + strMessage + "\033[3") != std::string::npos;
+    for (const LogLine& line : vLog) nCount += line.strText.find(") > " + strMessage + "\033[3") != std::string::npos;
     return nCount;
 }
 
@@ -36,7 +36,7 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
     va_start(args, format);
     if (vasprintf(&szText, format, args) < 0) std::abort();
     va_end(args);
-    const _LogLine line{priority, tag, szText};
+    const LogLine line{priority, tag, szText};
     std::free(szText);
     {
         const std::lock_guard<std::mutex> lock(g_LogMutex);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-struct _LogLine {
+struct LogLine {
     int nPriority;
     std::string strTag;
     std::string strText;  // "CAService: InitService(41) > m_strAppName:tv" and a colour sequence
@@ -21,8 +21,8 @@ struct FakePlatform {
 
     int nSettingOpen = 0;  // voice settings opened less closed; 0 when a test ends
     bool bKeepLog = true;
-    std::vector<_LogLine> vLog = {};
-    std::function<void(const _LogLine&)> onLog = {};  // runs inside the library's log call; may throw
+    std::vector<LogLine> vLog = {};
+    std::function<void(const LogLine&)> onLog = {};  // runs inside the library's log call; may throw
 
     // How many lines carry exactly this message.
     int Count(const std::string& strMessage) const;

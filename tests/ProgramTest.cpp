@@ -13,13 +13,13 @@
 #include <set>
 #include <sstream>
 
-#include "Catalog.h"
-#include "Input.h"
-#include "RecordJson.h"
-#include "Refusal.h"
-#include "Render.h"
-#include "Session.h"
-#include "Text.h"
+#include "commands/Catalog.h"
+#include "reading/Input.h"
+#include "rendering/RecordJson.h"
+#include "rendering/Render.h"
+#include "rendering/Text.h"
+#include "session/Refusal.h"
+#include "session/Session.h"
 
 using namespace CADataRepository;
 
@@ -54,7 +54,7 @@ TEST(Input, TurnIsTheReplyByteByByteOrAReason)
         {R"({"utterance":"u"})", "the line has no \"reply\" that is an object or a text"},
         {R"({"utterance":"u","reply":[{}]})", "the line has no \"reply\" that is an object or a text"}};
     for (const auto& [strLine, strWanted] : kRows) {
-        _Reply stReply;
+        ServerReply stReply;
         std::string strOutcome;
         if (ReadTurn(strLine, stReply, strOutcome)) strOutcome = stReply.strUtterance + '|' + stReply.strText;
         EXPECT_EQ(strWanted, strOutcome) << strLine;
@@ -70,7 +70,7 @@ TEST(Input, LinesAreNumberedAndWhatFailsDoesNotEndTheConversation)
                                   "\r\n\n{\"utterance\":\"\",\"reply\":{}}\n" + strTurn;
     std::string strShown;
     CSession session(
-        [&strShown](const _Reply& stReply, const _Outcome& stOutcome) {
+        [&strShown](const ServerReply& stReply, const Outcome& stOutcome) {
             strShown += stReply.strSource.substr(stReply.strSource.rfind(':')) + (stOutcome.bAccepted ? "=" : "!") +
                         std::to_string(stOutcome.info.nDialogSeq) + stOutcome.strRefusal;
             EXPECT_TRUE(stOutcome.vLog.empty()) << "kept although nobody asked for it";

@@ -5,10 +5,10 @@ std::vector<_CASchema>& SchemaList(CCADataHandler& store);
 
 // The list goes in and has no way out; this reads it past the access check.
 template <auto pMember>
-struct _Opened {
+struct Opened {
     friend std::vector<_CASchema>& SchemaList(CCADataHandler& store) { return store.*pMember; }
 };
-template struct _Opened<&CCADataHandler::m_vSchemaList>;
+template struct Opened<&CCADataHandler::m_vSchemaList>;
 
 std::string TakeSchema(CCADataHandler& store)
 {
@@ -47,7 +47,7 @@ TEST_F(Schema, EntriesAndRules)
 
 TEST_F(Schema, RefusedDocumentLeavesAnErrorCode)
 {
-    const _Texts vRows =
+    const Texts vRows =
         Words("{'code':'E1','msg':'x'} E1 {'code':404,'msg':'x'} 404 {'code':-1,'msg':'x'} x {'msg':5} 5");
     for (std::size_t i = 0; i < vRows.size(); i += 2) {
         EXPECT_FALSE(m_Parser.t_ParseSearchSchema(Reply("'stat':'fail','schema':[{}],'err':" + vRows[i])));

@@ -5,9 +5,9 @@
 #include "Conversation.h"
 
 using SortFilter = Conversation;
-using _Rules = std::vector<_CASortRule>;
+using Rules = std::vector<_CASortRule>;
 
-static std::string Merge(const std::string& strList, const std::string& strSource, const _Rules& vRules)
+static std::string Merge(const std::string& strList, const std::string& strSource, const Rules& vRules)
 {
     std::vector<char> vList(strList.begin(), strList.end());
     const std::vector<char> vSource(strSource.begin(), strSource.end());
@@ -22,7 +22,7 @@ TEST_F(SortFilter, RulesPlaceTheSource)
     std::istringstream rows(R"(0 1 0 2 axbycd  3 9 9 9 xyabcd  2 0 0 0 abcdxy  1 1 1 2 axbcdy  0 2 0 0 abxcdy
         0 3 0 1 abcxyd  0 4 0 1 abcdxy  1 9 99 1 abcdxy  1 1 1 1 1 1 3 1 axybcd  1 3 3 1 1 0 0 1 xabycd  9 0 9 1 abcdxy
         1 0 9 3 3 0 0 0 xabycd  3 0 0 0 1 0 9 3 xyabcd  1 -2147483648 2147483647 -1 xyabcd  1 -3 -1 1 1 2 2 0 abxcdy)");
-    _Rules vRules;
+    Rules vRules;
     for (_CASortRule rule; rows >> rule.nType >> rule.nFrom >> rule.nTo >> rule.nCycle;) {
         vRules.push_back(rule);
         std::string strMerged;
@@ -51,7 +51,7 @@ TEST_F(SortFilter, EveryEntryComesOutOnceInItsOwnOrder)
     std::mt19937 random(7);
     const auto any = [&random](unsigned nMost) { return static_cast<int>(random() % (nMost + 3)) - 2; };
     for (int nRound = 0; nRound < 3000; ++nRound) {
-        _Rules vRules(random() % 5);
+        Rules vRules(random() % 5);
         for (_CASortRule& rule : vRules) rule = {any(4), any(9), any(12), any(4)};
         const std::string strList = std::string("abcdefgh").substr(random() % 9);
         const std::string strSource = std::string("STUVWXYZ").substr(random() % 9);

@@ -12,8 +12,8 @@
 #include "CAParseJson.h"
 #include "FakePlatform.h"
 #include "JsonText.h"
-#include "RecordJson.h"
 #include "parlo-api.h"
+#include "rendering/RecordJson.h"
 
 static std::string Bytes(const Json::Value& text)
 {

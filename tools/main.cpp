@@ -12,11 +12,11 @@
 #include <system_error>
 #include <vector>
 
-#include "Catalog.h"
-#include "Explain.h"
-#include "RecordJson.h"
-#include "Render.h"
-#include "Session.h"
+#include "commands/Catalog.h"
+#include "commands/Explain.h"
+#include "rendering/RecordJson.h"
+#include "rendering/Render.h"
+#include "session/Session.h"
 
 namespace
 {
@@ -25,7 +25,7 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
-struct _Options {
+struct Options {
     std::string strUtterance = "(utterance)";
     std::vector<std::string> vFiles;
     bool bJson = false;
@@ -33,14 +33,14 @@ struct _Options {
 };
 
 // An option that sets the substitute of the television's functions, through its environment variable.
-struct _SetOption {
+struct SetOption {
     const char* szFlag;
     const char* szVariable;
     const char* szHelp;
     std::vector<std::string> vValues;  // empty: any text
 };
 
-const _SetOption kSetOptions[] = {
+const SetOption kSetOptions[] = {
     {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", {}},
     {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", {}},
     {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", {"0", "1", "none"}},
@@ -53,52 +53,53 @@ CPaint StandardOutputPaint()
     return CPaint((szNoColour == nullptr || *szNoColour == '\0') && isatty(STDOUT_FILENO) != 0);
 }
 
-CSession::Show ShowRecord(const _Options& stOptions)
+CSession::Show ShowRecord(const Options& stOptions)
 {
-    return [bJson = stOptions.bJson, paint = StandardOutputPaint()](const _Reply& stReply, const _Outcome& stOutcome) {
-        if (!stOutcome.bAccepted) return;
-        if (bJson)
-            WriteJsonLine(stOutcome.info, Print);
-        else
-            Print(RenderRecord(stReply, stOutcome.info, paint));
-    };
+    return
+        [bJson = stOptions.bJson, paint = StandardOutputPaint()](const ServerReply& stReply, const Outcome& stOutcome) {
+            if (!stOutcome.bAccepted) return;
+            if (bJson)
+                WriteJsonLine(stOutcome.info, Print);
+            else
+                Print(RenderRecord(stReply, stOutcome.info, paint));
+        };
 }
 
-int RunReplies(const _Options& stOptions, CSession::Show show, bool bKeepLog)
+int RunReplies(const Options& stOptions, CSession::Show show, bool bKeepLog)
 {
     CSession session(std::move(show), bKeepLog);
     for (const std::string& strFile : stOptions.vFiles) session.RunReplyFile(strFile, stOptions.strUtterance);
     return session.HasFailed() ? kExitFailure : kExitOk;
 }
 
-int RunReply(const _Options& stOptions)
+int RunReply(const Options& stOptions)
 {
     return RunReplies(stOptions, ShowRecord(stOptions), false);
 }
 
-int RunExplain(const _Options& stOptions)
+int RunExplain(const Options& stOptions)
 {
-    const auto Show = [paint = StandardOutputPaint()](const _Reply& stReply, const _Outcome& stOutcome) {
+    const auto Show = [paint = StandardOutputPaint()](const ServerReply& stReply, const Outcome& stOutcome) {
         Print(Explain(stReply, stOutcome, paint));
     };
     return RunReplies(stOptions, Show, true);
 }
 
-int RunConversation(const _Options& stOptions)
+int RunConversation(const Options& stOptions)
 {
     CSession session(ShowRecord(stOptions), false);
     for (const std::string& strFile : stOptions.vFiles) session.RunConversationFile(strFile);
     return session.HasFailed() ? kExitFailure : kExitOk;
 }
 
-int RunStatus(const _Options& stOptions)
+int RunStatus(const Options& stOptions)
 {
     const CSession session({}, false);
     Print(stOptions.bAll ? RenderAllStatuses(StandardOutputPaint()) : RenderStatus());
     return kExitOk;
 }
 
-int RunActions(const _Options& stOptions)
+int RunActions(const Options& stOptions)
 {
     Print(stOptions.bJson ? VocabularyJson() : RenderVocabulary(StandardOutputPaint()));
     return kExitOk;
@@ -133,13 +134,13 @@ private:
     void AddReplyCommands();
     void AddOtherCommands();
 
-    using Command = std::function<int(const _Options&)>;
+    using Command = std::function<int(const Options&)>;
     CLI::App* Add(const char* szName, const char* szHelp, Command command, const char* szExamples);
     void AddFiles(CLI::App* pCommand, const char* szHelp);
     CLI::Option* AddUtterance(CLI::App* pCommand);
 
     CLI::App m_app{"Shows what a television makes of a voice server's reply.", "parlo"};
-    _Options m_stOptions;
+    Options m_stOptions;
     std::vector<std::pair<CLI::App*, Command>> m_vCommands;
 };
 
@@ -159,7 +160,7 @@ CCommandLine::CCommandLine()
 
 void CCommandLine::AddSetOptions()
 {
-    for (const _SetOption& stOption : kSetOptions) {
+    for (const SetOption& stOption : kSetOptions) {
         const auto SetVariable = [szVariable = stOption.szVariable](const std::string& strValue) {
             setenv(szVariable, strValue.c_str(), 1);
         };
@@ -232,7 +233,10 @@ int CCommandLine::Run(int argc, char** argv)
     } catch (const CLI::ParseError& e) {
         std::ostringstream output;
         std::ostringstream error;
-        if (m_app.exit(e, output, error) == kExitOk) return Print(output.str()), kExitOk;
+        if (m_app.exit(e, output, error) == kExitOk) {
+            Print(output.str());
+            return kExitOk;
+        }
         Complain(error.str() + "; see parlo --help");
         return kExitUsage;
     }

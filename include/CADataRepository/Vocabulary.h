@@ -13,13 +13,13 @@ namespace CADataRepository
 
 // A word of the server and what it stands for.
 template <typename Code>
-struct _Word {
+struct CodedWord {
     std::string_view szWord;
     Code eCode;
 };
 
 // "action" of a TV control command, by code.
-inline constexpr _Word<E_CA_TVCONTROL> kActionWords[] = {
+inline constexpr CodedWord<E_CA_TVCONTROL> kActionWords[] = {
     {"poweroff", E_CA_TVCONTROL_POWEROFF},
     {"poweron", E_CA_TVCONTROL_POWERON},
     {"set_sleeptimer", E_CA_TVCONTROL_SET_SLEEPTIMER},
@@ -107,7 +107,7 @@ inline constexpr _Word<E_CA_TVCONTROL> kActionWords[] = {
 };
 
 // "intent" of a TV control command, by code.
-inline constexpr _Word<E_CA_TVCONTROL_INTENT> kIntentWords[] = {
+inline constexpr CodedWord<E_CA_TVCONTROL_INTENT> kIntentWords[] = {
     {"play", E_CA_TVCONTROL_INTENT_PLAY},
     {"search_title", E_CA_TVCONTROL_INTENT_SEARCH_TITLE},
     {"search_genre", E_CA_TVCONTROL_INTENT_SEARCH_GENRE},
@@ -122,7 +122,7 @@ inline constexpr _Word<E_CA_TVCONTROL_INTENT> kIntentWords[] = {
 };
 
 // "action" of a display control request, by code.
-inline constexpr _Word<E_CA_DISPLAY_ACTION> kDisplayActionWords[] = {
+inline constexpr CodedWord<E_CA_DISPLAY_ACTION> kDisplayActionWords[] = {
     {"play_content", E_CA_DISPLAY_ACTION_PLAY_CONTENT},
     {"alarm_livecontent", E_CA_DISPLAY_ACTION_ALARM_LIVECONTENT},
     {"schedule_livecontent", E_CA_DISPLAY_ACTION_SCHEDULE_LIVECONTENT},
@@ -130,7 +130,7 @@ inline constexpr _Word<E_CA_DISPLAY_ACTION> kDisplayActionWords[] = {
 };
 
 // "category" of a search schema entry.
-inline constexpr _Word<E_CA_SCHEMA_CATEGORY> kSchemaCategoryWords[] = {
+inline constexpr CodedWord<E_CA_SCHEMA_CATEGORY> kSchemaCategoryWords[] = {
     {"lintra", E_CA_SCHEMA_CATEGORY_LINTRA},
     {"youtube", E_CA_SCHEMA_CATEGORY_YOUTUBE},
     {"social", E_CA_SCHEMA_CATEGORY_SOCIAL},
@@ -138,15 +138,27 @@ inline constexpr _Word<E_CA_SCHEMA_CATEGORY> kSchemaCategoryWords[] = {
 };
 
 // "rule" of a search schema rule.
-inline constexpr _Word<E_CA_SORT_RULE> kSortRuleWords[] = {
+inline constexpr CodedWord<E_CA_SORT_RULE> kSortRuleWords[] = {
     {"position_after_turn", E_CA_SORT_RULE_POSITION_AFTER_TURN},
     {"position_range_turn", E_CA_SORT_RULE_POSITION_RANGE_TURN},
     {"result_after", E_CA_SORT_RULE_RESULT_AFTER},
     {"result_before", E_CA_SORT_RULE_RESULT_BEFORE},
 };
 
+// Sets `code` to what the word stands for. False, with `code` as it was, when it stands for nothing.
 template <typename Code, std::size_t N>
-constexpr bool EveryWordOnce(const _Word<Code> (&vWords)[N])
+bool LookUp(const CodedWord<Code> (&vWords)[N], std::string_view szWord, int& code)
+{
+    for (const CodedWord<Code>& stWord : vWords) {
+        if (stWord.szWord != szWord) continue;
+        code = stWord.eCode;
+        return true;
+    }
+    return false;
+}
+
+template <typename Code, std::size_t N>
+constexpr bool EveryWordOnce(const CodedWord<Code> (&vWords)[N])
 {
     for (std::size_t i = 0; i < N; ++i)
         for (std::size_t j = i + 1; j < N; ++j)

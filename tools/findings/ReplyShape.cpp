@@ -1,19 +1,19 @@
 // Tables of the keys that are read, with their types.
-#include "ReplyShape.h"
+#include "findings/ReplyShape.h"
 
-#include "Text.h"
+#include "rendering/Text.h"
 
 namespace
 {
 
 enum class E_KIND { TEXT, INTEGER, LIST, OBJECT };
 
-struct _ReplyKey {
+struct ReplyKey {
     const char* szKey;
     E_KIND eKind;
 };
 
-constexpr _ReplyKey kEnvelopeKeys[] = {
+constexpr ReplyKey kEnvelopeKeys[] = {
     {"stat", E_KIND::TEXT},
     {"err", E_KIND::OBJECT},
     {"domain", E_KIND::LIST},
@@ -25,10 +25,10 @@ constexpr _ReplyKey kEnvelopeKeys[] = {
     {"tvcontent", E_KIND::LIST},
     {"nlu_info", E_KIND::OBJECT},
 };
-constexpr _ReplyKey kDialogKeys[] = {{"dialog_id", E_KIND::TEXT}, {"dialog_seq", E_KIND::INTEGER}};
-constexpr _ReplyKey kNluKeys[] = {{"dialog_type", E_KIND::INTEGER}};
-constexpr _ReplyKey kCommandKeys[] = {{"action", E_KIND::TEXT}, {"intent", E_KIND::TEXT}, {"params", E_KIND::LIST}};
-constexpr _ReplyKey kParamKeys[] = {
+constexpr ReplyKey kDialogKeys[] = {{"dialog_id", E_KIND::TEXT}, {"dialog_seq", E_KIND::INTEGER}};
+constexpr ReplyKey kNluKeys[] = {{"dialog_type", E_KIND::INTEGER}};
+constexpr ReplyKey kCommandKeys[] = {{"action", E_KIND::TEXT}, {"intent", E_KIND::TEXT}, {"params", E_KIND::LIST}};
+constexpr ReplyKey kParamKeys[] = {
     {"amount", E_KIND::INTEGER},     {"index", E_KIND::INTEGER},      {"idx", E_KIND::INTEGER},
     {"prevnext", E_KIND::TEXT},      {"listorder", E_KIND::INTEGER},  {"time", E_KIND::INTEGER},
     {"direction", E_KIND::TEXT},     {"gb_function", E_KIND::TEXT},   {"play_speed", E_KIND::INTEGER},
@@ -37,38 +37,38 @@ constexpr _ReplyKey kParamKeys[] = {
     {"channel_no", E_KIND::TEXT},    {"action", E_KIND::TEXT},        {"names", E_KIND::LIST},
     {"channels", E_KIND::LIST},      {"umd_channels", E_KIND::LIST},
 };
-constexpr _ReplyKey kChannelKeys[] = {
+constexpr ReplyKey kChannelKeys[] = {
     {"major", E_KIND::INTEGER}, {"minor", E_KIND::INTEGER}, {"ptc", E_KIND::INTEGER},    {"dtv", E_KIND::TEXT},
     {"number", E_KIND::TEXT},   {"name", E_KIND::TEXT},     {"onid", E_KIND::TEXT},      {"tsid", E_KIND::TEXT},
     {"sid", E_KIND::TEXT},      {"freq", E_KIND::TEXT},     {"source_id", E_KIND::TEXT}, {"type", E_KIND::TEXT},
 };
-constexpr _ReplyKey kUMDElementKeys[] = {{"umd_channel", E_KIND::OBJECT}};
-constexpr _ReplyKey kUMDChannelKeys[] = {
+constexpr ReplyKey kUMDElementKeys[] = {{"umd_channel", E_KIND::OBJECT}};
+constexpr ReplyKey kUMDChannelKeys[] = {
     {"lineup_id", E_KIND::TEXT},    {"channel_id", E_KIND::TEXT}, {"channel_number", E_KIND::TEXT},
     {"channel_name", E_KIND::TEXT}, {"attributes", E_KIND::TEXT},
 };
-constexpr _ReplyKey kRequestKeys[] = {{"action", E_KIND::TEXT}, {"params", E_KIND::LIST}};
-constexpr _ReplyKey kRequestParamKeys[] = {{"title", E_KIND::TEXT}, {"index", E_KIND::INTEGER}};
-constexpr _ReplyKey kItemKeys[] = {
+constexpr ReplyKey kRequestKeys[] = {{"action", E_KIND::TEXT}, {"params", E_KIND::LIST}};
+constexpr ReplyKey kRequestParamKeys[] = {{"title", E_KIND::TEXT}, {"index", E_KIND::INTEGER}};
+constexpr ReplyKey kItemKeys[] = {
     {"type", E_KIND::TEXT},     {"id", E_KIND::TEXT},          {"title", E_KIND::TEXT},
     {"year", E_KIND::INTEGER},  {"duration", E_KIND::INTEGER}, {"cert_flag", E_KIND::TEXT},
     {"poster", E_KIND::OBJECT}, {"genres", E_KIND::LIST},      {"certifications", E_KIND::LIST},
 };
 
-struct _KindWords {
+struct KindWords {
     E_KIND eKind;
     bool (Json::Value::*pIs)() const;
     const char* szWords;
 };
 
-constexpr _KindWords kKindWords[] = {
+constexpr KindWords kKindWords[] = {
     {E_KIND::TEXT, &Json::Value::isString, "a text"},
     {E_KIND::INTEGER, &Json::Value::isInt, "an integer"},
     {E_KIND::LIST, &Json::Value::isArray, "a list"},
     {E_KIND::OBJECT, &Json::Value::isObject, "an object"},
 };
 
-const _KindWords& WordsOf(E_KIND eKind)
+const KindWords& WordsOf(E_KIND eKind)
 {
     return kKindWords[static_cast<std::size_t>(eKind)];
 }
@@ -88,11 +88,10 @@ class CFindings
 {
 public:
     template <std::size_t N>
-    void Object(const std::string& strPath, const Json::Value& object, const _ReplyKey (&keys)[N],
-                bool bUnknown = true);
+    void Object(const std::string& strPath, const Json::Value& object, const ReplyKey (&keys)[N], bool bUnknown = true);
 
     template <std::size_t N>
-    void Elements(const std::string& strPath, const Json::Value& list, const _ReplyKey (&keys)[N]);
+    void Elements(const std::string& strPath, const Json::Value& list, const ReplyKey (&keys)[N]);
 
     void Say(std::string strText) { m_vTexts.push_back(std::move(strText)); }
     std::vector<std::string> Texts() && { return std::move(m_vTexts); }
@@ -102,13 +101,13 @@ private:
 };
 
 template <std::size_t N>
-void CFindings::Object(const std::string& strPath, const Json::Value& object, const _ReplyKey (&keys)[N], bool bUnknown)
+void CFindings::Object(const std::string& strPath, const Json::Value& object, const ReplyKey (&keys)[N], bool bUnknown)
 {
     if (!object.isObject()) return;
     for (const std::string& strKey : object.getMemberNames()) {
         const Json::Value& value = object[strKey];
-        const _ReplyKey* pKey = nullptr;
-        for (const _ReplyKey& stKey : keys)
+        const ReplyKey* pKey = nullptr;
+        for (const ReplyKey& stKey : keys)
             if (strKey == stKey.szKey) pKey = &stKey;
         const std::string strName = Quoted(strPath + strKey);
         if (pKey == nullptr && bUnknown) Say(strName + " is an unknown key: ignored");
@@ -118,7 +117,7 @@ void CFindings::Object(const std::string& strPath, const Json::Value& object, co
 }
 
 template <std::size_t N>
-void CFindings::Elements(const std::string& strPath, const Json::Value& list, const _ReplyKey (&keys)[N])
+void CFindings::Elements(const std::string& strPath, const Json::Value& list, const ReplyKey (&keys)[N])
 {
     if (!list.isArray()) return;
     for (Json::ArrayIndex i = 0; i < list.size(); ++i) {
@@ -132,7 +131,7 @@ void CFindings::Elements(const std::string& strPath, const Json::Value& list, co
 
 const char* KindInWords(const Json::Value& value)
 {
-    for (const _KindWords& stWords : kKindWords)
+    for (const KindWords& stWords : kKindWords)
         if ((value.*stWords.pIs)()) return stWords.szWords;
     return value.isNull() ? "null" : value.isBool() ? "a boolean" : "a number";
 }

@@ -8,7 +8,7 @@
 #include <string_view>
 
 // A reply, with what the viewer had said and a name for messages.
-struct _Reply {
+struct ServerReply {
     std::string strSource;
     std::string strUtterance;
     std::string strText;
@@ -25,6 +25,6 @@ bool ReadAll(const std::string& strFile, std::string& strText, std::string& strR
 // Takes one line of a conversation, {"utterance": TEXT, "reply": OBJECT or TEXT}, into `stReply`. An object's
 // source text becomes the reply, byte by byte; a text is the raw reply itself, which need not be JSON. When the
 // line is something else, returns false and says in `strReason` what.
-bool ReadTurn(std::string_view szLine, _Reply& stReply, std::string& strReason);
+bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strReason);
 
 #endif

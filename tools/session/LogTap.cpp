@@ -1,5 +1,5 @@
 // The program's own platform log function and what it takes out of a line.
-#include "LogTap.h"
+#include "session/LogTap.h"
 
 #include <dlfcn.h>
 
@@ -25,9 +25,9 @@ constexpr std::size_t kLongestKept = 2000;  // bytes; some lines hold a whole re
 LogSink g_Sink;
 
 // "file: function(line) > message"
-_LogLine Dissect(std::string_view szText)
+LogLine Dissect(std::string_view szText)
 {
-    _LogLine stLine;
+    LogLine stLine;
     Host::CutColour(szText);
     stLine.strLine = szText.substr(0, kLongestKept);
     const std::string_view szLine = stLine.strLine;

@@ -1,5 +1,5 @@
 // Escaping, cutting and aligning of text.
-#include "Text.h"
+#include "rendering/Text.h"
 
 #include <algorithm>
 #include <cwchar>

@@ -1,26 +1,26 @@
 // Tables of the vocabulary and of availability.
-#include "Catalog.h"
+#include "commands/Catalog.h"
 
 #include <json/value.h>
 
 #include <cstdlib>
 #include <vector>
 
-#include "RecordJson.h"
 #include "parlo-api.h"
+#include "rendering/RecordJson.h"
 
 namespace
 {
 
 using namespace CADataRepository;
 
-struct _StatusWords {
+struct StatusWords {
     int nStatus;
     const char* szShort;  // for a cell of the table
     const char* szWords;
 };
 
-constexpr _StatusWords kStatusWords[] = {
+constexpr StatusWords kStatusWords[] = {
     {E_CA_CONV_STATUS_AVAILABLE, "yes", "conversation is available"},
     {E_CA_CONV_STATUS_NOT_SUPPORTED, "no", "conversation is not supported by this set or in its country"},
     {E_CA_CONV_STATUS_LANGUAGE_NOT_SUPPORTED, ".", "the voice language does not fit the country"},
@@ -45,9 +45,9 @@ void ForEachVocabulary(const Visit& visit)
     visit("Rules of a search schema", "schema_rules", kSortRuleWords);
 }
 
-const _StatusWords& WordsOf(int nStatus)
+const StatusWords& WordsOf(int nStatus)
 {
-    for (const _StatusWords& stWords : kStatusWords)
+    for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus == nStatus) return stWords;
     return kStatusWords[3];
 }
@@ -99,7 +99,7 @@ std::string RenderAllStatuses(const CPaint& paint)
         }
     }
     std::string strLegend = "\n";
-    for (const _StatusWords& stWords : kStatusWords)
+    for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)
             strLegend +=
                 "  " + Padded(stWords.szShort, 5) + stWords.szWords + " (" + std::to_string(stWords.nStatus) + ")\n";

@@ -1,22 +1,22 @@
 // The log lines that end a reply, and what they mean.
-#include "Refusal.h"
+#include "session/Refusal.h"
 
 #include <algorithm>
 #include <string_view>
 
-#include "Text.h"
+#include "rendering/Text.h"
 
 namespace
 {
 
-struct _Meaning {
+struct Meaning {
     std::string_view szMessage;  // how the line begins
     const char* szReason;        // empty: all is well so far
 };
 
 // Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
 // log does not name.
-constexpr _Meaning kMeanings[] = {
+constexpr Meaning kMeanings[] = {
     {"strPreAllResult is empty()", "the utterance or the reply is empty"},
     {"Start to parse search server data.", "it has no \"rsp\""},
     {"json parse error", "it is not JSON, or beyond a limit"},
@@ -38,7 +38,7 @@ bool Behind(std::string_view szText, std::string_view szPrefix, std::string_view
 
 }  // namespace
 
-void CRefusal::Listen(const _LogLine& stLine)
+void CRefusal::Listen(const LogLine& stLine)
 {
     std::string_view szRest;
     if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "errCode:", szRest)) {
@@ -49,7 +49,7 @@ void CRefusal::Listen(const _LogLine& stLine)
     } else if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "nErrCode:", szRest)) {
         m_strReason = "the server reported error " + std::string(szRest);
     }
-    for (const _Meaning& stMeaning : kMeanings) {
+    for (const Meaning& stMeaning : kMeanings) {
         if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
         m_strReason = stMeaning.szReason;
         m_strLine = stLine.strLine;

@@ -1,14 +1,14 @@
 // Brings the reply's commands and items together with the log lines that they left.
-#include "Explain.h"
+#include "commands/Explain.h"
 
 #include <cstdlib>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "Input.h"
-#include "Render.h"
-#include "ReplyShape.h"
+#include "findings/ReplyShape.h"
+#include "reading/Input.h"
+#include "rendering/Render.h"
 
 namespace
 {
@@ -17,12 +17,12 @@ using namespace CADataRepository;
 
 constexpr const char* kReader = "t_ParseSearchServer";
 
-struct _Lookup {
+struct Lookup {
     const char* szFunction;
     const char* szName;
 };
 
-constexpr _Lookup kLookups[] = {
+constexpr Lookup kLookups[] = {
     {"GetSystemAction", "system action"},
     {"GetSystemActionChannel", "channel"},
     {"GetSystemActionCandidate", "candidate"},
@@ -32,58 +32,58 @@ constexpr _Lookup kLookups[] = {
 class CLog
 {
 public:
-    explicit CLog(const std::vector<_LogLine>& vLines) : m_vLines(vLines) {}
+    explicit CLog(const std::vector<LogLine>& vLines) : m_vLines(vLines) {}
 
     // The first line of `szFunction` that begins with `szStart`; null when there is none.
-    const _LogLine* Find(std::string_view szFunction, std::string_view szStart) const
+    const LogLine* Find(std::string_view szFunction, std::string_view szStart) const
     {
         return FindFrom(0, szFunction, szStart);
     }
-    const _LogLine* FindLast(std::string_view szFunction, std::string_view szStart) const;
+    const LogLine* FindLast(std::string_view szFunction, std::string_view szStart) const;
 
     // The same behind the last line that Next found: for what leaves a line each time.
-    const _LogLine* Next(std::string_view szFunction, std::string_view szStart);
+    const LogLine* Next(std::string_view szFunction, std::string_view szStart);
 
     // The line behind the last one that Next found; null at the end. Skip goes past it.
-    const _LogLine* Peek() const { return m_nNext < m_vLines.size() ? &m_vLines[m_nNext] : nullptr; }
+    const LogLine* Peek() const { return m_nNext < m_vLines.size() ? &m_vLines[m_nNext] : nullptr; }
     void Skip() { ++m_nNext; }
 
 private:
-    const _LogLine* FindFrom(std::size_t n, std::string_view szFunction, std::string_view szStart) const;
+    const LogLine* FindFrom(std::size_t n, std::string_view szFunction, std::string_view szStart) const;
 
-    const std::vector<_LogLine>& m_vLines;
+    const std::vector<LogLine>& m_vLines;
     std::size_t m_nNext = 0;
 };
 
-bool Is(const _LogLine& stLine, std::string_view szFunction, std::string_view szStart)
+bool Is(const LogLine& stLine, std::string_view szFunction, std::string_view szStart)
 {
     return stLine.strFunction == szFunction && stLine.strMessage.compare(0, szStart.size(), szStart) == 0;
 }
 
-const _LogLine* CLog::FindFrom(std::size_t n, std::string_view szFunction, std::string_view szStart) const
+const LogLine* CLog::FindFrom(std::size_t n, std::string_view szFunction, std::string_view szStart) const
 {
     for (; n < m_vLines.size(); ++n)
         if (Is(m_vLines[n], szFunction, szStart)) return &m_vLines[n];
     return nullptr;
 }
 
-const _LogLine* CLog::FindLast(std::string_view szFunction, std::string_view szStart) const
+const LogLine* CLog::FindLast(std::string_view szFunction, std::string_view szStart) const
 {
-    const _LogLine* pLast = nullptr;
-    for (const _LogLine& stLine : m_vLines)
+    const LogLine* pLast = nullptr;
+    for (const LogLine& stLine : m_vLines)
         if (Is(stLine, szFunction, szStart)) pLast = &stLine;
     return pLast;
 }
 
-const _LogLine* CLog::Next(std::string_view szFunction, std::string_view szStart)
+const LogLine* CLog::Next(std::string_view szFunction, std::string_view szStart)
 {
-    const _LogLine* pLine = FindFrom(m_nNext, szFunction, szStart);
+    const LogLine* pLine = FindFrom(m_nNext, szFunction, szStart);
     if (pLine != nullptr) m_nNext = static_cast<std::size_t>(pLine - m_vLines.data()) + 1;
     return pLine;
 }
 
 // The number at the end of a line such as "eControl = 12".
-int NumberOf(const _LogLine& stLine)
+int NumberOf(const LogLine& stLine)
 {
     const std::size_t nStart = stLine.strMessage.find_last_not_of("-0123456789") + 1;
     return static_cast<int>(std::strtol(stLine.strMessage.c_str() + nStart, nullptr, 10));
@@ -108,14 +108,14 @@ std::string ActionOf(const Json::Value& command)
 class CExplanation
 {
 public:
-    CExplanation(const _Outcome& stOutcome, const Json::Value& rsp, const CPaint& paint);
+    CExplanation(const Outcome& stOutcome, const Json::Value& rsp, const CPaint& paint);
     std::string Text() &&;
 
 private:
     template <typename Body>
     void Section(const std::string& strTitle, const Body& body);
-    void Say(const std::string& strText, const _LogLine* pLine);
-    void SayAll(const std::vector<std::string>& vTexts, const _LogLine* pLine);
+    void Say(const std::string& strText, const LogLine* pLine);
+    void SayAll(const std::vector<std::string>& vTexts, const LogLine* pLine);
 
     void Refusal();
     void Sentence();
@@ -129,23 +129,23 @@ private:
     void Request(const Json::Value& request, const std::string& strName, bool bLast);
     void Contents();
     void Item(const Json::Value& item);
-    void KnownItem(const _LogLine& stType);
-    void Poster(const _LogLine& stLine);
+    void KnownItem(const LogLine& stType);
+    void Poster(const LogLine& stLine);
     void ContentsEnd();
 
-    const _Outcome& m_stOutcome;
+    const Outcome& m_stOutcome;
     const Json::Value& m_rsp;
     const CPaint& m_paint;
     CLog m_log;
-    const _LogLine* m_pHandOver;      // the line that says that this is a search hand-over
-    const _LogLine* m_pFailedSearch;  // the line that says that this is a failed search
-    const _LogLine* m_pRequest;       // the line that says that a display control request reached the record
-    bool m_bFollowUps;                // whether the first command made the library look at a second one
-    int m_nWantedPoster = -1;         // the poster size that suits the set; -1 when none is preferred
+    const LogLine* m_pHandOver;      // the line that says that this is a search hand-over
+    const LogLine* m_pFailedSearch;  // the line that says that this is a failed search
+    const LogLine* m_pRequest;       // the line that says that a display control request reached the record
+    bool m_bFollowUps;               // whether the first command made the library look at a second one
+    int m_nWantedPoster = -1;        // the poster size that suits the set; -1 when none is preferred
     std::string m_strText;
 };
 
-CExplanation::CExplanation(const _Outcome& stOutcome, const Json::Value& rsp, const CPaint& paint)
+CExplanation::CExplanation(const Outcome& stOutcome, const Json::Value& rsp, const CPaint& paint)
     : m_stOutcome(stOutcome),
       m_rsp(rsp),
       m_paint(paint),
@@ -185,14 +185,14 @@ void CExplanation::Section(const std::string& strTitle, const Body& body)
     if (m_strText.size() > nStart) m_strText.insert(nStart, "  " + m_paint.Label(strTitle) + '\n');
 }
 
-void CExplanation::Say(const std::string& strText, const _LogLine* pLine)
+void CExplanation::Say(const std::string& strText, const LogLine* pLine)
 {
     m_strText += "    " + strText + '\n';
     if (pLine != nullptr) m_strText += "      " + m_paint.Faint("log: " + Shown(pLine->strLine)) + '\n';
 }
 
 // Statements that rest on one line, which follows the last of them.
-void CExplanation::SayAll(const std::vector<std::string>& vTexts, const _LogLine* pLine)
+void CExplanation::SayAll(const std::vector<std::string>& vTexts, const LogLine* pLine)
 {
     for (const std::string& strText : vTexts) Say(strText, &strText == &vTexts.back() ? pLine : nullptr);
 }
@@ -200,7 +200,7 @@ void CExplanation::SayAll(const std::vector<std::string>& vTexts, const _LogLine
 void CExplanation::Refusal()
 {
     if (m_stOutcome.bAccepted) return;
-    const _LogLine stLine{m_stOutcome.strRefusalLine, {}, {}};
+    const LogLine stLine{m_stOutcome.strRefusalLine, {}, {}};
     Say(m_stOutcome.strRefusal, stLine.strLine.empty() ? nullptr : &stLine);
 }
 
@@ -208,8 +208,8 @@ void CExplanation::Sentence()
 {
     const Json::Value& sentence = Child(m_rsp, "system_sentence");
     if (!sentence.isString()) return;  // a wrong type is the envelope's finding
-    const _LogLine* pFound = m_log.Find(kReader, "TAG_SYSTEM_SENTENCE");
-    const _LogLine* pStored = m_log.Find(kReader, "displaycontrol");
+    const LogLine* pFound = m_log.Find(kReader, "TAG_SYSTEM_SENTENCE");
+    const LogLine* pStored = m_log.Find(kReader, "displaycontrol");
     if (pStored == nullptr && TextOf(sentence) == "{Null}")
         Say("\"{Null}\" stands for no sentence: not stored", pFound);
     else if (pStored == nullptr)
@@ -228,7 +228,7 @@ void CExplanation::Command(Json::ArrayIndex n, Json::ArrayIndex nCount)
     const Json::Value& params = Child(command, "params");
     for (Json::ArrayIndex i = 0; params.isArray() && i < params.size(); ++i) {
         const std::string strIndex = '[' + std::to_string(i) + ']';
-        const _LogLine* pLine = m_log.Next("t_ParseTVControl", "jPrm" + strIndex + '[');
+        const LogLine* pLine = m_log.Next("t_ParseTVControl", "jPrm" + strIndex + '[');
         SayAll(IgnoredInCommandParam(params[i], "params" + strIndex), pLine);
     }
     if (!m_stOutcome.bAccepted) return;
@@ -256,10 +256,10 @@ void CExplanation::FirstCommand()
 
 void CExplanation::Lookups()
 {
-    const _LogLine* pWord = m_log.Find(kLookups[0].szFunction, "eControl = ");
+    const LogLine* pWord = m_log.Find(kLookups[0].szFunction, "eControl = ");
     if (pWord != nullptr && NumberOf(*pWord) == 0) return Say("unknown word: no lookup knows it, code 0", pWord);
-    for (const _Lookup& stLookup : kLookups) {
-        const _LogLine* pResult = m_log.Find(stLookup.szFunction, "eControl:");
+    for (const Lookup& stLookup : kLookups) {
+        const LogLine* pResult = m_log.Find(stLookup.szFunction, "eControl:");
         if (pResult == nullptr) return;
         const int nCode = NumberOf(*pResult);
         const std::string strLookup = std::string("the ") + stLookup.szName + " lookup ";
@@ -278,14 +278,14 @@ void CExplanation::Payload()
     const _ConvActionInfo& info = m_stOutcome.info;
     std::vector<std::string> vParams;
     for (const std::string& strParam : info.vSystemActionParam) vParams.push_back(Quoted(strParam));
-    const _LogLine* pValue = m_log.Find(kLookups[0].szFunction, "stTVControl.");
+    const LogLine* pValue = m_log.Find(kLookups[0].szFunction, "stTVControl.");
     if (!vParams.empty()) Say("parameters: " + Joined(vParams), pValue);
-    const _LogLine* pAbsent = m_log.Find("itoa", " ERROR - nInput:");
+    const LogLine* pAbsent = m_log.Find("itoa", " ERROR - nInput:");
     if (pAbsent != nullptr) Say("a number is absent: its parameter is empty", pAbsent);
     if (!info.vChannels.empty()) Say(Count(info.vChannels.size(), "channel", "channels") + " in the record", nullptr);
     if (!info.vCandidates.empty())
         Say(Count(info.vCandidates.size(), "candidate", "candidates") + " in the record", nullptr);
-    const _LogLine* pNoIntent = m_log.Find("t_GetActionIntent", "tv control error");
+    const LogLine* pNoIntent = m_log.Find("t_GetActionIntent", "tv control error");
     if (pNoIntent != nullptr) Say("no intent is looked up: that takes two or three commands", pNoIntent);
     if (info.eActionType == E_CA_ACTION_TYPE_NO_MATCH)
         Say("the record's kind is no match", m_log.Find("t_SetSpeechInfo", "No one match"));
@@ -294,7 +294,7 @@ void CExplanation::Payload()
 void CExplanation::LaterCommand(Json::ArrayIndex n, Json::ArrayIndex nCount)
 {
     const bool bSecond = n == 1 && m_log.Find("Get2ndAction", "eControl = ") != nullptr;
-    const _LogLine* pIntent = n + 1 == nCount ? m_log.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
+    const LogLine* pIntent = n + 1 == nCount ? m_log.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
     if (bSecond) SecondAction();
     if (pIntent != nullptr && NumberOf(*pIntent) != 0)
         Say("the intent lookup answers: code " + std::to_string(NumberOf(*pIntent)), pIntent);
@@ -308,8 +308,8 @@ void CExplanation::LaterCommand(Json::ArrayIndex n, Json::ArrayIndex nCount)
 
 void CExplanation::SecondAction()
 {
-    const _LogLine* pWord = m_log.Find("Get2ndAction", "eControl = ");
-    const _LogLine* pResult = m_log.FindLast("Get2ndAction", "eControl = ");
+    const LogLine* pWord = m_log.Find("Get2ndAction", "eControl = ");
+    const LogLine* pResult = m_log.FindLast("Get2ndAction", "eControl = ");
     if (NumberOf(*pResult) != 0)
         Say("the second action lookup answers: code " + std::to_string(NumberOf(*pResult)), pResult);
     else if (NumberOf(*pWord) != 0)
@@ -321,7 +321,7 @@ void CExplanation::SecondAction()
 void CExplanation::Requests()
 {
     const Json::Value& requests = Child(m_rsp, "displaycontrol");
-    const _LogLine* pLine = m_log.Next("t_ParseDisplayControl", "jvalue type:");
+    const LogLine* pLine = m_log.Next("t_ParseDisplayControl", "jvalue type:");
     if (requests.isNull() || pLine == nullptr) return;
     if (!requests.isArray()) return Say(std::string("it is ") + KindInWords(requests) + ", not a list: ignored", pLine);
     Json::ArrayIndex nLast = requests.size();
@@ -333,10 +333,10 @@ void CExplanation::Requests()
 
 void CExplanation::Request(const Json::Value& request, const std::string& strName, bool bLast)
 {
-    const _LogLine* pType = m_log.Next("t_ParseDisplayControl", "disobj type is ");
+    const LogLine* pType = m_log.Next("t_ParseDisplayControl", "disobj type is ");
     if (!request.isObject()) return Say(strName + " is " + KindInWords(request) + ", not an object: skipped", pType);
     SayAll(IgnoredInRequest(request), pType);
-    const _LogLine* pStored = m_log.Next("SetDisplayControlResult", "");
+    const LogLine* pStored = m_log.Next("SetDisplayControlResult", "");
     const std::string strAction = TextOf(Child(request, "action"));
     const bool bKnown = CodeOf(kDisplayActionWords, strAction, E_CA_DISPLAY_ACTION_NONE) != E_CA_DISPLAY_ACTION_NONE;
     const std::string strWhat = strName + ": " + Quoted(strAction) + (bKnown ? "" : ", an unknown word, code -1");
@@ -352,7 +352,7 @@ void CExplanation::Contents()
 {
     const Json::Value& contents = Child(m_rsp, "tvcontent");
     if (contents.isNull()) return;
-    const _LogLine* pUnread = m_log.Find(kReader, "domain size >= 2");
+    const LogLine* pUnread = m_log.Find(kReader, "domain size >= 2");
     if (pUnread != nullptr)
         return Section("contents", [&] { Say("not read: a search hand-over carries the whole reply", pUnread); });
     for (Json::ArrayIndex i = 0; contents.isArray() && i < contents.size(); ++i) {
@@ -369,20 +369,20 @@ void CExplanation::Contents()
 void CExplanation::Item(const Json::Value& item)
 {
     const bool bTyped = Child(item, "type").isString();
-    const _LogLine* pType = m_log.Next(kReader, bTyped ? "Type[" : " __FAIL__");
+    const LogLine* pType = m_log.Next(kReader, bTyped ? "Type[" : " __FAIL__");
     if (pType == nullptr) return;
     SayAll(IgnoredInItem(item), pType);
-    const _LogLine* pNext = m_log.Peek();
+    const LogLine* pNext = m_log.Peek();
     if (!bTyped) return Say("it has no type: dropped", pType);
     if (pNext != nullptr && Is(*pNext, kReader, " __FAIL__")) return m_log.Skip(), Say("unknown type: dropped", pNext);
     KnownItem(*pType);
 }
 
-void CExplanation::KnownItem(const _LogLine& stType)
+void CExplanation::KnownItem(const LogLine& stType)
 {
-    const _LogLine* pOther = nullptr;
+    const LogLine* pOther = nullptr;
     m_nWantedPoster = -1;
-    for (const _LogLine* pLine = m_log.Peek(); pLine != nullptr; pLine = m_log.Peek()) {
+    for (const LogLine* pLine = m_log.Peek(); pLine != nullptr; pLine = m_log.Peek()) {
         if (Is(*pLine, kReader, "Type[") || Is(*pLine, kReader, " __FAIL__")) break;
         m_log.Skip();
         Poster(*pLine);
@@ -395,7 +395,7 @@ void CExplanation::KnownItem(const _LogLine& stType)
     Say("dropped: an app without an id", &stType);
 }
 
-void CExplanation::Poster(const _LogLine& stLine)
+void CExplanation::Poster(const LogLine& stLine)
 {
     constexpr const char* kPoster = "t_ParsePoster";
     if (Is(stLine, kPoster, "####t_ParsePoster::nTmpIndex:")) m_nWantedPoster = NumberOf(stLine);
@@ -416,7 +416,7 @@ void CExplanation::Poster(const _LogLine& stLine)
 void CExplanation::ContentsEnd()
 {
     const std::size_t nResults = m_stOutcome.info.vSAContents.size();
-    const _LogLine* pListed = m_log.Find("GetSAContentsList", " set the contents list data");
+    const LogLine* pListed = m_log.Find("GetSAContentsList", " set the contents list data");
     if (!m_stOutcome.bAccepted)
         Say("what was kept stays for the next reply, as this one is refused", nullptr);
     else if (pListed != nullptr)
@@ -427,7 +427,7 @@ void CExplanation::ContentsEnd()
 
 }  // namespace
 
-std::string Explain(const _Reply& stReply, const _Outcome& stOutcome, const CPaint& paint)
+std::string Explain(const ServerReply& stReply, const Outcome& stOutcome, const CPaint& paint)
 {
     Json::Value root;
     if (!ParseJson(stReply.strText, false, root)) root = Json::Value();

@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "Input.h"
-#include "LogTap.h"
 #include "parlo-api.h"
+#include "reading/Input.h"
+#include "session/LogTap.h"
 
 // What the library made of a reply.
-struct _Outcome {
+struct Outcome {
     bool bAccepted = false;
     CADataRepository::_ConvActionInfo info;
-    std::vector<_LogLine> vLog;  // the lines of the call, when the session keeps them
+    std::vector<LogLine> vLog;   // the lines of the call, when the session keeps them
     std::string strRefusal;      // why it was refused, half a sentence
     std::string strRefusalLine;  // the log line that says so
 };
@@ -31,7 +31,7 @@ class CSession
 {
 public:
     // Prints what there is to show of a reply; a refusal is complained of behind it.
-    using Show = std::function<void(const _Reply&, const _Outcome&)>;
+    using Show = std::function<void(const ServerReply&, const Outcome&)>;
 
     // With `bKeepLog`, outcomes carry their log lines: memory in proportion to the log. Throws
     // std::runtime_error when the service doesn't start.
@@ -50,8 +50,8 @@ public:
 
 private:
     bool Read(const std::string& strFile, std::string& strText);
-    void Run(_Reply& stReply);
-    _Outcome Ask(_Reply& stReply) const;
+    void Run(ServerReply& stReply);
+    Outcome Ask(ServerReply& stReply) const;
     void Fail(const std::string& strText);
 
     Show m_show;

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "Text.h"
+#include "rendering/Text.h"
 
 // Every word of the server with its code, as tables or as one line of JSON.
 std::string RenderVocabulary(const CPaint& paint);

@@ -9,13 +9,13 @@
 #include <string>
 
 // One line, "CAService: InitService(41) > message", without its colour sequence and cut to a readable length.
-struct _LogLine {
+struct LogLine {
     std::string strLine;      // the whole line
     std::string strFunction;  // "InitService"; empty when the line has another form
     std::string strMessage;   // "message"
 };
 
-using LogSink = std::function<void(const _LogLine&)>;
+using LogSink = std::function<void(const LogLine&)>;
 
 // Hands every line to `sink` while it lives; there is one at a time. Not thread-safe. The sink must not log.
 class CLogTap

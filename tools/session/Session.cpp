@@ -1,5 +1,5 @@
 // The way of a reply from its file through the library to standard output.
-#include "Session.h"
+#include "session/Session.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "Printable.h"
-#include "Refusal.h"
+#include "session/Refusal.h"
 
 namespace
 {
@@ -55,7 +55,7 @@ void Complain(const std::string& strText)
 CSession::CSession(Show show, bool bKeepLog) : m_show(std::move(show)), m_bKeepLog(bKeepLog)
 {
     CRefusal refusal;
-    const CLogTap tap([&refusal](const _LogLine& stLine) { refusal.Listen(stLine); });
+    const CLogTap tap([&refusal](const LogLine& stLine) { refusal.Listen(stLine); });
     if (!ca_initial_service("parlo")) throw std::runtime_error("the service does not start: " + refusal.Reason());
 }
 
@@ -67,7 +67,7 @@ CSession::~CSession()
 void CSession::RunReplyFile(const std::string& strFile, const std::string& strUtterance)
 {
     const auto Handle = [&] {
-        _Reply stReply{strFile, strUtterance, {}};
+        ServerReply stReply{strFile, strUtterance, {}};
         if (Read(strFile, stReply.strText)) Run(stReply);
     };
     WithinMemory(Handle, [&] { Fail(strFile + " is refused: memory ran out"); });
@@ -83,7 +83,7 @@ void CSession::RunConversationFile(const std::string& strFile)
             const std::string_view szLine = szRest.substr(0, szRest.find('\n'));
             szRest.remove_prefix(std::min(szLine.size() + 1, szRest.size()));
             ++nLine;
-            _Reply stReply{strFile + ':' + std::to_string(nLine), {}, {}};
+            ServerReply stReply{strFile + ':' + std::to_string(nLine), {}, {}};
             std::string strReason;
             if (IsBlank(szLine)) continue;
             if (ReadTurn(szLine, stReply, strReason))
@@ -103,21 +103,21 @@ bool CSession::Read(const std::string& strFile, std::string& strText)
     return false;
 }
 
-void CSession::Run(_Reply& stReply)
+void CSession::Run(ServerReply& stReply)
 {
     if (stReply.strUtterance.empty()) return Fail(stReply.strSource + " is refused: the utterance is empty");
     if (stReply.strText.empty()) return Fail(stReply.strSource + " is refused: the reply is empty");
-    const _Outcome stOutcome = Ask(stReply);
+    const Outcome stOutcome = Ask(stReply);
     m_show(stReply, stOutcome);
     FlushOutput();
     if (!stOutcome.bAccepted) Fail(stReply.strSource + " is refused: " + stOutcome.strRefusal);
 }
 
-_Outcome CSession::Ask(_Reply& stReply) const
+Outcome CSession::Ask(ServerReply& stReply) const
 {
-    _Outcome stOutcome;
+    Outcome stOutcome;
     CRefusal refusal;
-    const CLogTap tap([&](const _LogLine& stLine) {
+    const CLogTap tap([&](const LogLine& stLine) {
         refusal.Listen(stLine);
         if (m_bKeepLog) stOutcome.vLog.push_back(stLine);
     });

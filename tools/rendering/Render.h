@@ -6,12 +6,12 @@
 #include <string>
 
 #include "CADataRepository.h"
-#include "Input.h"
-#include "Text.h"
+#include "reading/Input.h"
+#include "rendering/Text.h"
 
 // The first word of `vWords` that stands for `eCode`; empty when none does.
 template <typename Code, std::size_t N>
-std::string WordOf(const CADataRepository::_Word<Code> (&vWords)[N], Code eCode)
+std::string WordOf(const CADataRepository::CodedWord<Code> (&vWords)[N], Code eCode)
 {
     for (const auto& stWord : vWords)
         if (stWord.eCode == eCode) return std::string(stWord.szWord);
@@ -20,7 +20,7 @@ std::string WordOf(const CADataRepository::_Word<Code> (&vWords)[N], Code eCode)
 
 // The code that `strWord` stands for; `eUnknown` when it is none of `vWords`.
 template <typename Code, std::size_t N>
-Code CodeOf(const CADataRepository::_Word<Code> (&vWords)[N], const std::string& strWord, Code eUnknown)
+Code CodeOf(const CADataRepository::CodedWord<Code> (&vWords)[N], const std::string& strWord, Code eUnknown)
 {
     for (const auto& stWord : vWords)
         if (stWord.szWord == strWord) return stWord.eCode;
@@ -28,9 +28,10 @@ Code CodeOf(const CADataRepository::_Word<Code> (&vWords)[N], const std::string&
 }
 
 // The line that stands above what is told of a reply.
-std::string Heading(const _Reply& stReply, const CPaint& paint);
+std::string Heading(const ServerReply& stReply, const CPaint& paint);
 
 // Every field that the library filled, a line or a table each; a field that it left alone is not shown.
-std::string RenderRecord(const _Reply& stReply, const CADataRepository::_ConvActionInfo& info, const CPaint& paint);
+std::string RenderRecord(const ServerReply& stReply, const CADataRepository::_ConvActionInfo& info,
+                         const CPaint& paint);
 
 #endif

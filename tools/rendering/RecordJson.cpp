@@ -1,5 +1,5 @@
 // One table a record says which fields it has; a template turns any of them into an object.
-#include "RecordJson.h"
+#include "rendering/RecordJson.h"
 
 #include <json/writer.h>
 
@@ -15,23 +15,23 @@ namespace
 using namespace CADataRepository;
 
 template <typename Record, typename Value>
-struct _Field {
+struct Field {
     const char* szName;
     Value Record::*pMember;
 };
 
-// The fields of `Record`, as a tuple of _Field.
+// The fields of `Record`, as a tuple of Field.
 template <typename Record>
-struct _Fields;
+struct Fields;
 
-#define FIELD(Name)              \
-    _Field<R, decltype(R::Name)> \
-    {                            \
-#Name, &R::Name          \
+#define FIELD(Name)             \
+    Field<R, decltype(R::Name)> \
+    {                           \
+#Name, &R::Name         \
     }
 #define FIELDS(Record, ...)                                     \
     template <>                                                 \
-    struct _Fields<Record> {                                    \
+    struct Fields<Record> {                                     \
         using R = Record;                                       \
         static constexpr auto v = std::make_tuple(__VA_ARGS__); \
     }
@@ -121,7 +121,7 @@ Json::Value AnyToJson(const std::vector<Element>& vList)
 template <typename Record, typename Visit>
 void ForEachField(const Record& record, const Visit& visit)
 {
-    std::apply([&](const auto&... field) { (visit(field.szName, record.*field.pMember), ...); }, _Fields<Record>::v);
+    std::apply([&](const auto&... field) { (visit(field.szName, record.*field.pMember), ...); }, Fields<Record>::v);
 }
 
 template <typename Record>

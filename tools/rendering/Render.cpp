@@ -1,5 +1,5 @@
 // Lines and tables for the fields of an action record.
-#include "Render.h"
+#include "rendering/Render.h"
 
 #include <utility>
 #include <vector>
@@ -47,7 +47,7 @@ void CRecordPage::Rows(std::vector<std::vector<std::string>> vRows)
 
 // "volumeup (12)"
 template <typename Code, std::size_t N>
-std::string WordAndCode(const _Word<Code> (&vWords)[N], Code eCode)
+std::string WordAndCode(const CodedWord<Code> (&vWords)[N], Code eCode)
 {
     const std::string strWord = WordOf(vWords, eCode);
     return (strWord.empty() ? "none" : strWord) + " (" + std::to_string(eCode) + ')';
@@ -146,12 +146,12 @@ void CRecordPage::Results()
 
 }  // namespace
 
-std::string Heading(const _Reply& stReply, const CPaint& paint)
+std::string Heading(const ServerReply& stReply, const CPaint& paint)
 {
     return paint.Title(Shown(stReply.strSource) + ": " + Quoted(stReply.strUtterance)) + '\n';
 }
 
-std::string RenderRecord(const _Reply& stReply, const _ConvActionInfo& info, const CPaint& paint)
+std::string RenderRecord(const ServerReply& stReply, const _ConvActionInfo& info, const CPaint& paint)
 {
     CRecordPage page(info, paint);
     page.Action();

@@ -4,13 +4,13 @@
 
 #include <string>
 
-#include "LogTap.h"
+#include "session/LogTap.h"
 
 // Listens to the log of one call. Keeps no line but the one that says why.
 class CRefusal
 {
 public:
-    void Listen(const _LogLine& stLine);
+    void Listen(const LogLine& stLine);
 
     // The reason as half a sentence, "it has no \"rsp\"".
     std::string Reason() const;

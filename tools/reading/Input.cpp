@@ -1,5 +1,5 @@
 // Reading of files and of conversation lines.
-#include "Input.h"
+#include "reading/Input.h"
 
 #include <json/reader.h>
 
@@ -12,7 +12,7 @@
 namespace
 {
 
-struct _Closer {
+struct FileCloser {
     void operator()(std::FILE* pFile) const
     {
         if (pFile != stdin) static_cast<void>(std::fclose(pFile));
@@ -25,6 +25,15 @@ std::string Bytes(const Json::Value& value)
     const char* pBegin = nullptr;
     const char* pEnd = nullptr;
     return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
+}
+
+// Why `root` is not a turn; empty when it is one.
+const char* NoTurn(const Json::Value& root)
+{
+    if (!root.isObject()) return "the line is not a JSON object";
+    if (!root["utterance"].isString()) return "the line has no text \"utterance\"";
+    const Json::Value& reply = root["reply"];
+    return reply.isObject() || reply.isString() ? "" : "the line has no \"reply\" that is an object or a text";
 }
 
 }  // namespace
@@ -44,7 +53,7 @@ bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root)
 
 bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
 {
-    const std::unique_ptr<std::FILE, _Closer> pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"));
+    const std::unique_ptr<std::FILE, FileCloser> pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"));
     strText.clear();
     std::size_t nRead = 0;
     char buffer[1 << 16];
@@ -55,21 +64,20 @@ bool ReadAll(const std::string& strFile, std::string& strText, std::string& strR
     return false;
 }
 
-bool ReadTurn(std::string_view szLine, _Reply& stReply, std::string& strReason)
+bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strReason)
 {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";  // the reader skips it and counts offsets from behind it
     if (szLine.substr(0, kMark.size()) == kMark) szLine.remove_prefix(kMark.size());
     Json::Value root;
-    if (!ParseJson(szLine, true, root)) return strReason = "the line is not JSON", false;
-    if (!root.isObject()) return strReason = "the line is not a JSON object", false;
-    const Json::Value& utterance = root["utterance"];
-    const Json::Value& reply = root["reply"];
-    if (!utterance.isString()) return strReason = "the line has no text \"utterance\"", false;
-    if (!reply.isObject() && !reply.isString())
-        return strReason = "the line has no \"reply\" that is an object or a text", false;
+    strReason = ParseJson(szLine, true, root) ? NoTurn(root) : "the line is not JSON";
+    if (!strReason.empty()) return false;
 
-    stReply.strUtterance = Bytes(utterance);
-    if (reply.isString()) return stReply.strText = Bytes(reply), true;
+    stReply.strUtterance = Bytes(root["utterance"]);
+    const Json::Value& reply = root["reply"];
+    if (reply.isString()) {
+        stReply.strText = Bytes(reply);
+        return true;
+    }
     const auto nStart = static_cast<std::size_t>(reply.getOffsetStart());
     stReply.strText = szLine.substr(nStart, static_cast<std::size_t>(reply.getOffsetLimit()) - nStart);
     return true;

@@ -1,0 +1,126 @@
+// Commands and display control: "tvcontrol" and "displaycontrol".
+#define CA_LOG_FILE "CAParseJson"  // all parsers log under the name of their class's file
+
+#include "CAParseJson.h"
+
+#include <utility>
+
+#include "CADataHandler.h"
+#include "CADataRepository/Vocabulary.h"
+#include "CAJson.h"
+#include "CALog.h"
+#include "CAReplyKeys.h"
+
+using namespace CADataRepository;
+using namespace CAReplyKeys;
+using CAJson::Child;
+using CAJson::Elements;
+using CAJson::Has;
+using CAJson::Int;
+using CAJson::Text;
+
+namespace
+{
+
+void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVControl& stTVCtl)
+{
+    constexpr char kOperation[] = "t_ParseTVControl";
+    CAJson::Take(param, kParamKeys, stTVCtl);
+    // The server marks a position by "index" and writes it under "idx".
+    if (Child(param, "index").isInt()) stTVCtl.nIndex = Int(param, "idx");
+    std::string strText;
+    if (CAJson::Take(param, "keyword", strText)) {
+        CA_LOGD_AS(kOperation, "jPrm[i][TAG_KEYWORD].asString():[%s]", strText.c_str());
+        stTVCtl.szKeyword = strText;
+        CA_LOGD_AS(kOperation, "stTVCtl.szKeyword:[%s]", stTVCtl.szKeyword.c_str());
+    }
+    if (CAJson::Take(param, "website", strText)) {
+        CA_LOGD_AS(kOperation, "jPrm[i][TAG_WEBSITE].asString():[%s]", strText.c_str());
+        stTVCtl.szWebsite = strText;
+        CA_LOGD_AS(kOperation, "stTVCtl.szWebsite:[%s]", stTVCtl.szWebsite.c_str());
+    }
+    if (Has(param, "names")) {
+        stTVCtl.vNames.clear();
+        CAJson::AppendAnyTexts(Child(param, "names"), stTVCtl.vNames);
+    }
+    parser.t_ParseChannelTVControl(Child(param, "channels"), stTVCtl.vChannels);
+    parser.t_ParseUSChannelTVControl(Child(param, "umd_channels"), stTVCtl.vChannels);
+}
+
+// Logs and reads a command's "params". What the log shows of them comes out of `nLogBudget`.
+void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, std::size_t& nLogBudget, _TVControl& stTVCtl)
+{
+    constexpr char kOperation[] = "t_ParseTVControl";
+    CA_LOGD_AS(kOperation, "jPrm[%s]", CAJson::Styled(params, nLogBudget).c_str());
+    int nIndex = 0;
+    for (const Json::Value& param : Elements(params)) {
+        CA_LOGD_AS(kOperation, "jPrm[%d][%s]", nIndex++, CAJson::Styled(param, nLogBudget).c_str());
+        CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", Child(param, "keyword").isString(),
+                   Child(param, "website").isString());
+        ParseCommandParam(parser, param, stTVCtl);
+    }
+}
+
+}  // namespace
+
+bool CCAParsePacket::t_ParseTVControl(const Json::Value& tvcontrol)
+{
+    CCADataHandler* pDataHandler = t_GetStore(__func__);
+    if (pDataHandler == nullptr) return false;
+    std::size_t nLogBudget = std::size_t{16} << 20;
+    for (const Json::Value& command : Elements(tvcontrol)) {
+        _TVControl stTVCtl;
+        stTVCtl.szAction = Text(command, "action");
+        stTVCtl.szIntent = Text(command, "intent");
+        CA_LOGE("szAction:[%s], szIntent:%s", stTVCtl.szAction.c_str(), stTVCtl.szIntent.c_str());
+        if (Has(command, "params")) ParseCommandParams(*this, Child(command, "params"), nLogBudget, stTVCtl);
+        CA_LOGD("stTVCtl:website[%s], keyword:[%s]", stTVCtl.szWebsite.c_str(), stTVCtl.szKeyword.c_str());
+        pDataHandler->SetTVControl(std::move(stTVCtl));
+    }
+    return true;
+}
+
+void CCAParsePacket::t_ParseChannelTVControl(const Json::Value& channels, std::vector<_Channels>& list)
+{
+    CAJson::AppendRecords(channels, kChannelKeys, list);
+}
+
+void CCAParsePacket::t_ParseUSChannelTVControl(const Json::Value& umdChannels, std::vector<_Channels>& list)
+{
+    for (const Json::Value& element : Elements(umdChannels)) {
+        _Channels& stChannel = list.emplace_back();
+        stChannel.bUMDChannel = true;
+        if (Has(element, "umd_channel"))
+            t_ParseUSChannelUMDChannel(Child(element, "umd_channel"), stChannel.stUMDChannel);
+        const _UMD_Channel& stUMD = stChannel.stUMDChannel;
+        stChannel.szNumber = stUMD.szChannelNumber;
+        stChannel.szName = stUMD.szChannelName;
+        stChannel.szSourceID = stUMD.szSourceID;
+        stChannel.szType = stUMD.szAttributes.find("Analog") != std::string::npos ? "A" : "H";
+    }
+}
+
+void CCAParsePacket::t_ParseUSChannelUMDChannel(const Json::Value& umdChannel, _UMD_Channel& channel)
+{
+    CAJson::Fill(umdChannel, kUMDChannelKeys, channel);
+}
+
+bool CCAParsePacket::t_ParseDisplayControl(const Json::Value& displaycontrol)
+{
+    CCADataHandler* pDataHandler = t_GetStore(__func__);
+    if (pDataHandler == nullptr) return false;
+    CA_LOGE("jvalue type:%d, size:%d", displaycontrol.type(), static_cast<int>(displaycontrol.size()));
+    for (const Json::Value& request : Elements(displaycontrol)) {
+        CA_LOGD("disobj type is %d", request.type());
+        if (!request.isObject()) continue;
+        _DisplayControlInfo stInfo;
+        LookUp(kDisplayActionWords, Text(request, "action"), stInfo.nAction);
+        const Json::Value& params = Child(request, "params");
+        if (!params.isNull()) CA_LOGD(" disparam type is %d", params.type());
+        for (const Json::Value& param : Elements(params))
+            CAJson::Take(param, kDisplayItemKeys, stInfo.vItems.emplace_back());
+        stInfo.numberOfItem = static_cast<int>(stInfo.vItems.size());
+        pDataHandler->SetDisplayControlResult(std::move(stInfo));
+    }
+    return true;
+}

@@ -1,0 +1,80 @@
+// Posters: which size code is chosen, and the URL made of the server's template.
+#define CA_LOG_FILE "CAParseJson"  // all parsers log under the name of their class's file
+
+#include "CAParseJson.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+#include "CAImageSizeTable.h"
+#include "CAJson.h"
+#include "CALog.h"
+#include "CAPosterFormat.h"
+#include "CAUtil.h"
+
+using namespace CADataRepository;
+using CAJson::Child;
+using CAJson::Text;
+
+namespace
+{
+
+// Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
+// result as long as the template loses its last character; the common extensions get theirs back.
+void FinishPosterUrl(const std::string& strTemplate, int nIndex, std::string& strUrl)
+{
+    const bool bFormat = CAPosterFormat::IsUsable(strTemplate);
+    if (!bFormat) CA_LOGE_AS("t_ParsePoster", " the poster template is not usable: %s", strTemplate.c_str());
+    strUrl.assign(strTemplate.size(), '\0');
+    const auto nBound = static_cast<int>(std::min<std::size_t>(strUrl.size(), std::numeric_limits<int>::max()));
+    if (bFormat)
+        CCAUtil::VsnPrint(strUrl.data(), nBound, strTemplate.c_str(), nIndex);
+    else
+        CCAUtil::VsnPrint(strUrl.data(), nBound, "%s", strTemplate.c_str());
+    strUrl.resize(std::strlen(strUrl.c_str()));
+    if (strUrl.size() > 2) {
+        const std::string_view szEnd = std::string_view(strUrl).substr(strUrl.size() - 2);
+        if (szEnd == "pn" || szEnd == "jp") strUrl += 'g';
+    }
+}
+
+}  // namespace
+
+bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value& images, _Poster& poster)
+{
+    const std::string strTemplate = Text(images, "url");
+    poster.szType = Text(images, "type");
+    const Json::Value& index = Child(images, "index");
+    if (index.isArray()) {
+        poster.vIndex.reserve(poster.vIndex.size() + index.size());
+        for (const Json::Value& element : index)
+            if (element.isInt()) poster.vIndex.push_back(element.asInt());
+        int nIndex = index.empty() ? 0 : CAJson::AnyInt(index[0]);
+
+        const CCAImageSizeTable* pImageSizeTable = CCASingleton<CCAImageSizeTable>::GetInstance();
+        if (pImageSizeTable == nullptr) {
+            CA_LOGE("pImageSizeTable is NULL");
+            return false;
+        }
+        int nTmpIndex = -1;
+        if (pImageSizeTable->GetSize(strKind, nTmpIndex)) {
+            CA_LOGD("####t_ParsePoster::nTmpIndex: %d", nTmpIndex);
+            if (std::find(poster.vIndex.begin(), poster.vIndex.end(), nTmpIndex) != poster.vIndex.end())
+                nIndex = nTmpIndex;
+        }
+        CA_LOGD("####t_ParsePoster::nIndex: %d", nIndex);
+        FinishPosterUrl(strTemplate, nIndex, poster.szUrl);
+    } else {
+        poster.szUrl = strTemplate;
+    }
+
+    constexpr std::size_t kBehindScheme = 10;
+    const std::size_t nSlashes = poster.szUrl.rfind("//");
+    if (nSlashes != std::string::npos && nSlashes > kBehindScheme) {
+        CA_LOGE(" the server's ontv type url is error");
+        poster.szUrl.erase(nSlashes, 1);
+    }
+    return true;
+}
