@@ -10,6 +10,7 @@ int main(int argc, char** argv)
     AddReply(line);
     AddConversation(line);
     AddExplain(line);
+    AddLog(line);
     AddStatus(line);
     AddActions(line);
     return line.Main(argc, argv);

@@ -80,10 +80,14 @@ std::string VocabularyJson()
     return JsonLine(root);
 }
 
+std::string StatusText(int nStatus)
+{
+    return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ')';
+}
+
 std::string RenderStatus()
 {
-    const int nStatus = ca_get_conv_status();
-    return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
+    return StatusText(ca_get_conv_status()) + '\n';
 }
 
 std::string RenderAllStatuses(const CPaint& paint)

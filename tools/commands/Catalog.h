@@ -10,6 +10,9 @@
 std::string RenderVocabulary(const CPaint& paint);
 std::string VocabularyJson();
 
+// What an answer of ca_get_conv_status means, with its number.
+std::string StatusText(int nStatus);
+
 // The answer of ca_get_conv_status in words, with its number. Needs a service.
 std::string RenderStatus();
 

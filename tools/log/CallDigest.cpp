@@ -10,13 +10,13 @@ namespace
 
 enum Effect : unsigned {
     NOTHING = 0,
-    ENDS = 1,         // nothing that matters comes behind it
-    ACCEPTS = 2,      // the reply is used, the service started
+    ENDS = 1,     // nothing that matters comes behind it
+    ACCEPTS = 2,  // the reply is used, the service started
     REFUSES = 4,
-    DEBUG = 8,        // of debug priority: a set may not log it, so that nobody misses it
+    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
     NO_SERVICE = 16,
     HANDS_OVER = 32,
-    SEARCHES = 64,    // a failed search
+    SEARCHES = 64,  // a failed search
     TWICE = 128,
 };
 
@@ -63,7 +63,7 @@ constexpr Row kRows[] = {
     Step(kReply, "ParseData", "t_eStatus:", CCallDigest::kPieces + 1),
     Step(kReply, "t_ParseSearchServer", "Start to parse", 5),
     Step(kReply, "t_ParseSearchServer", "TAG_RSP", 6, DEBUG),
-    Step(kReply, "t_ParseSearchServer", "strCode:", 7),
+    Step(kReply, "t_ParseSearchServer", "strCode:", CCallDigest::kCode),
     Step(kReply, "GetSpeechActionData", "strSysResponse:", 8),
     Step(kReply, "t_IsContentsSearchAction", "domain[0]:", 9),
     Step(kReply, "t_IsContentsSearchAction", "vDomain is empty", 9),
@@ -105,7 +105,7 @@ constexpr Row kRows[] = {
     Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS),
 
     Step(kStop, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS),
-    Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | NO_SERVICE),
+    Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | ACCEPTS | NO_SERVICE),
 };
 
 // The functions whose other lines are a status call's; all others' are a reply's.
@@ -219,20 +219,22 @@ std::vector<std::string> CCallDigest::Missing() const
     return vMissing;
 }
 
-std::string CCallDigest::Words() const
+std::string CCallDigest::Reason() const
 {
-    if (m_bNoService) return m_eKind == CallKind::STOP ? "there was no service" : "refused: there is no service";
-    if (m_eKind == CallKind::STOP) return "done";
-    if (m_eKind == CallKind::REPLY) return ReplyWords();
-    if (m_eResult == Result::UNKNOWN) return "unknown";
-    if (m_eResult == Result::DONE) return "done";
-    return m_bStartedTwice ? "refused: the service was there already" : "refused: " + m_refusal.Reason();
+    if (m_bNoService) return "there is no service";
+    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason();
 }
 
-std::string CCallDigest::ReplyWords() const
+std::string CCallDigest::Words() const
 {
-    if (m_eResult == Result::REFUSED) return "refused: " + m_refusal.Reason();
+    if (m_bNoService && m_eKind == CallKind::STOP) return "there was no service";
+    if (m_eResult == Result::REFUSED) return "refused: " + Reason();
     if (m_eResult == Result::UNKNOWN) return "unknown";
+    return m_eKind == CallKind::REPLY ? RecordWords() : "done";
+}
+
+std::string CCallDigest::RecordWords() const
+{
     if (m_bHandOver) return "search hand-over";
     if (m_bFailedSearch) return "failed search";
     const std::string strCode = m_nCode < 0 ? "code unknown" : "code " + std::to_string(m_nCode);

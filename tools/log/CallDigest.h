@@ -36,14 +36,18 @@ public:
     CallKind Kind() const { return m_eKind; }
     Result GetResult() const { return m_eResult; }
     bool HasEnded() const { return m_bEnded; }
-    int GetStep() const { return m_nStep; }  // the last one of the fixed order that was seen
+    bool HasRecord() const { return m_nStep > kCode; }  // the reply was read, and its record begun
+    int GetStep() const { return m_nStep; }             // the last one of the fixed order that was seen
 
-    // Of a reply: its action word and code as far as the log has them; -1 when not. Why it was refused.
+    // Of a reply: its action word and code as far as the log has them; -1 when not.
     const std::string& Action() const { return m_strAction; }
     int Code() const { return m_nCode; }
     bool IsHandOver() const { return m_bHandOver; }
     bool IsFailedSearch() const { return m_bFailedSearch; }
-    const CRefusal& Refusal() const { return m_refusal; }
+
+    // Why it was refused, half a sentence, and the line that says so.
+    std::string Reason() const;
+    const std::string& ReasonLine() const { return m_refusal.Line(); }
 
     // Of all: the call found no service. Of a start: the service was there already.
     bool NoService() const { return m_bNoService; }
@@ -57,10 +61,11 @@ public:
     std::string Words() const;
 
     static constexpr int kPieces = 3;  // the step of a reply's pieces
+    static constexpr int kCode = 7;    // the one behind which it is known to be no error
 
 private:
     void TakeValues(const LogLine& stLine);
-    std::string ReplyWords() const;
+    std::string RecordWords() const;
 
     CallKind m_eKind;
     Result m_eResult = Result::UNKNOWN;

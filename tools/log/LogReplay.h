@@ -4,24 +4,12 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "log/LineCompare.h"
 #include "log/LogCalls.h"
-
-struct Comparison {
-    enum class Result {
-        SAME,
-        MISSING,      // the same, but for lines that the log does not have: lost, or not written by the set
-        DIFFERS,
-        NOT_COMPARED
-    };
-    Result eResult = Result::NOT_COMPARED;
-    std::string strWhy;        // why it was not compared, or what differs
-    std::string strSet;        // the set's line; empty when it has none
-    std::string strHere;       // this library's line; of missing ones the first
-    std::size_t nMissing = 0;  // how many
-};
 
 // Keeps one service, and puts it into the state that the calls before have left in the process of each call. It
 // uses the television's substitute, whose settings it changes to those of the log.
@@ -35,6 +23,9 @@ public:
 
     // Runs `call`, which carries its lines, and compares. Call it in the order of the log.
     Comparison Run(const LogCall& call);
+
+    // What this library answers to a status call on the set as the log shows it; nothing when it does not.
+    std::optional<int> Status(const LogCall& call);
 
 private:
     // What of the calls before still matters in a process: a reply that is refused leaves parts of itself behind.
