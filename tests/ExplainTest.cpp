@@ -1,5 +1,5 @@
 // What is told of a reply: statements in order, each with the operation of the log line that it rests on.
-#include "commands/Explain.h"
+#include "rendering/Explain.h"
 
 #include <gtest/gtest.h>
 
@@ -30,18 +30,21 @@ protected:
 
     std::string Explained(std::string strText)
     {
-        m_stOutcome = Outcome();
+        m_stCase = Case();
+        m_info = {};
         CRefusal refusal;
         {
             const CLogTap tap([&](const LogLine& stLine) {
                 refusal.Listen(stLine);
-                m_stOutcome.vLog.push_back(stLine);
+                m_stCase.vLog.push_back(stLine);
             });
-            m_stOutcome.bAccepted = ca_get_speech_action("hi", strText, m_stOutcome.info);
+            m_stCase.bAccepted = ca_get_speech_action("hi", strText, m_info);
         }
-        m_stOutcome.strRefusal = refusal.Reason();
-        m_stOutcome.strRefusalLine = refusal.Line();
-        return Explain({"file", "hi", strText}, m_stOutcome, CPaint(false));
+        m_stCase.strRefusal = refusal.Reason();
+        m_stCase.strRefusalLine = refusal.Line();
+        m_stCase.stReply = {"file", "hi", strText};
+        m_stCase.pInfo = &m_info;
+        return Explain(m_stCase, CPaint(false));
     }
 
     // The explanation without its heading, as "TITLE: STATEMENT @OPERATION; STATEMENT. TITLE: ...", with single quotes.
@@ -65,7 +68,8 @@ protected:
         return strTold;
     }
 
-    Outcome m_stOutcome;
+    Case m_stCase;
+    CADataRepository::_ConvActionInfo m_info;
 };
 
 // Replies, by the members of their "rsp", each above what is told of it: "[SECTION] STATEMENT. @OPERATION". A line that
@@ -208,7 +212,7 @@ TEST_F(Explanation, NamesOnlyLinesThatTheLogHolds)
         std::ifstream file(entry.path());
         std::istringstream lines(Explained({std::istreambuf_iterator<char>(file), {}}));
         std::set<std::string> held;
-        for (const LogLine& stLine : m_stOutcome.vLog) held.insert("      log: " + Shown(stLine.strLine));
+        for (const LogLine& stLine : m_stCase.vLog) held.insert("      log: " + Shown(stLine.strLine));
         int nNamed = 0;
         for (std::string strLine; std::getline(lines, strLine);) {
             if (strLine.rfind("      ", 0) != 0) continue;

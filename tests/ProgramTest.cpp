@@ -70,10 +70,10 @@ TEST(Input, LinesAreNumberedAndWhatFailsDoesNotEndTheConversation)
                                   "\r\n\n{\"utterance\":\"\",\"reply\":{}}\n" + strTurn;
     std::string strShown;
     CSession session(
-        [&strShown](const ServerReply& stReply, const Outcome& stOutcome) {
-            strShown += stReply.strSource.substr(stReply.strSource.rfind(':')) + (stOutcome.bAccepted ? "=" : "!") +
-                        std::to_string(stOutcome.info.nDialogSeq) + stOutcome.strRefusal;
-            EXPECT_TRUE(stOutcome.vLog.empty()) << "kept although nobody asked for it";
+        [&strShown](const Case& stCase) {
+            strShown += stCase.stReply.strSource.substr(stCase.stReply.strSource.rfind(':')) +
+                        (stCase.bAccepted ? "=" : "!") + std::to_string(stCase.pInfo->nDialogSeq) + stCase.strRefusal;
+            EXPECT_TRUE(stCase.vLog.empty()) << "kept although nobody asked for it";
         },
         false);
     testing::internal::CaptureStderr();

@@ -2,14 +2,12 @@
 #include "session/Session.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <new>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
-#include "Printable.h"
+#include "parlo-api.h"
+#include "rendering/Output.h"
 #include "session/Refusal.h"
 
 namespace
@@ -35,23 +33,6 @@ bool IsBlank(std::string_view szLine)
 
 }  // namespace
 
-void Print(const std::string& strText)
-{
-    if (std::fwrite(strText.data(), 1, strText.size(), stdout) != strText.size())
-        throw std::system_error(errno, std::generic_category());
-}
-
-void FlushOutput()
-{
-    if (std::fflush(stdout) != 0) throw std::system_error(errno, std::generic_category());
-}
-
-void Complain(const std::string& strText)
-{
-    const std::string strLine = "parlo: " + Host::Printable(strText) + ".\n";
-    static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));
-}
-
 CSession::CSession(Show show, bool bKeepLog) : m_show(std::move(show)), m_bKeepLog(bKeepLog)
 {
     CRefusal refusal;
@@ -68,7 +49,7 @@ void CSession::RunReplyFile(const std::string& strFile, const std::string& strUt
 {
     const auto Handle = [&] {
         ServerReply stReply{strFile, strUtterance, {}};
-        if (Read(strFile, stReply.strText)) Run(stReply);
+        if (Read(strFile, stReply.strText)) Run(std::move(stReply));
     };
     WithinMemory(Handle, [&] { Fail(strFile + " is refused: memory ran out"); });
 }
@@ -87,7 +68,7 @@ void CSession::RunConversationFile(const std::string& strFile)
             std::string strReason;
             if (IsBlank(szLine)) continue;
             if (ReadTurn(szLine, stReply, strReason))
-                Run(stReply);
+                Run(std::move(stReply));
             else
                 Fail(stReply.strSource + " is refused: " + strReason);
         }
@@ -103,30 +84,31 @@ bool CSession::Read(const std::string& strFile, std::string& strText)
     return false;
 }
 
-void CSession::Run(ServerReply& stReply)
+void CSession::Run(ServerReply&& stReply)
 {
     if (stReply.strUtterance.empty()) return Fail(stReply.strSource + " is refused: the utterance is empty");
     if (stReply.strText.empty()) return Fail(stReply.strSource + " is refused: the reply is empty");
-    const Outcome stOutcome = Ask(stReply);
-    m_show(stReply, stOutcome);
+    CADataRepository::_ConvActionInfo info;
+    Case stCase;
+    stCase.stReply = std::move(stReply);
+    stCase.pInfo = &info;
+    Ask(stCase, info);
+    m_show(stCase);
     FlushOutput();
-    if (!stOutcome.bAccepted) Fail(stReply.strSource + " is refused: " + stOutcome.strRefusal);
+    if (!stCase.bAccepted) Fail(stCase.stReply.strSource + " is refused: " + stCase.strRefusal);
 }
 
-Outcome CSession::Ask(ServerReply& stReply) const
+void CSession::Ask(Case& stCase, CADataRepository::_ConvActionInfo& info) const
 {
-    Outcome stOutcome;
     CRefusal refusal;
     const CLogTap tap([&](const LogLine& stLine) {
         refusal.Listen(stLine);
-        if (m_bKeepLog) stOutcome.vLog.push_back(stLine);
+        if (m_bKeepLog) stCase.vLog.push_back(stLine);
     });
-    stOutcome.bAccepted = ca_get_speech_action(stReply.strUtterance, stReply.strText, stOutcome.info);
-    if (!stOutcome.bAccepted) {
-        stOutcome.strRefusal = refusal.Reason();
-        stOutcome.strRefusalLine = refusal.Line();
-    }
-    return stOutcome;
+    stCase.bAccepted = ca_get_speech_action(stCase.stReply.strUtterance, stCase.stReply.strText, info);
+    if (stCase.bAccepted) return;
+    stCase.strRefusal = refusal.Reason();
+    stCase.strRefusalLine = refusal.Line();
 }
 
 void CSession::Fail(const std::string& strText)
