@@ -98,7 +98,7 @@ TEST(Text, IsQuotedCutAndCounted)
          {"xxx|xxx", "xxxx|xxx... (241 bytes)", "별|별", "별x|별... (241 bytes)", "x별|x... (241 bytes)",
           "xx별|xx... (242 bytes)", "😀|... (241 bytes)", "xxé|xx... (241 bytes)"})
         EXPECT_EQ(strX + strRow.substr(strRow.find('|') + 1), Shown(strX + strRow.substr(0, strRow.find('|'))));
-    EXPECT_EQ("\" a\"\\\\n\\x1B \"\"\"", Quoted(" a\"\\\n\033 ") + Quoted(""));
+    EXPECT_EQ(R"(" a\"\\\n\x1B \xE2\x80\xAEb""" \"\n)", Quoted(" a\"\\\n\033 \u202Eb") + Quoted("") + Shown(" \\\"\n"));
     const std::size_t nNoText = Shown(std::string(1000, '\x80')).size();
     EXPECT_EQ(237 * 4 + std::string("... (1000 bytes)").size(), nNoText) << "a cut looks back over three bytes at most";
     EXPECT_EQ("a, , b|", Joined({"a", "", "b"}) + "|" + Joined({}));

@@ -33,6 +33,12 @@ std::string_view Head(std::string_view szText, std::size_t nBytes)
     return szText.substr(0, nBytes);
 }
 
+// What stands behind a text that was cut.
+std::string Rest(std::string_view szText)
+{
+    return "... (" + std::to_string(szText.size()) + " bytes)";
+}
+
 }  // namespace
 
 std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
@@ -43,12 +49,14 @@ std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
 std::string Shown(std::string_view szText)
 {
     if (szText.size() <= kLongestShown) return Host::Printable(szText);
-    return Host::Printable(Head(szText, kLongestShown)) + "... (" + std::to_string(szText.size()) + " bytes)";
+    return Host::Printable(Head(szText, kLongestShown)) + Rest(szText);
 }
 
 std::string Quoted(std::string_view szText)
 {
-    return '"' + Shown(szText) + '"';
+    constexpr std::string_view kEscaped = "\"\\";
+    if (szText.size() <= kLongestShown) return '"' + Host::Printable(szText, kEscaped) + '"';
+    return '"' + Host::Printable(Head(szText, kLongestShown), kEscaped) + Rest(szText) + '"';
 }
 
 std::string Joined(const std::vector<std::string>& vTexts)
