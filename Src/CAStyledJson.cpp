@@ -92,13 +92,10 @@ bool HasCommentWithin(const Json::Value& value)
     return HasComment(value) || std::any_of(value.begin(), value.end(), HasCommentWithin);
 }
 
-// How many bytes of names and texts the value holds; its styled text is at least as long.
-std::size_t TextBytes(const Json::Value& value)
+// How long the value is in the reply; its names and texts are no longer than that.
+std::size_t SourceBytes(const Json::Value& value)
 {
-    std::size_t nBytes = TextOf(value).size();
-    const auto end = value.end();
-    for (auto member = value.begin(); member != end; ++member) nBytes += NameOf(member).size() + TextBytes(*member);
-    return nBytes;
+    return static_cast<std::size_t>(value.getOffsetLimit() - value.getOffsetStart());
 }
 
 std::string_view Cut(std::string_view szText, std::size_t& nRoom)
@@ -170,16 +167,18 @@ void ReleaseWriter() noexcept
 std::string Styled(const Json::Value& value, std::size_t& nBudget)
 {
     std::size_t nRoom = nBudget;
-    const bool bFits = TextBytes(value) <= nBudget;
-    std::string strText = Written(bFits ? value : Pruned(value, nRoom), nBudget);
+    const bool bFits = SourceBytes(value) <= nBudget;
+    std::string strText = bFits ? Written(value, nBudget) : Written(Pruned(value, nRoom), nBudget);
     nBudget -= strText.size();
     return strText;
 }
 
 CElementTexts::CElementTexts(const Json::Value& list, const std::string& strList)
 {
-    // Behind the line of the opening bracket. A comment may stand anywhere and take several lines.
-    if (!HasCommentWithin(list)) m_szRest = std::string_view(strList).substr(std::min<std::size_t>(strList.size(), 2));
+    // A comment may stand anywhere and take several lines. Without a slash there is none.
+    if (strList.find('/') != std::string::npos && HasCommentWithin(list)) return;
+    constexpr std::size_t kOpening = 2;  // the bracket and its line's end
+    m_szRest = std::string_view(strList).substr(std::min(strList.size(), kOpening));
 }
 
 std::string CElementTexts::Next(const Json::Value& element, std::size_t& nBudget)
