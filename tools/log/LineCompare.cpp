@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "session/LogForm.h"
+
 namespace
 {
 
@@ -20,9 +22,11 @@ bool Begins(std::string_view szText, std::string_view szStart)
     return szText.substr(0, szStart.size()) == szStart;
 }
 
-// Readers take blanks off the end of a line.
+// Readers take blanks and colours off the end of a line.
 std::string_view Trimmed(std::string_view szText)
 {
+    szText = szText.substr(0, szText.find_last_not_of("\r\n") + 1);
+    CutShownColour(szText);
     return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
 }
 
@@ -35,7 +39,8 @@ bool IsSameMessage(std::string_view szSet, std::string_view szHere)
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
     if (!Begins(szSet, szHere)) return false;
     // Behind the message there may be lines that only seem to belong to it.
-    return szSet.size() == szHere.size() || szHere.size() >= kKeptLine || szSet[szHere.size()] == '\n';
+    const std::string_view szBehind = szSet.substr(szHere.size());
+    return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
 }
 
 bool IsSameLine(const LogLine& stSet, const LogLine& stHere)

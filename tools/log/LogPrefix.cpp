@@ -157,11 +157,12 @@ bool HasForm(std::string_view szText, LogForm& stForm)
     return ParseLogForm(szText.substr(std::min(szText.find_first_not_of(" \t"), szText.size())), stForm);
 }
 
-// Whether a line without our tag begins a record: with a time, or with "E/Tag(".
+// Whether a line without our tag begins a record: with a time of day, or with "E/Tag(". A number at the start of a line
+// may be a reply's.
 bool IsForeign(std::string_view szLine)
 {
     std::string_view szRest = szLine.substr(0, kLongestPrefix);
-    if (!TakeTime(szRest).empty()) return true;
+    if (TakeTime(szRest).find(':') != std::string_view::npos) return szLine.front() != ' ' && szLine.front() != '\t';
     if (szLine.size() < 4 || szLine[1] != '/' || kPriorities.find(szLine[0]) == std::string_view::npos) return false;
     return szRest.find('(') != std::string_view::npos;
 }

@@ -41,12 +41,17 @@ void CLogReader::Feed(std::string_view szBytes)
     while (!szBytes.empty()) {
         const std::size_t nEnd = szBytes.find('\n');
         const std::string_view szPart = szBytes.substr(0, nEnd);
+        if (!szPart.empty()) m_cLast = szPart.back();
         if (nEnd == std::string_view::npos) return AppendBounded(m_strLine, szPart);
         szBytes.remove_prefix(nEnd + 1);
-        AppendBounded(m_strLine, m_strLine.empty() ? std::string_view() : szPart);
-        const std::string_view szLine = m_strLine.empty() ? szPart.substr(0, kLongestText) : m_strLine;
-        m_bCarriage = m_bCarriage && !szPart.empty() && szPart.back() == '\r';
-        Line(szLine);
+        if (m_nLine == 0) m_bCarriage = m_cLast == '\r';
+        m_cLast = '\0';
+        if (m_strLine.empty()) {
+            Line(szPart.substr(0, kLongestText));
+            continue;
+        }
+        AppendBounded(m_strLine, szPart);
+        Line(m_strLine);
         m_strLine.clear();
     }
 }

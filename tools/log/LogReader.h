@@ -15,7 +15,7 @@ struct LogRecord {
     std::size_t nLine = 0;  // of the file, from 1
     LogPrefix stPrefix;
     std::string strText;       // from the form on, further lines behind '\n'; bounded
-    bool bCarriage = false;    // every line of the file so far ended in CR, which is then not the record's
+    bool bCarriage = false;    // the file's lines seem to end in CR LF
     bool bSubstitute = false;  // it has the prefix of the television's substitute, which escapes what it writes
 };
 
@@ -39,7 +39,8 @@ private:
     Sink m_sink;
     std::string m_strLine;    // the beginning of a line whose end was not fed yet; bounded
     std::size_t m_nLine = 0;
-    bool m_bCarriage = true;
+    char m_cLast = '\0';      // the last byte of the line so far, whether it is kept or not
+    bool m_bCarriage = false;
     bool m_bTags = false;     // a record with a tag was seen: from then on there are no others
     bool m_bPending = false;  // m_stRecord may go on
     LogRecord m_stRecord;

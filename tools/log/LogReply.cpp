@@ -33,9 +33,11 @@ char TakeEscaped(std::string_view& szText)
     return cKind == 'n' ? '\n' : cKind == 't' ? '\t' : '\\';
 }
 
-// `szText` without the log's own carriage returns, if it has them, and without its escapes.
+// `szText` without the log's own carriage returns, if it has them, and without its escapes. A log with escapes has
+// one line a record: what follows a raw control character is not the record's.
 std::string Plain(std::string_view szText, bool bCarriage, bool bEscaped)
 {
+    if (bEscaped) szText = szText.substr(0, szText.find_first_of("\n\033"));
     std::string strPlain;
     strPlain.reserve(szText.size());
     while (!szText.empty()) {
@@ -66,8 +68,9 @@ bool Fits(std::string_view szText, std::size_t nLength)
 std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped)
 {
     std::string strPlain = Plain(szMessage, stRecord.bCarriage, bEscaped);
-    for (std::size_t nEnd = 0; nEnd < strPlain.size(); ++nEnd) {
-        nEnd = std::min(strPlain.find('\n', nEnd), strPlain.size());
+    // Behind the last line that ends in a colour nothing is the record's.
+    for (std::size_t nEnd = bEscaped ? 0 : strPlain.size(); nEnd > 0; nEnd = strPlain.rfind('\n', nEnd - 1)) {
+        if (nEnd == std::string::npos) break;
         std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
         if (!CutShownColour(szUpTo)) continue;
         strPlain.resize(szUpTo.size());
