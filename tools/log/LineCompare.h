@@ -27,12 +27,17 @@ class CLineCompare
 {
 public:
     // `vSet` must live as long as this. With `bCut` there were more lines than `vSet` has.
-    CLineCompare(const std::vector<LogLine>& vSet, bool bCut) : m_vSet(vSet), m_bCut(bCut) {}
+    // With `bDebug` the set is known to log at debug priority; else one of its lines must show it.
+    CLineCompare(const std::vector<LogLine>& vSet, bool bCut, bool bDebug)
+        : m_vSet(vSet), m_bCut(bCut), m_bDebug(bDebug)
+    {
+    }
 
     // The next line of this library.
     void Here(const LogLine& stLine);
 
     Comparison Result() const;
+    bool LogsDebug() const { return m_bDebug; }
 
 private:
     // Lines of this library that the log does not have.
@@ -45,8 +50,8 @@ private:
     const std::vector<LogLine>& m_vSet;
     bool m_bCut;
     std::size_t m_nNext = 0;  // the set's line whose like is awaited
-    bool m_bDebug = false;    // the set logs at debug priority
-    Missing m_stError;        // before the last line that the log has, by priority
+    bool m_bDebug;
+    Missing m_stError;  // before the last line that the log has, by priority
     Missing m_stDebug;
     Missing m_stErrorBehind;  // behind it
     Missing m_stDebugBehind;

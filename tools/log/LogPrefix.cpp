@@ -15,8 +15,8 @@ constexpr std::size_t kLongestIds = 48;
 constexpr std::size_t kLongestPrefix = 512;  // bytes; the tag of a record is not looked for behind that
 
 // The files whose lines are recognised without a tag.
-constexpr std::string_view kFiles[] = {"CAService",   "CAParseJson",      "CASystemActionMap", "CAUtil",   "CADataHandler",
-                                       "CADataSortFilter", "CAImageSizeTable", "parlo-api"};
+constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
+                                       "CADataHandler", "CADataSortFilter", "CAImageSizeTable",  "parlo-api"};
 
 constexpr std::string_view kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
@@ -140,6 +140,7 @@ bool TagAt(std::string_view szLine, std::size_t nPos, LogPrefix& stPrefix)
     if ((nPos > 0 && IsWordByte(szLine[nPos - 1])) || (!szRest.empty() && IsWordByte(szRest.front()))) return false;
     std::string_view szBefore = szLine.substr(0, nPos);
     stPrefix = LogPrefix();
+    szBefore.remove_prefix(ColourLength(szBefore));
     stPrefix.strTime = TakeTime(szBefore);
     if (szBefore.size() >= 2 && szBefore.back() == '/' &&
         kPriorities.find(szBefore[szBefore.size() - 2]) != std::string_view::npos) {

@@ -41,11 +41,8 @@ void CLogReader::Feed(std::string_view szBytes)
     while (!szBytes.empty()) {
         const std::size_t nEnd = szBytes.find('\n');
         const std::string_view szPart = szBytes.substr(0, nEnd);
-        if (!szPart.empty()) m_cLast = szPart.back();
         if (nEnd == std::string_view::npos) return AppendBounded(m_strLine, szPart);
         szBytes.remove_prefix(nEnd + 1);
-        if (m_nLine == 0) m_bCarriage = m_cLast == '\r';
-        m_cLast = '\0';
         if (m_strLine.empty()) {
             Line(szPart.substr(0, kLongestText));
             continue;
@@ -87,6 +84,8 @@ void CLogReader::Line(std::string_view szLine)
 void CLogReader::Begin(std::string_view szLine, LogPrefix&& stPrefix)
 {
     Finish();
+    if (!m_bBegun) m_bCarriage = szLine.back() == '\r';
+    m_bBegun = true;
     m_bPending = true;
     m_strShape = szLine.substr(0, stPrefix.nLength);
     m_stRecord.nLine = m_nLine;

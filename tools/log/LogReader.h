@@ -37,14 +37,14 @@ private:
     void Finish();
 
     Sink m_sink;
-    std::string m_strLine;    // the beginning of a line whose end was not fed yet; bounded
+    std::string m_strLine;  // the beginning of a line whose end was not fed yet; bounded
     std::size_t m_nLine = 0;
-    char m_cLast = '\0';      // the last byte of the line so far, whether it is kept or not
-    bool m_bCarriage = false;
-    bool m_bTags = false;     // a record with a tag was seen: from then on there are no others
-    bool m_bPending = false;  // m_stRecord may go on
+    bool m_bCarriage = false;  // the first record's line ended in CR
+    bool m_bBegun = false;     // there was a record
+    bool m_bTags = false;      // a record with a tag was seen: from then on there are no others
+    bool m_bPending = false;   // m_stRecord may go on
     LogRecord m_stRecord;
-    std::string m_strShape;   // its prefix
+    std::string m_strShape;  // its prefix
 };
 
 #endif

@@ -31,12 +31,13 @@ std::size_t UtteranceLength(const std::string& strLine)
     return nParen == std::string::npos ? 0 : std::strtoul(strLine.c_str() + nParen + 1, nullptr, 10);
 }
 
-// Runs `call` on this library and compares; `ask` runs its function.
+// Runs `call` on this library and compares; `ask` runs its function. Notes in `bDebug` whether the set logs at debug
+// priority, as far as it is known.
 template <typename Function>
-Comparison Compare(const LogCall& call, const Function& ask)
+Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 {
     CCallDigest digest(call.digest.Kind());
-    CLineCompare compare(call.vLines, call.bLinesDropped);
+    CLineCompare compare(call.vLines, call.bLinesDropped, bDebug);
     std::size_t nPieces = 0;
     {
         const CLogTap tap([&](const LogLine& stLine) {
@@ -50,6 +51,7 @@ Comparison Compare(const LogCall& call, const Function& ask)
         });
         ask();
     }
+    bDebug = compare.LogsDebug();
     Comparison stResult = compare.Result();
     const bool bDecided = call.digest.GetResult() != CCallDigest::Result::UNKNOWN;
     const bool bSame = call.digest.GetResult() == digest.GetResult() && call.digest.Code() == digest.Code();
@@ -76,14 +78,14 @@ Comparison CLogReplay::Run(const LogCall& call)
         case CallKind::START:
             SetService(stProcess, call.digest.StartedTwice());
             stProcess.bStarted = true;
-            return Compare(call, [&call] { ca_initial_service(call.strAppName); });
+            return Compare(call, m_bDebug, [&call] { ca_initial_service(call.strAppName); });
         case CallKind::STOP:
             SetService(stProcess, !call.digest.NoService());
             stProcess = Process();
-            return Compare(call, [] { ca_uninitial(); });
+            return Compare(call, m_bDebug, [] { ca_uninitial(); });
         case CallKind::STATUS:
             SetService(stProcess, !call.digest.NoService());
-            return Compare(call, [] { ca_get_conv_status(); });
+            return Compare(call, m_bDebug, [] { ca_get_conv_status(); });
         case CallKind::REPLY:
             SetService(stProcess, !call.digest.NoService());
             return RunReply(call, stProcess);
@@ -152,10 +154,10 @@ Comparison CLogReplay::Skip(const LogCall& call, Process& stProcess, const std::
 
 Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 {
-    if (call.digest.NoService()) return Compare(call, [] { Ask(kPlaceholder, "{}"); });
+    if (call.digest.NoService()) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
     if (!call.strNoReply.empty()) {
         const std::size_t nLength = std::min(UtteranceLength(call.strNoReply), kLongestUtterance);
-        return Compare(call, [nLength] { Ask(std::string(nLength, '?'), ""); });
+        return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });
     }
     const CLogReply::State eState = call.reply.GetState();
     if (eState == CLogReply::State::CUT) return Skip(call, stProcess, "the log's limit cut the reply");
@@ -164,7 +166,7 @@ Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 
     bool bAccepted = false;
     const std::string strUtterance = call.strUtterance.empty() ? kPlaceholder : call.strUtterance;
-    const Comparison stResult = Compare(call, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
+    const Comparison stResult = Compare(call, m_bDebug, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
     LeaveBehind(call, stProcess, bAccepted);
     return stResult;
 }

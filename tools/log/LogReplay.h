@@ -45,6 +45,7 @@ private:
     std::map<std::string, Process> m_mapProcesses;
     std::string m_strProcess;  // whose state the service is in
     std::size_t m_nTime = 0;
+    bool m_bDebug = false;  // the log has lines of debug priority
 };
 
 #endif

@@ -58,7 +58,9 @@ std::string Plain(std::string_view szText, bool bCarriage, bool bEscaped)
 bool Fits(std::string_view szText, std::size_t nLength)
 {
     if (szText.size() < nLength) return false;
+    const bool bTorn = EndsInEscape(szText.substr(0, nLength));  // a colour that is cut in two
     szText.remove_prefix(nLength);
+    if (bTorn && ColourLength(szText) > 0) return false;
     while (const std::size_t nColour = ColourLength(szText)) szText.remove_prefix(nColour);
     return szText.empty() || szText.front() == '\n' || szText.front() == '\r';
 }

@@ -10,7 +10,8 @@ constexpr std::string_view kDigits = "0123456789";
 
 // How the first byte of a colour sequence is shown; the last way is to drop it. Longer ones first where one ends
 // like another.
-constexpr std::string_view kEscapes[] = {"\033", "^[", "\\x1B", "\\x1b", "\\033", "#033", "\\u001b", "\\u001B", "\\e", ""};
+constexpr std::string_view kEscapes[] = {"\033", "^[",      "\\x1B",   "\\x1b", "\\033",
+                                         "#033", "\\u001b", "\\u001B", "\\e",   ""};
 
 // The two colours of the library, and the end of a colour.
 constexpr std::string_view kColours[] = {"[31m", "[34m", "[0m"};
@@ -83,6 +84,12 @@ std::size_t ColourLength(std::string_view szText)
             if (TakeMark(szRest, szColour)) return szText.size() - szRest.size();
     }
     return 0;
+}
+
+bool EndsInEscape(std::string_view szText)
+{
+    const auto Ends = [szText](std::string_view szEscape) { return !szEscape.empty() && EndsWith(szText, szEscape); };
+    return std::any_of(std::begin(kEscapes), std::end(kEscapes), Ends);
 }
 
 bool CutShownColour(std::string_view& szText)

@@ -20,6 +20,9 @@ bool ParseLogForm(std::string_view szText, LogForm& stForm);
 // or without its first byte ("[31m"); 0 when there is none.
 std::size_t ColourLength(std::string_view szText);
 
+// Whether `szText` ends in the first byte of a colour sequence, as one of those shows it.
+bool EndsInEscape(std::string_view szText);
+
 // Takes the library's colour off the end of `szText`, and what a terminal's writer sets behind it to end a colour.
 // False when there was none.
 bool CutShownColour(std::string_view& szText);
