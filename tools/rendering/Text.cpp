@@ -13,6 +13,8 @@ constexpr std::size_t kLongestShown = 240;  // bytes
 
 std::size_t Columns(const std::string& strText)
 {
+    const auto IsAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(strText.begin(), strText.end(), IsAscii)) return strText.size();  // controls are escaped by then
     std::size_t nColumns = 0;
     std::mbstate_t state{};
     for (std::size_t nAt = 0; nAt < strText.size();) {
