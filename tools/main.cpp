@@ -12,5 +12,6 @@ int main(int argc, char** argv)
     AddExplain(line);
     AddStatus(line);
     AddActions(line);
+    AddCheck(line);
     return line.Main(argc, argv);
 }

@@ -91,5 +91,6 @@ void AddConversation(CCommandLine& line);
 void AddExplain(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
+void AddCheck(CCommandLine& line);
 
 #endif

@@ -23,6 +23,7 @@ namespace
 constexpr std::size_t kLongestKept = 2000;  // bytes; some lines hold a whole reply
 
 LogSink g_Sink;
+int g_nQuiet = 0;
 
 // "file: function(line) > message"
 LogLine Dissect(std::string_view szText)
@@ -52,11 +53,22 @@ CLogTap::~CLogTap()
     g_Sink = nullptr;
 }
 
+CLogQuiet::CLogQuiet()
+{
+    ++g_nQuiet;
+}
+
+CLogQuiet::~CLogQuiet()
+{
+    --g_nQuiet;
+}
+
 int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
     using Writer = int (*)(int, const char*, const char*, ...);
     static const auto pPlatformLog = reinterpret_cast<Writer>(dlsym(RTLD_NEXT, "__dlog_print"));
 
+    if (g_nQuiet > 0) return 0;
     va_list args;
     va_start(args, format);
     char* pText = nullptr;
