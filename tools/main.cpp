@@ -13,5 +13,6 @@ int main(int argc, char** argv)
     AddStatus(line);
     AddActions(line);
     AddCheck(line);
+    AddSchema(line);
     return line.Main(argc, argv);
 }

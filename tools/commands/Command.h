@@ -92,5 +92,6 @@ void AddExplain(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
 void AddCheck(CCommandLine& line);
+void AddSchema(CCommandLine& line);
 
 #endif

@@ -76,7 +76,7 @@ void CReplyEffects::Requests()
 
 void CReplyEffects::NoCommand(const Node& commands)
 {
-    if (m_report.IsDoubted(commands)) return;
+    if (m_report.IsDoubted(commands) || m_report.IsDoubted(m_rsp.Member("stat"))) return;
     const Remark stRemark{Severity::ERROR, "no-command", "the reply is refused: it holds no command"};
     if (commands.value.isNull())
         m_report.AtValue(m_rsp, stRemark);

@@ -12,8 +12,6 @@
 namespace
 {
 
-constexpr std::size_t kMostValues = 1 << 19;  // more of ',', '[' and '{' the library refuses
-
 struct Reason {
     std::string_view szMessage;  // what the JSON library's message contains
     const char* szText;
@@ -94,18 +92,6 @@ Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan
     return stRemark;
 }
 
-// Where the library counts one value too many; npos when it does not.
-std::size_t OneTooMany(std::string_view szText)
-{
-    if (szText.size() <= kMostValues) return std::string_view::npos;
-    std::size_t nValues = 0;
-    for (std::size_t i = 0; i < szText.size(); ++i) {
-        nValues += szText[i] == ',' || szText[i] == '[' || szText[i] == '{' ? 1 : 0;
-        if (nValues > kMostValues) return i;
-    }
-    return std::string_view::npos;
-}
-
 // How many bytes the UTF-8 character at the start takes; 0 when it is none.
 std::size_t CharacterLength(std::string_view szText)
 {
@@ -161,20 +147,17 @@ bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
         report.At({0, 1}, "", {Severity::ERROR, "utf-16", "the text is UTF-16", "write it as UTF-8"});
         return false;
     }
-    if (const std::size_t nValue = OneTooMany(szText); nValue != std::string_view::npos) {
-        report.At({nValue, 1}, "",
-                  {Severity::ERROR, "too-many-values",
-                   "the reply holds more than " + std::to_string(kMostValues) +
-                       " values, counted by \",\", \"[\" and \"{\""});
-        return false;
-    }
     const CPlaces& places = report.Places();
-    if (const std::size_t nDeep = places.TooDeep(); nDeep != std::string_view::npos) {
-        report.At({nDeep, 1}, "",
+    constexpr std::size_t kNowhere = std::string_view::npos;
+    if (places.TooMany() != kNowhere)
+        report.At({places.TooMany(), 1}, "",
+                  {Severity::ERROR, "too-many-values",
+                   "it holds more than " + std::to_string(CPlaces::kMostValues) + " values, and is refused"});
+    if (places.TooDeep() != kNowhere)
+        report.At({places.TooDeep(), 1}, "",
                   {Severity::ERROR, "too-deep",
-                   "the reply is nested deeper than " + std::to_string(CPlaces::kDeepest) + " levels"});
-        return false;
-    }
+                   "it is nested deeper than " + std::to_string(CPlaces::kDeepest) + " levels, and is refused"});
+    if (places.TooMany() != kNowhere || places.TooDeep() != kNowhere) return false;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader of the library, which tells places
     Json::Reader reader;
@@ -199,6 +182,12 @@ void CheckText(std::string_view szText, CReport& report)
     CheckUtf8(szText, report);
     for (const Span& stComment : report.Places().Comments())
         report.At(stComment, "", {Severity::NOTE, "comment", "a comment is no JSON, although the library takes it"});
+    for (const Span& stLoose : report.Places().Loose())
+        report.At(
+            stLoose, "",
+            {Severity::NOTE, "not-strict",
+             szText[stLoose.nStart] == '"' ? "a control character in a text is no JSON, although the library takes it"
+                                           : "such a number is no JSON, although the library takes it"});
     if (const Span stRest = report.Places().Rest(); stRest.nLength > 0)
         report.At(stRest, "", {Severity::WARNING, "trailing-text", "the text behind the document has no effect"});
 }
