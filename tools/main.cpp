@@ -12,5 +12,7 @@ int main(int argc, char** argv)
     AddExplain(line);
     AddStatus(line);
     AddActions(line);
+    AddCheck(line);
+    AddSchema(line);
     return line.Main(argc, argv);
 }

@@ -91,5 +91,7 @@ void AddConversation(CCommandLine& line);
 void AddExplain(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
+void AddCheck(CCommandLine& line);
+void AddSchema(CCommandLine& line);
 
 #endif

@@ -175,7 +175,8 @@ constexpr Key kRspKeys[] = {
      "What the set says. \"{Null}\" stands for nothing. Not said beside "
      "\"displaycontrol\".",
      nullptr, nullptr, "ignored", "{Null}"},
-    {"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused.", &kCommand},
+    {"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused.", &kCommand, nullptr,
+     "the reply holds no command and is refused"},
     {"response_info", Type::OBJECT, "How long the server took.", &kResponseInfo},
     {"displaycontrol", Type::OBJECTS, "Requests to act on the list that is on screen.", &kRequest},
     {"tvcontent", Type::OBJECTS, "What the search found.", &kItem},
@@ -184,7 +185,7 @@ constexpr Key kRspKeys[] = {
 constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", Reading::FILL, kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    {"rsp", Type::OBJECT, "The reply itself.", &kRsp},
+    {"rsp", Type::OBJECT, "The reply itself.", &kRsp, nullptr, "the reply holds no command and is refused"},
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 

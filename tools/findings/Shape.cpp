@@ -151,9 +151,13 @@ std::string CShapeWalk::Meant(const Node& object, const std::string& strKey, con
                               const Object* pOuter)
 {
     std::vector<std::string_view> vMissing;
-    for (const Key& stKey : stObject)
+    std::string_view szAlike;
+    for (const Key& stKey : stObject) {
         if (!object.value.isMember(stKey.szName.data())) vMissing.push_back(stKey.szName);
-    const std::string_view szAlike = MostAlike(strKey, vMissing);
+        if (AreAlike(stKey.szName, strKey)) szAlike = stKey.szName;
+    }
+    if (szAlike.empty()) szAlike = MostAlike(strKey, vMissing);
+    if (szAlike.empty()) szAlike = Abbreviated(strKey, vMissing);
     const Object* pOwner = OwnerBelow(stObject, strKey, 2);
     if (pOwner == nullptr && pOuter != nullptr && pOuter->Find(strKey) != nullptr) pOwner = pOuter;
     if (pOwner != nullptr && (szAlike.empty() || !AreAlike(szAlike, strKey)))

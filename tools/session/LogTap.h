@@ -33,4 +33,14 @@ public:
     CLogTap& operator=(const CLogTap&) = delete;
 };
 
+// While it lives no line goes anywhere: for questions to the library that are no reply's.
+class CLogQuiet
+{
+public:
+    CLogQuiet();
+    ~CLogQuiet();
+    CLogQuiet(const CLogQuiet&) = delete;
+    CLogQuiet& operator=(const CLogQuiet&) = delete;
+};
+
 #endif
