@@ -13,5 +13,7 @@ int main(int argc, char** argv)
     AddLog(line);
     AddStatus(line);
     AddActions(line);
+    AddCheck(line);
+    AddSchema(line);
     return line.Main(argc, argv);
 }

@@ -92,5 +92,7 @@ void AddExplain(CCommandLine& line);
 void AddLog(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
+void AddCheck(CCommandLine& line);
+void AddSchema(CCommandLine& line);
 
 #endif

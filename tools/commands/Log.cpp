@@ -1,7 +1,4 @@
 // "log": from a set's log to the replies, and to the reasons.
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +9,7 @@
 #include "log/LogExtract.h"
 #include "log/LogReplay.h"
 #include "log/LogReport.h"
+#include "reading/LineFile.h"
 #include "rendering/Explain.h"
 #include "rendering/Output.h"
 #include "rendering/Progress.h"
@@ -19,6 +17,8 @@
 
 namespace
 {
+
+constexpr std::size_t kPart = 1 << 18;  // bytes that are read at once
 
 struct LogOptions {
     bool bExplain = false;
@@ -44,7 +44,7 @@ public:
     int Run();
 
 private:
-    bool Read(const std::string& strFile);
+    void Read(const std::string& strFile);
     bool IsDone() const { return m_bFound && m_stLog.nCall > 0; }
     void Show(LogCall& call);
     CallReport Report(LogCall& call);
@@ -57,44 +57,32 @@ private:
     CLogReplay m_replay;
     std::optional<CLogExtract> m_extract;
     bool m_bFound = false;  // a call was shown
-    bool m_bDiffers = false;
 };
 
 int CLogRun::Run()
 {
-    bool bRead = true;
-    for (const std::string& strFile : m_stLog.vFiles) bRead = Read(strFile) && bRead;
+    for (const std::string& strFile : m_stLog.vFiles) Read(strFile);
     m_calls.End();
-    if (!m_bFound && bRead) {
-        Complain(m_stLog.nCall > 0 ? "there is no call " + std::to_string(m_stLog.nCall)
-                                   : "there is no call in the log");
-        return kExitFailure;
-    }
-    return bRead && !m_bDiffers ? kExitOk : kExitFailure;
+    if (!m_bFound && !HasFailed())
+        Fail(m_stLog.nCall > 0 ? "there is no call " + std::to_string(m_stLog.nCall) : "there is no call in the log");
+    return HasFailed() ? kExitFailure : kExitOk;
 }
 
-bool CLogRun::Read(const std::string& strFile)
+void CLogRun::Read(const std::string& strFile)
 {
-    struct Closer {
-        void operator()(std::FILE* pFile) const
-        {
-            if (pFile != stdin) static_cast<void>(std::fclose(pFile));
-        }
-    };
-    const std::unique_ptr<std::FILE, Closer> pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"));
-    m_calls.BeginFile(strFile);
+    CLineFile file(strFile);
+    CProgress progress(strFile, file.Size());
     CLogReader reader([this](const LogRecord& stRecord) { m_calls.Take(stRecord); });
-    CProgress progress(strFile, pFile.get());
-    std::vector<char> vBuffer(1 << 18);
-    std::size_t nRead = 0;
-    while (pFile != nullptr && !IsDone() && (nRead = std::fread(vBuffer.data(), 1, vBuffer.size(), pFile.get())) > 0) {
-        reader.Feed({vBuffer.data(), nRead});
-        progress.Add(nRead);
-    }
+    m_calls.BeginFile(strFile);
+    std::string strPart;
+    do {
+        reader.Feed(strPart);
+        strPart.clear();
+        progress.Show(file.Position());
+        if (!IsDone()) file.Rest(kPart, strPart);
+    } while (!strPart.empty());
     reader.EndFile();
-    if (pFile != nullptr && std::ferror(pFile.get()) == 0) return true;
-    Complain(strFile + " cannot be read: " + std::strerror(errno));
-    return false;
+    if (!file.Failure().empty()) Fail(strFile + " cannot be read: " + file.Failure());
 }
 
 void CLogRun::Show(LogCall& call)
@@ -114,7 +102,7 @@ CallReport CLogRun::Report(LogCall& call)
     stReport.nStatus = m_replay.Status(call);
     if (m_extract) stReport.strFile = m_extract->Add(call);
     if (m_stLog.bReplay) stReport.stReplayed = m_replay.Run(call);
-    if (stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS) m_bDiffers = true;
+    if (stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS) NoteFailure();
     if (m_stLog.bExplain && call.digest.Kind() == CallKind::REPLY) stReport.strExplanation = Explained(call);
     return stReport;
 }

@@ -45,14 +45,14 @@ constexpr Key kDialogKeys[] = {
     {"dialog_id", Type::TEXT, "The dialog's id. A reply without it clears the one before."},
     {"dialog_seq", Type::INTEGER, "The turn's number. Without it the last one stays.", nullptr, nullptr, "ignored"},
 };
-constexpr Object kDialog = Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", Reading::FILL,
-                                kDialogKeys);
+constexpr Object kDialog =
+    Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", Reading::FILL, kDialogKeys);
 
 constexpr Key kNluInfoKeys[] = {
     {"dialog_type", Type::INTEGER, "The dialog's type. Without it the last one stays."},
 };
-constexpr Object kNluInfo = Make("NluInfo", "\"nlu_info\"", "What the language engine found.", Reading::TAKE,
-                                 kNluInfoKeys);
+constexpr Object kNluInfo =
+    Make("NluInfo", "\"nlu_info\"", "What the language engine found.", Reading::TAKE, kNluInfoKeys);
 
 constexpr Key kResponseInfoKeys[] = {
     {"engine_time", Type::TEXT, "Time that the language engine took."},
@@ -80,8 +80,8 @@ constexpr Key kChannelKeys[] = {
     {"source_id", Type::TEXT, "The channel's source id; it is the command's parameter."},
     {"type", Type::TEXT, "The channel's type."},
 };
-constexpr Object kChannel = Make("Channel", "an object of \"channels\"", "A channel that a command names.",
-                                 Reading::FILL, kChannelKeys);
+constexpr Object kChannel =
+    Make("Channel", "an object of \"channels\"", "A channel that a command names.", Reading::FILL, kChannelKeys);
 
 constexpr Key kUMDChannelKeys[] = {
     {"lineup_id", Type::TEXT, "The line-up's id."},
@@ -96,9 +96,9 @@ constexpr Object kUMDChannel = Make("CableChannel", "\"umd_channel\"", "A channe
 constexpr Key kUMDElementKeys[] = {
     {"umd_channel", Type::OBJECT, "The channel itself.", &kUMDChannel},
 };
-constexpr Object kUMDElement = Make("CableChannelEntry", "an object of \"umd_channels\"",
-                                    "Holds one channel of a cable or satellite line-up.", Reading::FILL,
-                                    kUMDElementKeys);
+constexpr Object kUMDElement =
+    Make("CableChannelEntry", "an object of \"umd_channels\"", "Holds one channel of a cable or satellite line-up.",
+         Reading::FILL, kUMDElementKeys);
 
 constexpr Key kParamKeys[] = {
     {"amount", Type::INTEGER, "Volume or channel steps, or the volume to set."},
@@ -119,8 +119,7 @@ constexpr Key kParamKeys[] = {
     {"type", Type::TEXT, "A type. No action takes it."},
     {"channel_no", Type::TEXT, "The number of a channel."},
     {"action", Type::TEXT, "Replaces the command's action.", nullptr, Actions},
-    {"names", Type::SCALARS, "Names to choose from. They replace earlier ones.", nullptr, nullptr,
-     "clears the names"},
+    {"names", Type::SCALARS, "Names to choose from. They replace earlier ones.", nullptr, nullptr, "clears the names"},
     {"channels", Type::OBJECTS, "Channels to choose from.", &kChannel},
     {"umd_channels", Type::OBJECTS, "Channels of a cable or satellite line-up, behind \"channels\".", &kUMDElement},
 };
@@ -131,8 +130,10 @@ constexpr Object kParam = Make("CommandParam", "an object of \"params\"",
 
 constexpr Key kCommandKeys[] = {
     {"action", Type::TEXT, "What the set shall do.", nullptr, Actions},
-    {"intent", Type::TEXT, "What the viewer was after. Looked up beside names to choose from, of the last of two or "
-     "three commands.", nullptr, All<kIntentWords>},
+    {"intent", Type::TEXT,
+     "What the viewer was after. Looked up beside names to choose from, of the last of two or "
+     "three commands.",
+     nullptr, All<kIntentWords>},
     {"params", Type::OBJECTS, "What the action needs.", &kParam},
 };
 constexpr Object kCommand =
@@ -148,8 +149,7 @@ constexpr Object kRequestParam = Make("DisplayParam", "an object of \"params\"",
                                       Reading::TAKE, kRequestParamKeys);
 
 constexpr Key kRequestKeys[] = {
-    {"action", Type::TEXT, "What shall happen to the entries.", nullptr, All<kDisplayActionWords>,
-     "code -1"},
+    {"action", Type::TEXT, "What shall happen to the entries.", nullptr, All<kDisplayActionWords>, "code -1"},
     {"params", Type::OBJECTS, "The entries that are meant.", &kRequestParam},
 };
 constexpr Object MakeRequest()
@@ -166,12 +166,17 @@ constexpr Key kRspKeys[] = {
     {"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success.", nullptr, nullptr,
      "reads as a success", "fail"},
     {"err", Type::OBJECT, "Why the server failed.", &kErr},
-    {"domain", Type::TEXTS, "What the reply is about. \"display_content\" with two or more of them hands the search "
-     "over to the application.", nullptr, nullptr, "reads as an empty list"},
+    {"domain", Type::TEXTS,
+     "What the reply is about. \"display_content\" with two or more of them hands the search "
+     "over to the application.",
+     nullptr, nullptr, "reads as an empty list"},
     {"dialog", Type::OBJECT, "Where in the dialog this reply stands.", &kDialog},
-    {"system_sentence", Type::TEXT, "What the set says. \"{Null}\" stands for nothing. Not said beside "
-     "\"displaycontrol\".", nullptr, nullptr, "ignored", "{Null}"},
-    {"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused.", &kCommand},
+    {"system_sentence", Type::TEXT,
+     "What the set says. \"{Null}\" stands for nothing. Not said beside "
+     "\"displaycontrol\".",
+     nullptr, nullptr, "ignored", "{Null}"},
+    {"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused.", &kCommand, nullptr,
+     "the reply holds no command and is refused"},
     {"response_info", Type::OBJECT, "How long the server took.", &kResponseInfo},
     {"displaycontrol", Type::OBJECTS, "Requests to act on the list that is on screen.", &kRequest},
     {"tvcontent", Type::OBJECTS, "What the search found.", &kItem},
@@ -180,7 +185,7 @@ constexpr Key kRspKeys[] = {
 constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", Reading::FILL, kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    {"rsp", Type::OBJECT, "The reply itself.", &kRsp},
+    {"rsp", Type::OBJECT, "The reply itself.", &kRsp, nullptr, "the reply holds no command and is refused"},
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
@@ -199,8 +204,8 @@ constexpr Key kEntryKeys[] = {
      "takes over the category of the entry before it"},
     {"rules", Type::OBJECTS, "The rules, in order.", &kRule},
 };
-constexpr Object kEntry = Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.",
-                               Reading::FILL, kEntryKeys);
+constexpr Object kEntry =
+    Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", Reading::FILL, kEntryKeys);
 
 constexpr Key kSchemaRspKeys[] = {
     {"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success.", nullptr, nullptr,
@@ -218,8 +223,10 @@ constexpr Key kSearchSchemaKeys[] = {
 }  // namespace
 
 const Object kReply = Make("Reply", "the document", "A reply of the voice server.", Reading::FILL, kReplyKeys);
-const Object kSearchSchema = Make("SearchSchema", "the document", "A search schema document: how search results are "
-                                  "ordered.", Reading::FILL, kSearchSchemaKeys);
+const Object kSearchSchema = Make("SearchSchema", "the document",
+                                  "A search schema document: how search results are "
+                                  "ordered.",
+                                  Reading::FILL, kSearchSchemaKeys);
 
 const Key* Object::Find(std::string_view szKey) const
 {

@@ -34,10 +34,10 @@ struct Key {
     std::string_view szName;
     Type eType;
     const char* szComment;
-    const Object* pObject = nullptr;      // of OBJECT and OBJECTS
-    Words pWords = nullptr;               // of TEXT: all that it may be; null: any text
-    const char* szOtherwise = nullptr;    // what becomes of a value of another type; null: as usual in its object
-    std::string_view szExact = {};        // the one text that means something; others that look like it are mistakes
+    const Object* pObject = nullptr;    // of OBJECT and OBJECTS
+    Words pWords = nullptr;             // of TEXT: all that it may be; null: any text
+    const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
+    std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
 };
 
 // What the elements of a list are by the text of their key "type".

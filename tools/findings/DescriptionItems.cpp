@@ -29,7 +29,8 @@ constexpr Object Make(const char* szName, const char* szWhere, const char* szCom
 }
 
 constexpr Key kImagesKeys[] = {
-    {"url", Type::TEXT, "The picture's address, with one %d where the size code goes. The result must be shorter than "
+    {"url", Type::TEXT,
+     "The picture's address, with one %d where the size code goes. The result must be shorter than "
      "the template, or end in .jpg or .png."},
     {"type", Type::TEXT, "The picture's type."},
     {"index", Type::INTEGERS, "The size codes on offer. Without it the address is taken as it stands.", nullptr,
@@ -55,8 +56,8 @@ constexpr Key kCertificationKeys[] = {
     {"cert-system", Type::TEXT, "Who rates."},
     {"certification", Type::TEXT, "The rating."},
 };
-constexpr Object kCertification = Make("Certification", "an object of \"certifications\"", "A rating.",
-                                       kCertificationKeys);
+constexpr Object kCertification =
+    Make("Certification", "an object of \"certifications\"", "A rating.", kCertificationKeys);
 
 constexpr Key kEpisodeKeys[] = {
     {"title", Type::TEXT, "The episode's title."},
@@ -74,8 +75,8 @@ constexpr Key kProgrammeChannelKeys[] = {
     {"name", Type::TEXT, "The channel's name."},
     {"source_id", Type::TEXTS, "The channel's source ids."},
 };
-constexpr Object kProgrammeChannel = Make("ProgrammeChannel", "\"channel\"", "The channel of a programme.",
-                                          kProgrammeChannelKeys);
+constexpr Object kProgrammeChannel =
+    Make("ProgrammeChannel", "\"channel\"", "The channel of a programme.", kProgrammeChannelKeys);
 
 constexpr Key kScheduleKeys[] = {
     {"starttime", Type::TEXT, "When it begins."},
@@ -84,15 +85,15 @@ constexpr Key kScheduleKeys[] = {
 };
 constexpr Object kSchedule = Make("Schedule", "\"schedule\"", "When a programme is broadcast.", kScheduleKeys);
 
-#define SHARED_KEYS                                                                                       \
-    kType, {"id", Type::TEXT, "The item's id."}, {"title", Type::TEXT, "The item's title."},              \
-        {"year", Type::INTEGER, "The year that it is of."},                                               \
-        {"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock.",      \
-         nullptr, nullptr, nullptr, "No"},                                                                \
-        {"genres", Type::OBJECTS, "Its genres.", &kGenre},                                                \
-        {"certifications", Type::OBJECTS, "Its ratings.", &kCertification},                               \
-    {                                                                                                     \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                                  \
+#define SHARED_KEYS                                                                                                    \
+    kType, {"id", Type::TEXT, "The item's id."}, {"title", Type::TEXT, "The item's title."},                           \
+        {"year", Type::INTEGER, "The year that it is of."},                                                            \
+        {"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock.", nullptr, nullptr, \
+         nullptr,     "No"},                                                                                           \
+        {"genres", Type::OBJECTS, "Its genres.", &kGenre},                                                             \
+        {"certifications", Type::OBJECTS, "Its ratings.", &kCertification},                                            \
+    {                                                                                                                  \
+        "poster", Type::OBJECT, kPosterComment, &kPoster                                                               \
     }
 
 constexpr Key kMovieKeys[] = {SHARED_KEYS, {"duration", Type::INTEGER, kDurationComment}};
@@ -112,8 +113,8 @@ constexpr Key kProgrammeKeys[] = {
     {"schedule", Type::OBJECT, "When it is shown.", &kSchedule},
     {"casting", Type::OBJECTS, "Its cast.", &kCasting},
 };
-constexpr Object kProgramme = Make("Programme", "a programme",
-                                   "A broadcast programme. It is not offered to the viewer.", kProgrammeKeys);
+constexpr Object kProgramme =
+    Make("Programme", "a programme", "A broadcast programme. It is not offered to the viewer.", kProgrammeKeys);
 #undef SHARED_KEYS
 
 constexpr Key kAppInfoKeys[] = {
@@ -131,12 +132,12 @@ constexpr Object kAppInfo = Make("AppInfo", "\"app_info\"", "What there is to kn
 constexpr Key kAppKeys[] = {kType, {"app_info", Type::OBJECT, "The application.", &kAppInfo}};
 constexpr Object kApp = Make("App", "an application", "An application.", kAppKeys);
 
-#define VIDEO_KEYS                                                                                    \
-    kType, {"appid", Type::TEXT, "The id of the application that plays it."},                         \
+#define VIDEO_KEYS                                                                                     \
+    kType, {"appid", Type::TEXT, "The id of the application that plays it."},                          \
         {"contentid", Type::TEXT, "Its id in that application."}, {"title", Type::TEXT, "Its title."}, \
-        {"duration", Type::INTEGER, kDurationComment},                                                \
-    {                                                                                                 \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                              \
+        {"duration", Type::INTEGER, kDurationComment},                                                 \
+    {                                                                                                  \
+        "poster", Type::OBJECT, kPosterComment, &kPoster                                               \
     }
 
 constexpr Key kFitnessKeys[] = {
@@ -144,12 +145,12 @@ constexpr Key kFitnessKeys[] = {
     {"trainer", Type::TEXT, "Who trains."},
     {"category", Type::TEXT, "What is trained."},
 };
-constexpr Object kFitness = Make("Fitness", "a fitness video", "A fitness video. It is not offered to the viewer.",
-                                 kFitnessKeys);
+constexpr Object kFitness =
+    Make("Fitness", "a fitness video", "A fitness video. It is not offered to the viewer.", kFitnessKeys);
 
 constexpr Key kKidsKeys[] = {VIDEO_KEYS, {"character", Type::TEXT, "Who it is about."}};
-constexpr Object kKids = Make("Kids", "a video for children", "A video for children. It is not offered to the viewer.",
-                              kKidsKeys);
+constexpr Object kKids =
+    Make("Kids", "a video for children", "A video for children. It is not offered to the viewer.", kKidsKeys);
 #undef VIDEO_KEYS
 
 constexpr Key kValueKeys[] = {{"name", Type::TEXT, "What it is."}, {"value", Type::TEXT, "How much it is."}};
@@ -162,13 +163,13 @@ constexpr Key kForecastKeys[] = {
     {"tmax", Type::TEXT, "The highest temperature."},
     {"condition_icon", Type::SCALARS, "Its icons."},
 };
-constexpr Object kForecast = Make("ForecastDay", "an object of \"forecast_info\"", "A day of the forecast.",
-                                  kForecastKeys);
+constexpr Object kForecast =
+    Make("ForecastDay", "an object of \"forecast_info\"", "A day of the forecast.", kForecastKeys);
 
-#define LINK_KEYS                                                                                               \
-    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."},                        \
-    {                                                                                                           \
-        "country", Type::TEXT, "The country."                                                                   \
+#define LINK_KEYS                                                                        \
+    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."}, \
+    {                                                                                    \
+        "country", Type::TEXT, "The country."                                            \
     }
 
 constexpr Key kWeatherKeys[] = {
@@ -182,8 +183,8 @@ constexpr Key kWeatherKeys[] = {
     {"weather_info", Type::OBJECTS, "More values.", &kWInfo},
     {"forecast_info", Type::OBJECTS, "The days to come.", &kForecast},
 };
-constexpr Object kWeather = Make("Weather", "a weather report", "A weather report. It is not offered to the viewer.",
-                                 kWeatherKeys);
+constexpr Object kWeather =
+    Make("Weather", "a weather report", "A weather report. It is not offered to the viewer.", kWeatherKeys);
 
 constexpr Key kStockKeys[] = {
     LINK_KEYS,
@@ -208,8 +209,8 @@ constexpr Key kStandingKeys[] = {
     {"logo", Type::TEXT, "The team's logo."},
     {"season_stats", Type::SCALARS, "The season in numbers."},
 };
-constexpr Object kStanding = Make("Standing", "an object of \"standing\"", "A team's standing.", kStandingKeys,
-                                  Reading::TAKE);
+constexpr Object kStanding =
+    Make("Standing", "an object of \"standing\"", "A team's standing.", kStandingKeys, Reading::TAKE);
 
 constexpr Key kRecordKeys[] = {
     {"league_name", Type::TEXT, "The league."},
@@ -235,22 +236,28 @@ constexpr Key kSportsKeys[] = {
     {"record_type", Type::TEXT, "What the records are."},
     {"records", Type::OBJECTS, "Leagues or matches.", &kRecord},
 };
-constexpr Object kSports = Make("Sports", "sports results", "Sports results. They are not offered to the viewer.",
-                                kSportsKeys);
+constexpr Object kSports =
+    Make("Sports", "sports results", "Sports results. They are not offered to the viewer.", kSportsKeys);
 #undef LINK_KEYS
 
 constexpr Kind kKinds[] = {
-    {"movie", &kMovie, true},     {"tvshow", &kTVShow, true}, {"apps", &kApp, true},        {"app", &kApp, true},
-    {"epg", &kProgramme, false},  {"fitness", &kFitness, false}, {"kids", &kKids, false},
-    {"weather", &kWeather, false}, {"stock", &kStock, false}, {"sports", &kSports, false},
+    {"movie", &kMovie, true},    {"tvshow", &kTVShow, true},    {"apps", &kApp, true},   {"app", &kApp, true},
+    {"epg", &kProgramme, false}, {"fitness", &kFitness, false}, {"kids", &kKids, false}, {"weather", &kWeather, false},
+    {"stock", &kStock, false},   {"sports", &kSports, false},
 };
 
 constexpr Key kItemKeys[] = {kType};
 
 }  // namespace
 
-const Object kItem = {"ContentItem", "an object of \"tvcontent\"", "A search result or an information item.",
-                      Reading::TAKE, kItemKeys, 1, kKinds, std::size(kKinds),
+const Object kItem = {"ContentItem",
+                      "an object of \"tvcontent\"",
+                      "A search result or an information item.",
+                      Reading::TAKE,
+                      kItemKeys,
+                      1,
+                      kKinds,
+                      std::size(kKinds),
                       "reads as an item without a type: dropped"};
 
 }  // namespace Description

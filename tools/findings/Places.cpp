@@ -22,6 +22,18 @@ std::string KeyText(std::string_view szToken)
     return {pBegin, pEnd};
 }
 
+// A number with a zero too many in front, or without digits where some must be: "01", "-", "1.", "2e".
+bool IsOddNumber(std::string_view szNumber)
+{
+    if (szNumber[0] == '-') szNumber.remove_prefix(1);
+    if (szNumber.empty() || szNumber.find_first_not_of("0123456789.eE+-") != std::string_view::npos)
+        return szNumber.empty();
+    const bool bZero = szNumber.size() > 1 && szNumber[0] == '0' && szNumber[1] >= '0' && szNumber[1] <= '9';
+    const std::size_t nPoint = szNumber.find('.');
+    const bool bPoint = nPoint != std::string_view::npos && szNumber.find_first_of("0123456789", nPoint) != nPoint + 1;
+    return bZero || bPoint || szNumber.find_last_of("0123456789") != szNumber.size() - 1;
+}
+
 }  // namespace
 
 CPlaces::CPlaces(std::string_view szText) : m_szText(szText)
@@ -65,8 +77,13 @@ void CPlaces::Comment()
 void CPlaces::String()
 {
     const std::size_t nStart = m_nAt++;
-    while (m_nAt < m_szText.size() && m_szText[m_nAt] != '"') m_nAt += m_szText[m_nAt] == '\\' ? 2 : 1;
+    bool bControl = false;
+    while (m_nAt < m_szText.size() && m_szText[m_nAt] != '"') {
+        bControl = bControl || static_cast<unsigned char>(m_szText[m_nAt]) < 0x20;
+        m_nAt += m_szText[m_nAt] == '\\' ? 2 : 1;
+    }
     m_nAt = std::min(m_nAt + 1, m_szText.size());
+    if (bControl) m_vLoose.push_back({nStart, m_nAt - nStart});
     if (m_bKey && m_nAt - nStart >= 2) {
         const Span stSpan{nStart, m_nAt - nStart};
         m_mapKeys[m_vOpen.back()].push_back({stSpan, KeyText(m_szText.substr(nStart, stSpan.nLength))});
@@ -78,6 +95,7 @@ void CPlaces::String()
 void CPlaces::Bracket(char c)
 {
     if (c == '{' || c == '[') {
+        CountValue();
         m_vOpen.push_back(m_nAt);
         if (m_vOpen.size() > kDeepest) m_nTooDeep = std::min(m_nTooDeep, m_nAt);
     } else if (!m_vOpen.empty()) {
@@ -88,15 +106,23 @@ void CPlaces::Bracket(char c)
     ++m_nAt;
 }
 
+void CPlaces::CountValue()
+{
+    if (++m_nValues > kMostValues) m_nTooMany = std::min(m_nTooMany, m_nAt);
+}
+
 void CPlaces::Separator(char c)
 {
+    if (c == ',') CountValue();
     m_bKey = c == ',' && !m_vOpen.empty() && m_szText[m_vOpen.back()] == '{';
     ++m_nAt;
 }
 
 void CPlaces::Scalar()
 {
+    const std::size_t nStart = m_nAt;
     m_nAt = std::min(m_szText.find_first_of(" \t\r\n,:[]{}\"/", m_nAt + 1), m_szText.size());
+    if (IsOddNumber(m_szText.substr(nStart, m_nAt - nStart))) m_vLoose.push_back({nStart, m_nAt - nStart});
     m_bDone = m_vOpen.empty();
 }
 

@@ -34,14 +34,20 @@ public:
 
     const std::vector<Span>& Comments() const { return m_vComments; }
 
+    // What the JSON library takes although JSON does not allow it: control characters in a text, odd numbers.
+    const std::vector<Span>& Loose() const { return m_vLoose; }
+
     // What stands behind the document and is neither blank nor a comment; empty at the end of the text.
     Span Rest() const { return m_stRest; }
 
-    // Where the nesting first gets deeper than `kDeepest`; npos when it does not. Where brackets are still open.
+    // Where the library's limits are passed first; npos when they are not.
     std::size_t TooDeep() const { return m_nTooDeep; }
-    const std::vector<std::size_t>& Open() const { return m_vOpen; }
+    std::size_t TooMany() const { return m_nTooMany; }
+    static constexpr std::size_t kDeepest = 128;
+    static constexpr std::size_t kMostValues = 1 << 19;  // counted by ',', '[' and '{'
 
-    static constexpr std::size_t kDeepest = 1000;
+    // Where brackets are open at the end of the text.
+    const std::vector<std::size_t>& Open() const { return m_vOpen; }
 
 private:
     void Token();
@@ -49,6 +55,7 @@ private:
     void String();
     void Bracket(char c);
     void Separator(char c);
+    void CountValue();
     void Scalar();
 
     std::string_view m_szText;
@@ -57,9 +64,12 @@ private:
     bool m_bDone = false;  // the document has ended
     std::map<std::size_t, std::vector<KeyPlace>> m_mapKeys;
     std::vector<Span> m_vComments;
+    std::vector<Span> m_vLoose;
     std::vector<std::size_t> m_vOpen;
     Span m_stRest;
+    std::size_t m_nValues = 0;
     std::size_t m_nTooDeep = std::string_view::npos;
+    std::size_t m_nTooMany = std::string_view::npos;
 };
 
 // Turns byte offsets, asked for in rising order, into lines and columns. Both count from 1, a column in characters.

@@ -36,8 +36,7 @@ Span SpanOf(const Json::Value& value)
 
 Node Node::Member(std::string_view szKey) const
 {
-    const Json::Value* pValue =
-        value.isObject() ? value.find(szKey.data(), szKey.data() + szKey.size()) : nullptr;
+    const Json::Value* pValue = value.isObject() ? value.find(szKey.data(), szKey.data() + szKey.size()) : nullptr;
     return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + Step(szKey)};
 }
 

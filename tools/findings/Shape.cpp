@@ -151,9 +151,13 @@ std::string CShapeWalk::Meant(const Node& object, const std::string& strKey, con
                               const Object* pOuter)
 {
     std::vector<std::string_view> vMissing;
-    for (const Key& stKey : stObject)
+    std::string_view szAlike;
+    for (const Key& stKey : stObject) {
         if (!object.value.isMember(stKey.szName.data())) vMissing.push_back(stKey.szName);
-    const std::string_view szAlike = MostAlike(strKey, vMissing);
+        if (AreAlike(stKey.szName, strKey)) szAlike = stKey.szName;
+    }
+    if (szAlike.empty()) szAlike = MostAlike(strKey, vMissing);
+    if (szAlike.empty()) szAlike = Abbreviated(strKey, vMissing);
     const Object* pOwner = OwnerBelow(stObject, strKey, 2);
     if (pOwner == nullptr && pOuter != nullptr && pOuter->Find(strKey) != nullptr) pOwner = pOuter;
     if (pOwner != nullptr && (szAlike.empty() || !AreAlike(szAlike, strKey)))
@@ -168,7 +172,9 @@ void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObjec
     if (stKey.eType == Type::SCALAR && IsScalar(node.value)) return;
     if (!Fits(node.value, stKey.eType)) {
         const bool bTaken = stObject.eReading == Reading::TAKE && stKey.pObject == nullptr;
-        const char* szOutcome = stKey.szOtherwise != nullptr ? stKey.szOtherwise : bTaken ? "ignored" : stWords.szFilled;
+        const char* szOutcome = stKey.szOtherwise != nullptr ? stKey.szOtherwise
+                                : bTaken                     ? "ignored"
+                                                             : stWords.szFilled;
         return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome);
     }
     if (node.value.isString()) Word(node, stKey);
@@ -179,13 +185,13 @@ void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObjec
 void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome)
 {
     const char* szWanted = WordsOf(eType).szWords;
-    const bool bRange = node.value.isNumeric() && IsWhole(node.value) &&
-                        (eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER);
+    const bool bRange =
+        node.value.isNumeric() && IsWhole(node.value) && (eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER);
     if (bRange)
         return m_report.AtValue(
             node, {Severity::ERROR, "out-of-range",
-                   strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) + " to " +
-                       std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome});
+                   strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) +
+                       " to " + std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome});
     m_report.AtValue(node, {Severity::ERROR, "wrong-type",
                             strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome,
                             Mended(node.value, eType)});
@@ -198,9 +204,10 @@ std::string CShapeWalk::Mended(const Json::Value& value, Type eType) const
     if (eType == Type::TEXT && (value.isNumeric() || value.isBool())) return DidYouMean(strSource);
     if (eType == Type::INTEGER && value.isString()) {
         const std::string strInner = value.asString();
-        const bool bNumber = !strInner.empty() && strInner.size() < 10 &&
-                             strInner.find_first_not_of("0123456789", strInner[0] == '-' ? 1 : 0) == std::string::npos &&
-                             strInner != "-";
+        const bool bNumber =
+            !strInner.empty() && strInner.size() < 10 &&
+            strInner.find_first_not_of("0123456789", strInner[0] == '-' ? 1 : 0) == std::string::npos &&
+            strInner != "-";
         if (bNumber) return "did you mean " + strInner + " without quotation marks?";
     }
     const bool bList = WordsOf(eType).szSkipped != nullptr;

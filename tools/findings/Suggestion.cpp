@@ -64,6 +64,18 @@ std::string_view MostAlike(std::string_view szWord, const std::vector<std::strin
     return szBest;
 }
 
+std::string_view Abbreviated(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    const std::string strPlain = Plain(szWord);
+    for (const std::string_view szCandidate : vWords) {
+        const std::string strCandidate = Plain(szCandidate);
+        std::size_t nFound = 0;
+        for (const char c : strCandidate) nFound += nFound < strPlain.size() && c == strPlain[nFound] ? 1 : 0;
+        if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
+    }
+    return {};
+}
+
 std::string DidYouMean(std::string_view szWord)
 {
     return szWord.empty() ? std::string() : "did you mean " + Quoted(szWord) + '?';

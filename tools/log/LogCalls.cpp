@@ -10,10 +10,10 @@
 namespace
 {
 
-constexpr std::size_t kMostStreams = 32;        // threads whose calls are open at once; each may hold a reply
-constexpr std::size_t kMostKept = 12u << 20;    // bytes of the lines of all open calls
-constexpr std::size_t kLineOverhead = 160;      // what a line takes beside its texts
-constexpr std::size_t kLongestKept = 2000;      // bytes of a line, as much as the library's own lines are kept of
+constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
+constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
+constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
+constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
 
 constexpr std::string_view kPieceFunction = "PrintRcvData";
 constexpr std::string_view kDumpMessage = "=================print all receive data";
@@ -145,7 +145,8 @@ void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
     if (!m_bKeepLines || call.bLinesDropped) return;
     LogLine stKept = stLine;
     stKept.strMessage.resize(std::min(stKept.strMessage.size(), kLongestKept));
-    const std::size_t nBytes = kLineOverhead + stKept.strFunction.size() + stKept.strLine.size() + stKept.strMessage.size();
+    const std::size_t nBytes =
+        kLineOverhead + stKept.strFunction.size() + stKept.strLine.size() + stKept.strMessage.size();
     call.bLinesDropped = m_nKept + nBytes > kMostKept;
     if (call.bLinesDropped) return;
     m_nKept += nBytes;

@@ -18,19 +18,19 @@
 struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin
     std::string strFile;
-    std::size_t nLine = 0;    // of its first line
-    std::string strTime;      // and what stands before that
+    std::size_t nLine = 0;  // of its first line
+    std::string strTime;    // and what stands before that
     std::string strProcess;
     std::string strThread;
     CCallDigest digest;
     CLogReply reply;
     SetValues stSet;
-    std::string strAppName;        // of a start
-    std::string strUtterance;      // of a search hand-over; no other line holds it
-    std::string strNoReply;        // the line that says that utterance or reply is empty, if there is one
-    std::vector<LogLine> vLines;   // without the reply's pieces; kept only if wanted
-    bool bLinesDropped = false;    // there were more than are kept
-    std::size_t nKept = 0;         // what the lines take
+    std::string strAppName;       // of a start
+    std::string strUtterance;     // of a search hand-over; no other line holds it
+    std::string strNoReply;       // the line that says that utterance or reply is empty, if there is one
+    std::vector<LogLine> vLines;  // without the reply's pieces; kept only if wanted
+    bool bLinesDropped = false;   // there were more than are kept
+    std::size_t nKept = 0;        // what the lines take
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 

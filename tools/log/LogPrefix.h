@@ -15,11 +15,11 @@ struct LogPrefix {
 };
 
 enum class LineKind {
-    OURS,      // begins a record of the library
-    TAGGED,    // has the library's tag but not its form: perhaps more of a record whose prefix is repeated
-    BARE,      // begins with the library's form and has no tag
-    FOREIGN,   // begins a record of somebody else
-    UNKNOWN,   // has no prefix: more of the record before it, whoever's that is
+    OURS,     // begins a record of the library
+    TAGGED,   // has the library's tag but not its form: perhaps more of a record whose prefix is repeated
+    BARE,     // begins with the library's form and has no tag
+    FOREIGN,  // begins a record of somebody else
+    UNKNOWN,  // has no prefix: more of the record before it, whoever's that is
 };
 
 // Says what kind of line `szLine` is. Fills `stPrefix` when it is ours or tagged.

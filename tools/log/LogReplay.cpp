@@ -66,6 +66,7 @@ Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 
 CLogReplay::~CLogReplay()
 {
+    const CLogQuiet quiet;
     const auto process = m_mapProcesses.find(m_strProcess);
     if (process != m_mapProcesses.end() && process->second.bStarted) ca_uninitial();
 }
@@ -99,6 +100,7 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
     SetService(Enter(call), true);
     call.stSet.Apply();
+    const CLogQuiet quiet;
     return ca_get_conv_status();
 }
 
@@ -112,11 +114,13 @@ CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
     }
     if (m_strProcess != call.strProcess) {
         const auto before = m_mapProcesses.find(m_strProcess);
+        const CLogQuiet quiet;
         if (before != m_mapProcesses.end() && before->second.bStarted) ca_uninitial();
     }
     Process& stProcess = m_mapProcesses[call.strProcess];
     stProcess.nUsed = ++m_nTime;
     if (std::exchange(m_strProcess, call.strProcess) == call.strProcess || !stProcess.bStarted) return stProcess;
+    const CLogQuiet quiet;
     ca_initial_service("parlo");
     for (const std::string& strReply : stProcess.vLeftBehind) Ask(kPlaceholder, strReply);
     return stProcess;
@@ -126,6 +130,7 @@ CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
 void CLogReplay::SetService(Process& stProcess, bool bStarted)
 {
     if (stProcess.bStarted == bStarted) return;
+    const CLogQuiet quiet;
     const std::size_t nUsed = stProcess.nUsed;
     if (bStarted)
         ca_initial_service("parlo");

@@ -1,51 +1,61 @@
-// Drawing of the progress bar.
+// Drawing and clearing of the progress line.
 #include "rendering/Progress.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <utility>
 
 #include "rendering/Text.h"
 
 namespace
 {
 
-constexpr std::size_t kSmall = 4 << 20;     // bytes; less is read in no time
-constexpr std::size_t kUnknown = 16 << 20;  // bytes between two signs of life when the size is not known
-constexpr std::size_t kSteps = 50;
+constexpr std::size_t kLook = 1 << 16;  // bytes from one look at the clock to the next
+constexpr std::size_t kNameColumns = 40;
+constexpr std::chrono::milliseconds kFirst(1000);
+constexpr std::chrono::milliseconds kNext(200);
 
-void Draw(const std::string& strText)
-{
-    const std::string strLine = "\r\033[K" + strText;
-    static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));
-    static_cast<void>(std::fflush(stderr));
-}
+bool g_bDrawn = false;
 
 }  // namespace
 
-CProgress::CProgress(const std::string& strName, std::FILE* pFile) : m_strName(Shown(strName))
+std::string ProgressText(const std::string& strName, std::size_t nDone, std::size_t nAll)
 {
-    struct stat stStat = {};
-    if (pFile == nullptr || isatty(STDERR_FILENO) == 0 || fstat(fileno(pFile), &stStat) != 0) return;
-    m_nAll = S_ISREG(stStat.st_mode) ? static_cast<std::size_t>(stStat.st_size) : 0;
-    m_bShown = !S_ISREG(stStat.st_mode) || m_nAll >= kSmall;
+    constexpr const char* kUnits[] = {"B", "kB", "MB", "GB", "TB"};
+    std::size_t nUnit = 0;
+    std::size_t nTenths = nAll * 10;
+    for (; nTenths >= 10000 && nUnit + 1 < std::size(kUnits); ++nUnit) nTenths /= 1000;
+    const std::size_t nHundredth = std::max<std::size_t>(nAll / 100, 1);
+    return Shown(strName).substr(0, kNameColumns) + "  " +
+           std::to_string(std::min<std::size_t>(nDone / nHundredth, 100)) + " % of " + std::to_string(nTenths / 10) +
+           '.' + std::to_string(nTenths % 10) + ' ' + kUnits[nUnit];
+}
+
+CProgress::CProgress(std::string strName, std::size_t nAll) : m_strName(std::move(strName)), m_nAll(nAll)
+{
+    if (isatty(STDERR_FILENO) == 0 || isatty(STDOUT_FILENO) != 0) m_nAll = 0;
+    if (m_nAll > 0) m_due = Clock::now() + kFirst;
 }
 
 CProgress::~CProgress()
 {
-    if (m_bShown && m_nStep > 0) Draw("");
+    ClearProgress();
 }
 
-void CProgress::Add(std::size_t nBytes)
+void CProgress::Show(std::size_t nDone)
 {
-    m_nRead += nBytes;
-    if (!m_bShown) return;
-    const std::size_t nStep = m_nAll > 0 ? std::min(m_nRead, m_nAll) / (m_nAll / kSteps) : m_nRead / kUnknown;
-    if (nStep == m_nStep) return;
-    m_nStep = nStep;
-    if (m_nAll == 0) return Draw(m_strName + "  " + std::to_string(m_nRead >> 20U) + " MiB");
-    const std::size_t nDone = std::min(nStep, kSteps);
-    Draw(m_strName + "  [" + std::string(nDone, '#') + std::string(kSteps - nDone, ' ') + "] " +
-         std::to_string(nDone * 100 / kSteps) + " %");
+    if (m_nAll == 0 || nDone - m_nLooked < kLook) return;
+    m_nLooked = nDone;
+    const Clock::time_point now = Clock::now();
+    if (now < m_due) return;
+    m_due = now + kNext;
+    g_bDrawn = true;
+    static_cast<void>(std::fprintf(stderr, "\r\033[K%s", ProgressText(m_strName, nDone, m_nAll).c_str()));
+}
+
+void ClearProgress()
+{
+    if (std::exchange(g_bDrawn, false)) static_cast<void>(std::fputs("\r\033[K", stderr));
 }

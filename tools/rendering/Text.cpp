@@ -11,20 +11,6 @@ namespace
 
 constexpr std::size_t kLongestShown = 240;  // bytes
 
-std::size_t Columns(const std::string& strText)
-{
-    std::size_t nColumns = 0;
-    std::mbstate_t state{};
-    for (std::size_t nAt = 0; nAt < strText.size();) {
-        wchar_t wch = 0;
-        const std::size_t nBytes = std::mbrtowc(&wch, strText.data() + nAt, strText.size() - nAt, &state);
-        if (nBytes == 0 || nBytes > strText.size()) return strText.size();  // not the locale's encoding
-        nColumns += static_cast<std::size_t>(std::max(wcwidth(wch), 0));
-        nAt += nBytes;
-    }
-    return nColumns;
-}
-
 // The first `nBytes` bytes, less a character that this would cut.
 std::string_view Head(std::string_view szText, std::size_t nBytes)
 {
@@ -40,6 +26,22 @@ std::string Rest(std::string_view szText)
 }
 
 }  // namespace
+
+std::size_t Columns(const std::string& strText)
+{
+    const auto IsAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(strText.begin(), strText.end(), IsAscii)) return strText.size();  // controls are escaped by then
+    std::size_t nColumns = 0;
+    std::mbstate_t state{};
+    for (std::size_t nAt = 0; nAt < strText.size();) {
+        wchar_t wch = 0;
+        const std::size_t nBytes = std::mbrtowc(&wch, strText.data() + nAt, strText.size() - nAt, &state);
+        if (nBytes == 0 || nBytes > strText.size()) return strText.size();  // not the locale's encoding
+        nColumns += static_cast<std::size_t>(std::max(wcwidth(wch), 0));
+        nAt += nBytes;
+    }
+    return nColumns;
+}
 
 std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
 {

@@ -34,7 +34,10 @@ std::string Joined(const std::vector<std::string>& vTexts);
 // "1 entry", "2 entries"; `szMany` is the word for any other number than one.
 std::string Count(std::size_t nCount, const char* szOne, const char* szMany);
 
-// `strText` with blanks up to `nColumns` columns of a terminal; wide characters count two.
+// How many columns of a terminal the text takes; wide characters count two.
+std::size_t Columns(const std::string& strText);
+
+// `strText` with blanks up to `nColumns` columns of a terminal.
 std::string Padded(const std::string& strText, std::size_t nColumns);
 
 // Rows of cells as aligned lines of `nIndent` blanks; the first row is the heading. An empty cell shows as "-".
