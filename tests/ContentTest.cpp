@@ -7,7 +7,7 @@ TEST_F(Content, EachKeyGoesToItsField)
 {
     const Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
     std::string strItems;
-    for (const Json::Value& element : elements) strItems += ItemOf(element);
+    for (const Json::Value& element : elements) strItems += ::ItemOf(element);
     EXPECT_EQ(DataFile("every-key.items.txt"), strItems + ContentOf(elements[0]));
 }
 

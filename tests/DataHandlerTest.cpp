@@ -71,7 +71,7 @@ TEST_F(DataHandler, HeldLockMakesAGetterWaitAndNothingElse)
     Store().SetSystemMessage("kept");
     std::atomic<bool> bStarted{false}, bAnswered{false};
     std::future<std::string> answer;
-    g_Platform.onLog = [&](const _LogLine& line) {
+    g_Platform.onLog = [&](const LogLine& line) {
         if (line.strText.find(">  set the contents list data") == std::string::npos) return;
         answer = std::async(std::launch::async, [&] {
             bStarted = true;

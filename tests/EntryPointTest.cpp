@@ -83,7 +83,7 @@ TEST_F(EntryPoints, FailureKeepsTheStoreUntilTheNextSuccess)
 
     m_Parser.t_ParseTVControl(Parsed("[{'action':'muteoff'}]"));
     EXPECT_EQ("15 []", ActionOf(Command("volumeup"))) << "a stale command comes before the reply's";
-    EXPECT_TRUE(m_stInfo.strSysResponse == "first" && m_stInfo.vDomain == (_Texts{"a", "b"}));
+    EXPECT_TRUE(m_stInfo.strSysResponse == "first" && m_stInfo.vDomain == (Texts{"a", "b"}));
 
     EXPECT_EQ("14 []", ActionOf("'system_sentence':'{Null}'," + Command("muteon")));
     EXPECT_TRUE(m_stInfo.strSysResponse.empty() && m_stInfo.vDomain.empty());
@@ -99,7 +99,7 @@ TEST_F(EntryPoints, NoExceptionPasses)
     const std::size_t nLines = g_Platform.vLog.size();
     for (std::size_t nThrowAt = 1; nThrowAt <= nLines; ++nThrowAt) {
         g_Platform.vLog.clear();
-        g_Platform.onLog = [nThrowAt](const _LogLine&) {
+        g_Platform.onLog = [nThrowAt](const LogLine&) {
             if (g_Platform.vLog.size() == nThrowAt) throw std::runtime_error("boom");
         };
         EXPECT_FALSE(Say(strReply));
@@ -108,7 +108,7 @@ TEST_F(EntryPoints, NoExceptionPasses)
         Store().InitializeData();
         EXPECT_TRUE(Say(strReply) && m_stInfo.vSAContents.size() == 1) << nThrowAt;
     }
-    g_Platform.onLog = [](const _LogLine& line) {
+    g_Platform.onLog = [](const LogLine& line) {
         if (line.strText.find("stopped by") == std::string::npos) throw 7;
     };
     EXPECT_TRUE(ca_get_conv_status() == -1 && !ca_initial_service("again"));

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-struct _LogLine {
+struct LogLine {
     int nPriority;
     std::string strTag;
     std::string strText;  // "CAService: InitService(41) > m_strAppName:tv" and a colour sequence
@@ -21,13 +21,24 @@ struct FakePlatform {
 
     int nSettingOpen = 0;  // voice settings opened less closed; 0 when a test ends
     bool bKeepLog = true;
-    std::vector<_LogLine> vLog = {};
-    std::function<void(const _LogLine&)> onLog = {};  // runs inside the library's log call; may throw
+    std::vector<LogLine> vLog = {};
+    std::function<void(const LogLine&)> onLog = {};  // runs inside the library's log call; may throw
 
     // How many lines carry exactly this message.
     int Count(const std::string& strMessage) const;
 };
 
 extern FakePlatform g_Platform;
+
+// GLib's mutex, as the tests have it: nothing sleeps, and what is done with it is counted.
+struct FakeMutex {
+    int nMade = 0;      // mutexes made less destroyed; 0 when a test ends
+    int nRefusals = 0;  // how many of the next tries find the mutex held elsewhere
+    std::string
+        strCalls{};  // in order, while bRecord: "l" locked, "w" waited 5 ms, "W" waited another time, "u" unlocked
+    bool bRecord = false;
+};
+
+extern FakeMutex g_Mutex;
 
 #endif

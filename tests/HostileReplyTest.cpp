@@ -69,8 +69,8 @@ TEST_F(HostileReply, SchemaOfAnotherTypeReadsAsMissing)
             Store().SetCommunicateErrorCode("");
             std::string strLog;
             m_Parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, JsonLine(root), m_nCount);
-            for (const _LogLine& line : g_Platform.vLog) strLog += line.strText;
-            return strLog + TakeSchema(Store()) + Store().GetCommunicateErrorCode();
+            for (const LogLine& line : g_Platform.vLog) strLog += line.strText;
+            return strLog + SchemaText(std::exchange(SchemaList(Store()), {})) + Store().GetCommunicateErrorCode();
         });
     }
 }

@@ -40,14 +40,14 @@ static auto InLibrary(Call call)
 }
 
 // A whole service life; what each of its calls gave, up to the one in which memory ran out.
-static _Texts LiveOnce()
+static Texts LiveOnce()
 {
     static std::string vReplies[] = {DataFile("every-key.json"),
                                      Reply("'domain':['a','b']," + Command("display_content")),
                                      Reply("'system_sentence':'a sentence of some length'," +
                                            Command("display_cast", "'names':['a name of some length']"))};
     g_bFailed = false;
-    _Texts vOutcomes = {InLibrary([] { return ca_initial_service("oom"); }) ? "true" : "failed"};
+    Texts vOutcomes = {InLibrary([] { return ca_initial_service("oom"); }) ? "true" : "failed"};
     for (std::string& strReply : vReplies) {
         const bool bCompare = !g_bFailed;
         _ConvActionInfo info;
@@ -60,9 +60,9 @@ static _Texts LiveOnce()
 }
 
 // The same in a thread of its own, whose objects are yet to be made.
-static _Texts Converse()
+static Texts Converse()
 {
-    _Texts vOutcomes;
+    Texts vOutcomes;
     std::thread([&] { vOutcomes = LiveOnce(); }).join();
     return vOutcomes;
 }
@@ -71,7 +71,7 @@ TEST(Oom, EveryAllocationMayFail)
 {
     g_Platform.bKeepLog = false;  // the fake's own memory is not the subject
     Converse();                   // what the test, the JSON library and the size table keep for good
-    const _Texts vWanted = Converse();
+    const Texts vWanted = Converse();
     ASSERT_FALSE(vWanted.at(1) == "failed" || vWanted.at(2) == "failed" || vWanted.at(3) == "failed");
     for (const bool bForGood : {false, true}) {
         bool bFailed = true;
@@ -79,13 +79,13 @@ TEST(Oom, EveryAllocationMayFail)
             const long nOutstanding = g_nOutstanding;
             g_bForGood = bForGood;
             g_nUntilFailure = nAllocation;
-            _Texts vOutcomes = Converse();
+            Texts vOutcomes = Converse();
             bFailed = g_bFailed;
             g_nUntilFailure = -1;
             if (vOutcomes.back() == "failed") vOutcomes.back() = vWanted[vOutcomes.size() - 1];
             for (std::size_t i = 0; i < vOutcomes.size(); ++i) EXPECT_EQ(vWanted[i], vOutcomes[i]) << nAllocation;
             EXPECT_EQ(vWanted, Converse()) << nAllocation;
-            vOutcomes = _Texts();
+            vOutcomes = Texts();
             EXPECT_EQ(nOutstanding, g_nOutstanding) << nAllocation;
         }
     }

@@ -10,7 +10,7 @@ TEST_F(Platform, LanguageMustFitTheCountry)
         "US:en_US,en_AU,en_GB AU:en_US,en_AU,en_GB GB:en_US,en_AU,en_GB IE:en_US,en_AU,en_GB CA:en_US,en_AU,en_GB "
         "BR:pt_PT,pt_BR PT:pt_PT,pt_BR DE:de_DE CH:de_DE AT:de_DE NL:nl_NL BE:nl_NL NO:nn_NO,nb_NO KR:ko_KR FR:fr_FR "
         "ES:es_ES IT:it_IT CN:zh_CN PL:pl_PL RU:ru_RU DK:da_DK SE:sv_SE FI:fi_FI JP: us: USA: U:";
-    const _Texts vLanguages = Words(
+    const Texts vLanguages = Words(
         "en_US en_AU en_GB pt_PT pt_BR de_DE nl_NL nn_NO nb_NO ko_KR fr_FR es_ES it_IT zh_CN pl_PL ru_RU da_DK sv_SE "
         "fi_FI no_NO EN_US fr_CA");
     for (const std::string& strRow : Words(strRows)) {

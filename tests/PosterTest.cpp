@@ -14,7 +14,7 @@ protected:
 
 TEST_F(Posters, SizeCodeSuitsTheSetOrIsTheFirst)
 {
-    const _Texts vRows = Words(R"(movie [55,57] 57 movie [55,56] 55 tvshow [1,57] 57 kids [1,57] 57 fitness [1,55] 55
+    const Texts vRows = Words(R"(movie [55,57] 57 movie [55,56] 55 tvshow [1,57] 57 kids [1,57] 57 fitness [1,55] 55
         app [1,59] 59 apps [1,59] 01 epg [3] 03 apps [true,57] 01 apps [2.7] 02 apps ["4"] 00 apps [3000000000] 00 apps [] 00)");
     for (std::size_t i = 0; i < vRows.size(); i += 3)
         EXPECT_EQ(vRows[i + 2], Poster(vRows[i], "%02d.x", vRows[i + 1]).szUrl.substr(0, 2))
@@ -24,7 +24,7 @@ TEST_F(Posters, SizeCodeSuitsTheSetOrIsTheFirst)
 
 TEST_F(Posters, TemplateIsFilledWithinItsLengthAndRepaired)
 {
-    const _Texts vRows = Words(R"(
+    const Texts vRows = Words(R"(
         http://h/%d.jpg http://h/57.jpg   http://h/%d.png http://h/57.png   http://h/%d.gif http://h/57.gi
         http://h/no.jpg http://h/no.jpg   %05d.jpg 00057.j   %02d%%|.jpg 57%|.jpg   %%.jpg %.jpg   %hhx.jpg 39.jpg
         http://host/a//%d.jpg http://host/a/57.jpg   http://h//%d.jpg http://h//57.jpg   0123456789//%d.x 0123456789//57.)");

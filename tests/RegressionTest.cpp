@@ -79,15 +79,15 @@ TEST_F(Regression, LargeReplyGivesItsMemoryBack)
     const std::string strSmall = Command("muteon");
     constexpr std::size_t kMostKept = 1 << 20;  // of a reply's text, for the next one
     const std::string strLong(kMostKept, 'x');
-    const _Texts vLarge = {"'system_sentence':'" + strLong + "'," + strSmall,
-                           "'domain':['" + strLong + "']," + strSmall,
-                           "'dialog':{'dialog_id':'" + strLong + "'}," + strSmall,
-                           "'domain':['a','b']," + Command("display_content", "'keyword':'" + strLong + "'"),
-                           "'domain':['tvcontrol']," + Command("search_failed", "'keyword':'" + strLong + "'"),
-                           "'tvcontrol':[" + Repeated(2000, "{'action':'muteon'},") + "0]",
-                           strSmall + ",'tvcontent':[" + Repeated(100, "{'type':'movie'},") + "0]",
-                           strSmall + ",'displaycontrol':[{'params':[" + Repeated(5000, "0,") + "0]}]",
-                           Command("display_candidates", "'names':['" + strLong + "']")};
+    const Texts vLarge = {"'system_sentence':'" + strLong + "'," + strSmall,
+                          "'domain':['" + strLong + "']," + strSmall,
+                          "'dialog':{'dialog_id':'" + strLong + "'}," + strSmall,
+                          "'domain':['a','b']," + Command("display_content", "'keyword':'" + strLong + "'"),
+                          "'domain':['tvcontrol']," + Command("search_failed", "'keyword':'" + strLong + "'"),
+                          "'tvcontrol':[" + Repeated(2000, "{'action':'muteon'},") + "0]",
+                          strSmall + ",'tvcontent':[" + Repeated(100, "{'type':'movie'},") + "0]",
+                          strSmall + ",'displaycontrol':[{'params':[" + Repeated(5000, "0,") + "0]}]",
+                          Command("display_candidates", "'names':['" + strLong + "']")};
     OutstandingAfter(strSmall);  // what is kept for good is made now
     const std::size_t nBefore = OutstandingAfter(strSmall);
     std::size_t nKept = 0;
@@ -129,7 +129,7 @@ TEST_F(Regression, StyledTextOfEachReplyStaysWithinItsBudget)
         g_Platform.vLog.clear();
         EXPECT_EQ("14 []", ActionOf("'tvcontrol':[" + strCommands + "{'action':'muteon'}]"));
         std::size_t nLines = 0, nBytes = 0;
-        for (const _LogLine& line : g_Platform.vLog) {
+        for (const LogLine& line : g_Platform.vLog) {
             if (line.strText.find("> jPrm[") == std::string::npos) continue;
             ++nLines;
             nBytes += line.strText.size();

@@ -1,26 +1,6 @@
 // The search schema document: how a caller loads one, and what it becomes.
 #include "Conversation.h"
 
-std::vector<_CASchema>& SchemaList(CCADataHandler& store);
-
-// The list goes in and has no way out; this reads it past the access check.
-template <auto pMember>
-struct _Opened {
-    friend std::vector<_CASchema>& SchemaList(CCADataHandler& store) { return store.*pMember; }
-};
-template struct _Opened<&CCADataHandler::m_vSchemaList>;
-
-std::string TakeSchema(CCADataHandler& store)
-{
-    std::string strSchema;
-    for (const auto& [nCategory, vRules] : std::exchange(SchemaList(store), {})) {
-        strSchema += std::to_string(nCategory) + ":";
-        for (const auto& [nType, nFrom, nTo, nCycle] : vRules)
-            for (const int n : {nType, nFrom, nTo, nCycle}) strSchema += std::to_string(n) + " ";
-    }
-    return strSchema;
-}
-
 using Schema = Conversation;
 
 TEST_F(Schema, CallerLoadsItAndTheListIsOrderedAnew)
@@ -41,13 +21,13 @@ TEST_F(Schema, CallerLoadsItAndTheListIsOrderedAnew)
 TEST_F(Schema, EntriesAndRules)
 {
     EXPECT_TRUE(m_Parser.t_ParseSearchSchema(DataFile("every-key-schema.json")));
-    EXPECT_EQ("1:0 0 0 0 3:1 2 5 3 1 7 0 -1 6:6:3 0 2147483647 0 6:1:3 0 0 0 2 0 0 0 0 0 0 0 2:", TakeSchema(Store()));
+    EXPECT_EQ("1[0 0 0 0] 3[1 2 5 3][1 7 0 -1] 6 6[3 0 2147483647 0] 6 1[3 0 0 0][2 0 0 0][0 0 0 0] 2", SchemaText(SchemaList(Store())));
     EXPECT_EQ(1, g_Platform.Count(" invalide type: unknown, so the one before"));
 }
 
 TEST_F(Schema, RefusedDocumentLeavesAnErrorCode)
 {
-    const _Texts vRows =
+    const Texts vRows =
         Words("{'code':'E1','msg':'x'} E1 {'code':404,'msg':'x'} 404 {'code':-1,'msg':'x'} x {'msg':5} 5");
     for (std::size_t i = 0; i < vRows.size(); i += 2) {
         EXPECT_FALSE(m_Parser.t_ParseSearchSchema(Reply("'stat':'fail','schema':[{}],'err':" + vRows[i])));
