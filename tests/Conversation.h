@@ -112,6 +112,19 @@ protected:
         return (m_stInfo.vSystemActionParam.empty() ? strAction : strAction.substr(0, strAction.size() - 1)) + "]";
     }
 
+    // The log, and its last line: "E itoa:  ERROR - nInput:-1".
+    static std::string Shown(const LogLine& line)
+    {
+        const auto [cKind, strFile, strOperation, strMessage] = Read(line);
+        return cKind + (" " + strOperation) + ": " + strMessage + "\n";
+    }
+    static std::string Logged()
+    {
+        std::string strLog;
+        for (const LogLine& line : g_Platform.vLog) strLog += Shown(line);
+        return strLog;
+    }
+
     static CCADataHandler& Store() { return *CCADataHandler::GetInstance(); }
     static std::vector<_SAContents> Results()
     {

@@ -24,6 +24,21 @@ static char* HeapCopy(const std::optional<std::string>& strText)
     return strText ? strdup(strText->c_str()) : nullptr;
 }
 
+ReadLine Read(const LogLine& line)
+{
+    constexpr std::size_t kColour = 5;
+    const std::string& str = line.strText;
+    const std::string strEnd = str.size() < kColour ? "" : str.substr(str.size() - kColour);
+    const std::size_t nFile = str.find(": "), nOpen = str.find('('), nClose = str.find(") > ");
+    const bool bError = line.nPriority == 6 && strEnd == "\033[31m";
+    const bool bDebug = line.nPriority == 3 && strEnd == "\033[34m";
+    if (line.strTag != "ParloAPI" || !(bError || bDebug) || nFile > nOpen || nClose == std::string::npos ||
+        nClose != str.find_first_not_of("0123456789", nOpen + 1))
+        return {'?', line.strTag, std::to_string(line.nPriority), str};
+    return {bError ? 'E' : 'D', str.substr(0, nFile), str.substr(nFile + 2, nOpen - nFile - 2),
+            str.substr(nClose + 4, str.size() - nClose - 4 - kColour)};
+}
+
 int FakePlatform::Count(const std::string& strMessage) const
 {
     int nCount = 0;

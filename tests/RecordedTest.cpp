@@ -15,6 +15,10 @@
 // content / TEXT                a programme that is shown in detail, with its cast
 // items / TEXT                  what each element of the reply's "tvcontent" fills, also of a kind that is refused
 // poster KIND INDEX / URL       a poster template
+// part NAME / TEXT              a part of a reply by itself
+// candidates WORD              the candidate lookup by itself
+// orphan                        the private steps of a service without a command, and without a store if it is refused
+// refuse OBJECT...              from here on there is no memory for the store, the service, the size table
 // request, list, zone OFFSET    asks for the schema, the result list, a time zone's minutes
 // set NAME=VALUE...             the set: country and language ("-": none), init, get, deinit, factory, flag
 // log OPERATION...              from here on records the log lines of these only; "all": every line, as at the start
@@ -26,8 +30,22 @@
 #include <map>
 #include <set>
 
+#include "CAImageSizeTable.h"
 #include "CAService.h"
 #include "Conversation.h"
+#include "ReplacedNew.h"
+
+static std::set<std::size_t> g_RefusedSizes;  // sizes of objects for which there is no memory
+
+static void* Allocate(std::size_t nSize, bool bThrows) noexcept
+{
+    return !bThrows && g_RefusedSizes.count(nSize) != 0 ? nullptr : std::malloc(nSize);
+}
+
+static void Release(void* p) noexcept
+{
+    std::free(p);
+}
 
 namespace
 {
@@ -65,6 +83,34 @@ Json::Value FreshRecord()
     return ToJson(info);
 }
 
+// The private steps of a service, which ask by themselves whether there is a store; read past the access check.
+using ServiceStep = void (*)(CCAService&);
+std::vector<ServiceStep>& ServiceSteps()
+{
+    static std::vector<ServiceStep> vSteps;
+    return vSteps;
+}
+template <auto pStep, typename... Arguments>
+struct OpenedStep {
+    static const bool bKnown;
+};
+template <auto pStep, typename... Arguments>
+const bool OpenedStep<pStep, Arguments...>::bKnown = [] {
+    ServiceSteps().push_back([](CCAService& service) {
+        std::tuple<CCAService&, Arguments...> arguments(service, Arguments()...);
+        std::apply(pStep, arguments);
+    });
+    return true;
+}();
+template struct OpenedStep<&CCAService::t_IsContentsSearchAction>;
+template struct OpenedStep<&CCAService::t_UpdateSearchResult, _ConvActionInfo>;
+template struct OpenedStep<&CCAService::t_SetSpeechInfo, _ConvActionInfo>;
+template struct OpenedStep<&CCAService::t_GetSystemAction, Texts>;
+template struct OpenedStep<&CCAService::t_GetSystemActionCandidate, Texts>;
+template struct OpenedStep<&CCAService::t_GetSystemActionChannel, std::vector<_Channels>>;
+template struct OpenedStep<&CCAService::t_Get2ndAction>;
+template struct OpenedStep<&CCAService::t_GetActionIntent>;
+
 class CPlayer
 {
 public:
@@ -72,6 +118,8 @@ public:
     {
         g_Platform = FakePlatform();
         g_Mutex = FakeMutex();
+        g_RefusedSizes.clear();
+        delete std::exchange(CCASingleton<CCAImageSizeTable>::pInstance, nullptr);
     }
 
     // The conversation with what comes of it now.
@@ -124,7 +172,7 @@ private:
         m_vResults.clear();
         const auto verb = kVerbs.find(strVerb);
         if (verb == kVerbs.end())
-            Result("unknown step");
+            ADD_FAILURE() << "unknown step " << strVerb;
         else
             (this->*verb->second)(strArgument, strText);
         for (const LogLine& line : g_Platform.vLog) {
@@ -149,23 +197,14 @@ private:
     // The log line as recorded; empty when it is hidden.
     std::string Shown(const LogLine& line, const std::string& strText) const
     {
-        const std::string& str = line.strText;
-        const bool bError = line.nPriority == 6 && str.size() > 5 && str.substr(str.size() - 5) == "\033[31m";
-        const bool bDebug = line.nPriority == 3 && str.size() > 5 && str.substr(str.size() - 5) == "\033[34m";
-        const std::size_t nFile = str.find(": "), nOpen = str.find('('), nClose = str.find(") > ");
-        if (line.strTag != "ParloAPI" || !(bError || bDebug) || nFile > nOpen || nOpen > nClose ||
-            nClose > str.size() || std::atoi(str.c_str() + nOpen + 1) <= 0)
-            return "? " + std::to_string(line.nPriority) + " " + line.strTag + " " + Escaped(str);
-        const std::string strOperation = str.substr(nFile + 2, nOpen - nFile - 2);
-        if (m_Logged.count("all") + m_Logged.count(strOperation) == 0) return "";
-        std::string strMessage = str.substr(nClose + 4, str.size() - nClose - 9);
+        auto [cKind, strFile, strOperation, strMessage] = Read(line);
+        if (cKind != '?' && m_Logged.count("all") + m_Logged.count(strOperation) == 0) return "";
         const std::size_t nPart = strMessage.size() < 20 ? std::string::npos : strText.find(strMessage);
         if (nPart != std::string::npos)
             strMessage = "\\text[" + std::to_string(nPart) + "," + std::to_string(strMessage.size()) + "]";
         else
             strMessage = Escaped(strMessage);
-        return (bError ? "E " : "D ") + str.substr(0, nFile) + " " + strOperation + (strMessage.empty() ? ":" : ": ") +
-               strMessage;
+        return cKind + (" " + strFile) + " " + strOperation + (strMessage.empty() ? ":" : ": ") + strMessage;
     }
 
     void Result(const std::string& strResult) { m_vResults.push_back(strResult); }
@@ -215,13 +254,14 @@ private:
     }
     void RecordParse(const std::string& strStatus, const std::string& strText)
     {
-        CCADataHandler& store = *CCADataHandler::GetInstance();
-        const auto nBefore = static_cast<std::ptrdiff_t>(SchemaList(store).size());
+        CCADataHandler* const pStore = CCADataHandler::GetInstance();
+        const auto nBefore = static_cast<std::ptrdiff_t>(pStore == nullptr ? 0 : SchemaList(*pStore).size());
         unsigned nCount = 77;
         const int nStatus = std::atoi(strStatus.c_str());
         const bool bResult = CCAParsePacket().ParseData(static_cast<E_CA_PARSE_JSON_STATUS>(nStatus), strText, nCount);
         Result((bResult ? "true, count " : "false, count ") + std::to_string(nCount));
-        if (nStatus != 1) return;
+        if (nStatus != 1 || pStore == nullptr) return;
+        CCADataHandler& store = *pStore;
         if (!store.GetCommunicateErrorCode().empty()) Result("error code " + store.GetCommunicateErrorCode());
         const std::vector<_CASchema> vNew(SchemaList(store).begin() + nBefore, SchemaList(store).end());
         if (!vNew.empty()) Result("schema " + SchemaText(vNew));
@@ -230,7 +270,7 @@ private:
     {
         const bool bResult = CCAParsePacket().t_ParseContent(ParsedJson(strText));
         Result(bResult ? "true" : "false");
-        Result("content", Filled(ToJson(CCADataHandler::GetInstance()->GetContent()), ToJson(_Content())));
+        if (bResult) Result("content", Filled(ToJson(CCADataHandler::GetInstance()->GetContent()), ToJson(_Content())));
     }
     void RecordItems(const std::string&, const std::string& strText)
     {
@@ -249,6 +289,42 @@ private:
         images["index"] = ParsedJson(strArguments.substr(nBlank));
         const bool bResult = CCAParsePacket().t_ParsePoster(strArguments.substr(0, nBlank), images, stPoster);
         Result((bResult ? "" : "false ") + Escaped(stPoster.szUrl));
+    }
+    void RecordPart(const std::string& strName, const std::string& strText)
+    {
+        const std::map<std::string, bool (CCAParsePacket::*)(const Json::Value&)> parts = {
+            {"domain", &CCAParsePacket::t_ParseDomian},
+            {"nlu", &CCAParsePacket::t_ParseNluInfo},
+            {"tvcontrol", &CCAParsePacket::t_ParseTVControl},
+            {"displaycontrol", &CCAParsePacket::t_ParseDisplayControl}};
+        CCAParsePacket parser;
+        Result((parser.*parts.at(strName))(ParsedJson(strText)) ? "true" : "false");
+    }
+    void RecordCandidates(const std::string& strAction, const std::string&)
+    {
+        CCASystemActionMap map;
+        map.InitializeMap();
+        _TVControl stTVControl;
+        stTVControl.szAction = strAction;
+        Texts vNames = {"kept"};
+        Result(std::to_string(map.GetSystemActionCandidate(stTVControl, vNames)) + " names " +
+               std::to_string(vNames.size()));
+    }
+    void RecordOrphan(const std::string&, const std::string&)
+    {
+        CCAService service;
+        if (g_RefusedSizes.empty()) service.InitService("orphan");
+        g_Platform.vLog.clear();
+        for (const ServiceStep step : ServiceSteps()) step(service);
+        _ConvActionInfo info;
+        Result(service.GetSpeechActionData(info) ? "true" : "false");
+    }
+    void RecordRefuse(const std::string& strObjects, const std::string&)
+    {
+        const std::map<std::string, std::size_t> sizes = {
+            {"store", sizeof(CCADataHandler)}, {"service", sizeof(CCAService)}, {"sizes", sizeof(CCAImageSizeTable)}};
+        g_RefusedSizes.clear();
+        for (const std::string& strObject : Words(strObjects)) g_RefusedSizes.insert(sizes.at(strObject));
     }
     void RecordRequest(const std::string&, const std::string&) { CCADataHandler::GetInstance()->RequestSchema(); }
     void RecordList(const std::string&, const std::string&)
@@ -298,11 +374,16 @@ private:
 };
 
 const std::map<std::string, void (CPlayer::*)(const std::string&, const std::string&)> CPlayer::kVerbs = {
-    {"start", &CPlayer::RecordStart},     {"stop", &CPlayer::RecordStop},   {"status", &CPlayer::RecordStatus},
-    {"say", &CPlayer::RecordSay},         {"more", &CPlayer::RecordMore},   {"parse", &CPlayer::RecordParse},
-    {"content", &CPlayer::RecordContent}, {"items", &CPlayer::RecordItems}, {"poster", &CPlayer::RecordPoster},
-    {"request", &CPlayer::RecordRequest}, {"list", &CPlayer::RecordList},   {"zone", &CPlayer::RecordZone},
-    {"set", &CPlayer::RecordSet},         {"log", &CPlayer::RecordLog},     {"hide", &CPlayer::RecordHide},
+    {"start", &CPlayer::RecordStart},     {"stop", &CPlayer::RecordStop},
+    {"status", &CPlayer::RecordStatus},   {"say", &CPlayer::RecordSay},
+    {"more", &CPlayer::RecordMore},       {"parse", &CPlayer::RecordParse},
+    {"content", &CPlayer::RecordContent}, {"items", &CPlayer::RecordItems},
+    {"poster", &CPlayer::RecordPoster},   {"request", &CPlayer::RecordRequest},
+    {"list", &CPlayer::RecordList},       {"zone", &CPlayer::RecordZone},
+    {"set", &CPlayer::RecordSet},         {"log", &CPlayer::RecordLog},
+    {"part", &CPlayer::RecordPart},       {"candidates", &CPlayer::RecordCandidates},
+    {"orphan", &CPlayer::RecordOrphan},   {"refuse", &CPlayer::RecordRefuse},
+    {"hide", &CPlayer::RecordHide},
 };
 
 Texts Conversations()

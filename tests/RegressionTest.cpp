@@ -11,7 +11,7 @@
 static std::size_t g_nAllocated = 0;    // bytes asked for since the start
 static std::size_t g_nOutstanding = 0;  // bytes of blocks that are not released
 
-static void* Allocate(std::size_t nSize) noexcept
+static void* Allocate(std::size_t nSize, bool /*bThrows*/) noexcept
 {
     void* const p = std::malloc(nSize);
     g_nAllocated += nSize;
