@@ -52,7 +52,7 @@ inline std::string SchemaText(const std::vector<_CASchema>& vSchema)
 }
 
 // What an element of "tvcontent" fills, also of a kind that is refused in a reply.
-inline std::string ItemOf(const Json::Value& element)
+inline Json::Value ItemOf(const Json::Value& element)
 {
     CCAParsePacket parser;
     _ContentsItem stItem;
@@ -66,14 +66,14 @@ inline std::string ItemOf(const Json::Value& element)
     if (stItem.szType == "weather") parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
     if (stItem.szType == "stock") parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
     if (stItem.szType == "sports") parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
-    return JsonLine(Filled(ToJson(stItem), ToJson(_ContentsItem())));
+    return Filled(ToJson(stItem), ToJson(_ContentsItem()));
 }
 
-// The same of a programme with its cast.
-inline std::string ContentOf(const Json::Value& content)
+// The same of a programme with its cast; null when it is refused.
+inline Json::Value ContentOf(const Json::Value& content)
 {
-    EXPECT_TRUE(CCAParsePacket().t_ParseContent(content));
-    return JsonLine(Filled(ToJson(CCADataHandler::GetInstance()->GetContent()), ToJson(_Content())));
+    if (!CCAParsePacket().t_ParseContent(content)) return {};
+    return Filled(ToJson(CCADataHandler::GetInstance()->GetContent()), ToJson(_Content()));
 }
 
 // The service goes on and off with the test. Each test starts with an empty log.

@@ -54,8 +54,8 @@ TEST_F(HostileReply, ItemOfAnotherTypeReadsAsMissing)
     m_AnyType = {"/poster/images/index/", "/schedule", "/forecast_info//condition_icon/",
                  "/records//standing//season_stats/"};
     Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
-    for (Json::Value& element : elements) TryEachType("", element, [&] { return ItemOf(element); });
-    TryEachType("", elements[0], [&] { return ContentOf(elements[0]); });
+    for (Json::Value& element : elements) TryEachType("", element, [&] { return JsonLine(ItemOf(element)); });
+    TryEachType("", elements[0], [&] { return JsonLine(ContentOf(elements[0])); });
 }
 
 TEST_F(HostileReply, SchemaOfAnotherTypeReadsAsMissing)
