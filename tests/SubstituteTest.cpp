@@ -12,7 +12,7 @@
 
 #include "ca_platform.h"
 
-using _Setting = std::optional<const char*>;  // without value: the variable is not set
+using Setting = std::optional<const char*>;  // without value: the variable is not set
 
 // Every byte but the blanks as \xNN.
 static std::string Hexadecimal(const std::string& strText)
@@ -35,7 +35,7 @@ protected:
             unsetenv(szName);
     }
 
-    static void Set(const char* szName, const _Setting& szValue)
+    static void Set(const char* szName, const Setting& szValue)
     {
         if (szValue)
             setenv(szName, *szValue, 1);
@@ -62,7 +62,7 @@ protected:
 
 TEST_F(Substitute, CountryAndLanguage)
 {
-    const std::pair<_Setting, std::string> kRows[] = {
+    const std::pair<Setting, std::string> kRows[] = {
         {std::nullopt, "US en_US"}, {"", " "}, {"none", "null null"}, {"None", "None None"}, {"ru_RU", "ru_RU ru_RU"}};
     for (const auto& [szValue, strTaken] : kRows) {
         Set("PARLO_COUNTRY", szValue);
@@ -81,7 +81,7 @@ TEST_F(Substitute, CountryAndLanguage)
 
 TEST_F(Substitute, FactoryData)
 {
-    const std::tuple<_Setting, int, int, std::int32_t> kRows[] = {
+    const std::tuple<Setting, int, int, std::int32_t> kRows[] = {
         {std::nullopt, 830, 1, 1}, {"0", 830, 1, 0},     {"7", 830, 1, 7},  {"", 830, 1, 0},
         {"x", 830, 1, 0},          {"none", 830, 0, 55}, {"1", 829, 0, 55}, {"1", 0, 0, 55}};
     for (const auto& [szFlag, nItem, nResult, nValue] : kRows) {
@@ -96,7 +96,7 @@ TEST_F(Substitute, FactoryData)
 
 TEST_F(Substitute, LevelsThatAreLogged)
 {
-    const std::pair<_Setting, const char*> kRows[] = {
+    const std::pair<Setting, const char*> kRows[] = {
         {std::nullopt, ""}, {"", ""},      {"off", ""},         {"none", ""},
         {"errors", ""},     {"DEBUG", ""}, {"error", "E F ? "}, {"debug", "D I W E F ? "}};
     for (const auto& [szLevel, szLetters] : kRows) {
