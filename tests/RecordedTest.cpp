@@ -18,7 +18,7 @@
 // poster KIND INDEX / URL       a poster's template
 // part NAME / TEXT              a part of a reply by itself
 // candidates WORD               the candidate lookup by itself
-// steps                         the private steps of a service without a command; without a store if that is refused
+// steps DOMAIN...               the private steps of a service without a command; without a store if that is refused
 // request, list, zone OFFSET    asks for the schema, the result list, a time zone's minutes
 // set NAME=VALUE...             the set: country and language ("-": none), init, get, deinit, factory, flag
 // refuse OBJECT...              from here on there is no memory for these: store, service, sizes

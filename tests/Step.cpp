@@ -139,7 +139,19 @@ static Texts ParsePart(const Step& step)
         {"tvcontrol", &CCAParsePacket::t_ParseTVControl},
         {"displaycontrol", &CCAParsePacket::t_ParseDisplayControl}};
     CCAParsePacket parser;
-    return {YesNo((parser.*parts.at(step.strArgument))(ParsedJson(step.strText)))};
+    Texts vResults = {YesNo((parser.*parts.at(step.strArgument))(ParsedJson(step.strText)))};
+    if (step.strArgument != "tvcontrol" || CCADataHandler::pInstance == nullptr) return vResults;
+    for (const _TVControl& st : CCADataHandler::pInstance->GetTVControl()) {
+        std::string strShown = "command";
+        for (const int n : {st.nAmount, st.nIndex, st.nPlaySpeed, st.nListOrder, st.nTime})
+            strShown += " " + std::to_string(n);
+        for (const std::string& strText :
+             {st.szDirection, st.szGBFunction, st.szAction, st.szIntent, st.szType, st.szPrevNext, st.szTargetDevice,
+              st.szTargetStatus, st.szColorkey, st.szChannelNo, st.szKeyword, st.szWebsite})
+            strShown += " " + strText;
+        vResults.push_back(strShown);
+    }
+    return vResults;
 }
 
 static Texts AskForCandidates(const Step& step)
@@ -153,10 +165,11 @@ static Texts AskForCandidates(const Step& step)
     return vResults;
 }
 
-static Texts RunServiceSteps(const Step&)
+static Texts RunServiceSteps(const Step& step)
 {
     CCAService service;
     if (g_RefusedSizes.empty()) service.InitService("steps");
+    if (CCADataHandler::pInstance != nullptr) CCADataHandler::pInstance->SetDomain(Words(step.strArgument));
     g_Platform.vLog.clear();
     for (const ServiceStep pStep : ServiceSteps()) pStep(service);
     _ConvActionInfo info;
