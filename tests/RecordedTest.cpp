@@ -20,6 +20,7 @@
 // candidates WORD               the candidate lookup by itself
 // steps DOMAIN...               the private steps of a service without a command; without a store if that is refused
 // request, list, zone OFFSET    asks for the schema, the result list, a time zone's minutes
+// languages COUNTRY / TEXT      which of the languages are available in the country, and the status of the others
 // set NAME=VALUE...             the set: country and language ("-": none), init, get, deinit, factory, flag
 // refuse OBJECT...              from here on there is no memory for these: store, service, sizes
 // log OPERATION...              from here on records the log lines of these only; "all": every line, as at the start

@@ -217,28 +217,78 @@ static Texts ChangeSet(const Step& step)
     return {};
 }
 
+static Texts Start(const Step& step)
+{
+    return {YesNo(ca_initial_service(step.strArgument)), Alive()};
+}
+
+static Texts Stop(const Step&)
+{
+    ca_uninitial();
+    return {Alive()};
+}
+
+static Texts AskForStatus(const Step&)
+{
+    return {std::to_string(ca_get_conv_status())};
+}
+
+// The voice languages of the text with which conversation is available in the country, and the status of the others.
+static Texts AskForLanguages(const Step& step)
+{
+    std::string strAvailable;
+    int nOther = 0;
+    g_Platform.strCountry = step.strArgument;
+    for (const std::string& strLanguage : Words(step.strText)) {
+        g_Platform.strLanguage = strLanguage;
+        const int nStatus = ca_get_conv_status();
+        if (nStatus == 0)
+            strAvailable += strLanguage + " ";
+        else
+            nOther = nStatus;
+    }
+    return {strAvailable + "else " + std::to_string(nOther)};
+}
+
+static Texts Say(const Step& step)
+{
+    g_stInfo = _ConvActionInfo();
+    return SayIntoRecord(step);
+}
+
+static Texts ParseContent(const Step& step)
+{
+    return {"content " + Shown(ContentOf(ParsedJson(step.strText)))};
+}
+
+static Texts RequestSchema(const Step&)
+{
+    CCADataHandler::GetInstance()->RequestSchema();
+    return {};
+}
+
+static Texts AskForTimeZone(const Step& step)
+{
+    return {std::to_string(CCAParsePacket().t_GetTimeZoneDifferenceByStr(step.strArgument))};
+}
+
 static const std::map<std::string, Texts (*)(const Step& step)> kSteps = {
-    {"start",
-     [](const Step& step) {
-         return Texts{YesNo(ca_initial_service(step.strArgument)), Alive()};
-     }},
-    {"stop", [](const Step&) { return ca_uninitial(), Texts{Alive()}; }},
-    {"status", [](const Step&) { return Texts{std::to_string(ca_get_conv_status())}; }},
-    {"say", [](const Step& step) { return g_stInfo = _ConvActionInfo(), SayIntoRecord(step); }},
+    {"start", Start},
+    {"stop", Stop},
+    {"status", AskForStatus},
+    {"say", Say},
     {"more", SayIntoRecord},
     {"parse", ParseDocument},
-    {"content", [](const Step& step) { return Texts{"content " + Shown(ContentOf(ParsedJson(step.strText)))}; }},
+    {"content", ParseContent},
     {"items", ParseItems},
     {"poster", ParsePoster},
     {"part", ParsePart},
     {"candidates", AskForCandidates},
     {"steps", RunServiceSteps},
-    {"request", [](const Step&) { return CCADataHandler::GetInstance()->RequestSchema(), Texts(); }},
+    {"request", RequestSchema},
     {"list", ShowList},
-    {"zone",
-     [](const Step& step) {
-         return Texts{std::to_string(CCAParsePacket().t_GetTimeZoneDifferenceByStr(step.strArgument))};
-     }},
+    {"zone", AskForTimeZone},
+    {"languages", AskForLanguages},
     {"refuse", RefuseMemory},
     {"set", ChangeSet},
 };
