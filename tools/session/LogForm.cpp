@@ -6,8 +6,6 @@
 namespace
 {
 
-constexpr std::string_view kDigits = "0123456789";
-
 // How the first byte of a colour sequence is shown; the last way is to drop it. Longer ones first where one ends
 // like another.
 constexpr std::string_view kEscapes[] = {"\033", "^[",      "\\x1B",   "\\x1b", "\\033",
