@@ -10,6 +10,8 @@ int main(int argc, char** argv)
     AddReply(line);
     AddConversation(line);
     AddExplain(line);
+    AddTest(line);
+    AddDiff(line);
     AddStatus(line);
     AddActions(line);
     AddCheck(line);
