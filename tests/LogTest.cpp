@@ -170,7 +170,7 @@ TEST_F(Log, IsTheSameInEveryForm)
             for (const std::size_t nPart : {1, 1000000}) {
                 const std::vector<Told> vTold = Read(Text(vRecords, form, strForeign), nPart);
                 EXPECT_EQ(
-                    "start done [same]\nstatus unknown [same]\nreply muteon, code 14 [same]\n"
+                    "start done [same]\nstatus done [same]\nreply muteon, code 14 [same]\n"
                     "reply action unknown, code 5 [same]\nreply search hand-over [same]\nreply failed search [same]\n"
                     "reply nonsense\n[31m., code 0 [same]\n"
                     "reply refused: it holds no TV control command [same]\n"
@@ -329,7 +329,7 @@ TEST_F(Log, SettingsComeFromItsOwnLines)
         for (const LogLine& stLine : vRecords) stSet.Listen(stLine);
         EXPECT_EQ(szOptions, stSet.Options());
         for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG"}) unsetenv(szName);
-        EXPECT_EQ("start done [same]\nstatus unknown [same]\nstop done [same]\n",
+        EXPECT_EQ("start done [same]\nstatus done [same]\nstop done [same]\n",
                   Words(Read(Text(vRecords, Substitutes))));
     }
 }

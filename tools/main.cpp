@@ -11,6 +11,8 @@ int main(int argc, char** argv)
     AddConversation(line);
     AddExplain(line);
     AddLog(line);
+    AddTest(line);
+    AddDiff(line);
     AddStatus(line);
     AddActions(line);
     AddCheck(line);

@@ -90,6 +90,8 @@ void AddReply(CCommandLine& line);
 void AddConversation(CCommandLine& line);
 void AddExplain(CCommandLine& line);
 void AddLog(CCommandLine& line);
+void AddTest(CCommandLine& line);
+void AddDiff(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
 void AddCheck(CCommandLine& line);

@@ -36,6 +36,7 @@ public:
         : m_stOptions(stOptions),
           m_stLog(stLog),
           m_paint(stOptions.Paint()),
+          m_list(stLog.vFiles, m_paint),
           m_calls([this](LogCall& call) { Show(call); }, stLog.bExplain || stLog.bReplay)
     {
         if (!stLog.strFolder.empty()) m_extract.emplace(stLog.strFolder);
@@ -48,11 +49,12 @@ private:
     bool IsDone() const { return m_bFound && m_stLog.nCall > 0; }
     void Show(LogCall& call);
     CallReport Report(LogCall& call);
-    std::string Explained(LogCall& call) const;
+    void ExplainTo(CallReport& stReport, LogCall& call) const;
 
     const Options& m_stOptions;
     const LogOptions& m_stLog;
     CPaint m_paint;
+    CCallList m_list;
     CLogCalls m_calls;
     CLogReplay m_replay;
     std::optional<CLogExtract> m_extract;
@@ -91,9 +93,9 @@ void CLogRun::Show(LogCall& call)
     if (!bWanted && !m_stLog.bReplay) return;
     const CallReport stReport = Report(call);
     if (!bWanted) return;
-    if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(RenderCallHeading(m_paint));
+    if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
     m_bFound = true;
-    Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : RenderCall(call, stReport, m_paint));
+    Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
 }
 
 CallReport CLogRun::Report(LogCall& call)
@@ -103,21 +105,28 @@ CallReport CLogRun::Report(LogCall& call)
     if (m_extract) stReport.strFile = m_extract->Add(call);
     if (m_stLog.bReplay) stReport.stReplayed = m_replay.Run(call);
     if (stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS) NoteFailure();
-    if (m_stLog.bExplain && call.digest.Kind() == CallKind::REPLY) stReport.strExplanation = Explained(call);
+    if (m_stLog.bExplain && call.digest.Kind() == CallKind::REPLY) ExplainTo(stReport, call);
     return stReport;
 }
 
-std::string CLogRun::Explained(LogCall& call) const
+void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
 {
     Case stCase;
-    stCase.stReply = {PlaceOf(call), call.strUtterance.empty() ? "(utterance)" : call.strUtterance, call.reply.Text()};
+    stCase.stReply.strSource = PlaceOf(call);
+    stCase.stReply.strFile = call.strFile;
+    stCase.stReply.strUtterance = call.strUtterance;
+    stCase.stReply.bNoUtterance = call.strUtterance.empty();
+    if (call.reply.GetState() == CLogReply::State::WHOLE) stCase.stReply.strText = call.reply.Text();
     stCase.vLog = std::move(call.vLines);
     stCase.bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) {
         stCase.strRefusal = call.digest.Reason();
         stCase.strRefusalLine = call.digest.ReasonLine();
     }
-    return Explain(stCase, m_stOptions.bJson ? CPaint(false) : m_paint);
+    if (m_stOptions.bJson)
+        static_cast<void>(ParseJson(ExplainJson(stCase), true, stReport.explanation));
+    else
+        stReport.strExplanation = Explain(stCase, m_paint);
 }
 
 // "--explain 3 FILE" and "--explain FILE" mean what they say: a number in front of other files is the call's.

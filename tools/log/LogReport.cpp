@@ -1,6 +1,7 @@
 // Wording of calls.
 #include "log/LogReport.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -12,14 +13,16 @@ namespace
 {
 
 // The columns; the last one has no width. A log is listed while it is read, so that they cannot fit its contents.
-constexpr std::pair<const char*, std::size_t> kColumns[] = {{"call", 5},    {"place", 20}, {"time", 20},
-                                                            {"process", 8}, {"kind", 7},   {"outcome", 0}};
+constexpr std::pair<const char*, std::size_t> kColumns[] = {{"call", 5}, {"time", 20}, {"process", 8},
+                                                            {"kind", 7}, {"place", 0}, {"outcome", 0}};
+constexpr std::size_t kPlace = 4;
+constexpr std::size_t kLineDigits = 8;
 
-std::string Row(const std::vector<std::string>& vCells)
+std::string Row(const std::vector<std::string>& vCells, std::size_t nPlace)
 {
     std::string strRow;
     for (std::size_t i = 0; i + 1 < vCells.size(); ++i)
-        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], kColumns[i].second) + ' ';
+        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i == kPlace ? nPlace : kColumns[i].second) + ' ';
     return strRow + vCells.back();
 }
 
@@ -27,7 +30,9 @@ std::string OutcomeOf(const LogCall& call, const CallReport& stReport)
 {
     if (call.digest.Kind() != CallKind::STATUS || !stReport.nStatus) return call.digest.Words();
     const std::string strOptions = call.stSet.Options();
-    return StatusText(*stReport.nStatus) + (strOptions.empty() ? "" : ": " + strOptions);
+    std::string strStatus = RenderStatus(*stReport.nStatus);
+    strStatus.pop_back();  // its line break
+    return strStatus + (strOptions.empty() ? "" : ": " + strOptions);
 }
 
 std::string ReplyText(const CLogReply& reply)
@@ -115,17 +120,24 @@ std::string PlaceOf(const LogCall& call)
     return call.strFile + ':' + std::to_string(call.nLine);
 }
 
-std::string RenderCallHeading(const CPaint& paint)
+CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
+    : m_nPlace(kLineDigits), m_paint(paint)
+{
+    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() + kLineDigits);
+}
+
+std::string CCallList::Heading() const
 {
     std::vector<std::string> vCells;
     for (const auto& [szName, nWidth] : kColumns) vCells.emplace_back(szName);
-    return paint.Faint(Row(vCells)) + '\n';
+    return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
 }
 
-std::string RenderCall(const LogCall& call, const CallReport& stReport, const CPaint& paint)
+std::string CCallList::Call(const LogCall& call, const CallReport& stReport) const
 {
-    std::string strText = Row({std::to_string(call.nNumber), Shown(PlaceOf(call)), Shown(call.strTime),
-                               Shown(call.strProcess), NameOf(call.digest.Kind()), Shown(OutcomeOf(call, stReport))});
+    std::string strText = Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess),
+                               NameOf(call.digest.Kind()), Shown(PlaceOf(call)), Shown(OutcomeOf(call, stReport))},
+                              m_nPlace);
     strText += '\n';
     std::vector<std::string> vLines;
     if (HasReply(call) && (!stReport.strFile.empty() || call.reply.GetState() != CLogReply::State::WHOLE))
@@ -134,7 +146,7 @@ std::string RenderCall(const LogCall& call, const CallReport& stReport, const CP
         vLines.push_back("missing: " + Shown(Joined(vMissing)));
     if (stReport.stReplayed)
         for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
-    for (const std::string& strLine : vLines) strText += "      " + paint.Faint(strLine) + '\n';
+    for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
     return strText + stReport.strExplanation;
 }
 
@@ -159,6 +171,6 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (HasReply(call)) value["reply"] = ReplyJson(call.reply, stReport.strFile);
     value["missing"] = List(call.Missing());
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
-    if (!stReport.strExplanation.empty()) value["explanation"] = stReport.strExplanation;
+    if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;
 }

@@ -4,8 +4,10 @@
 
 #include <json/value.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "log/LineCompare.h"
 #include "log/LogCalls.h"
@@ -16,14 +18,26 @@ struct CallReport {
     std::optional<int> nStatus;  // of a status call
     std::string strFile;         // where its reply was written
     std::optional<Comparison> stReplayed;
-    std::string strExplanation;  // lines, each with its break
+    std::string strExplanation;  // for a person: lines, each with its break
+    Json::Value explanation;     // for a program
 };
 
-// A line with the columns of the list, and indented lines for what the list has no columns for.
-std::string RenderCall(const LogCall& call, const CallReport& stReport, const CPaint& paint);
+// Calls as a table that is printed while they end.
+class CCallList
+{
+public:
+    // For calls of the given logs.
+    CCallList(const std::vector<std::string>& vFiles, const CPaint& paint);
 
-// The heading of those columns.
-std::string RenderCallHeading(const CPaint& paint);
+    std::string Heading() const;
+
+    // A line with the columns, and indented lines for what the table has no columns for.
+    std::string Call(const LogCall& call, const CallReport& stReport) const;
+
+private:
+    std::size_t m_nPlace;  // the width of a place
+    CPaint m_paint;
+};
 
 Json::Value CallJson(const LogCall& call, const CallReport& stReport);
 
