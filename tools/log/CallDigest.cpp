@@ -26,19 +26,20 @@ constexpr int kAside = -1;
 // a branch, kAside, before which the first `nNeeds` steps were written.
 struct Row {
     CallKind eKind;
-    const char* szFunction;
-    const char* szStart;
+    std::string_view szFunction;
+    std::string_view szStart;
     int nStep;
     int nNeeds;
     unsigned nEffect;
 };
 
-constexpr Row Step(CallKind eKind, const char* szFunction, const char* szStart, int nStep, unsigned nEffect = NOTHING)
+constexpr Row Step(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nStep,
+                   unsigned nEffect = NOTHING)
 {
     return {eKind, szFunction, szStart, nStep, nStep, nEffect};
 }
 
-constexpr Row Aside(CallKind eKind, const char* szFunction, const char* szStart, int nNeeds, unsigned nEffect)
+constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect)
 {
     return {eKind, szFunction, szStart, kAside, nNeeds, nEffect};
 }
@@ -213,7 +214,7 @@ std::vector<std::string> CCallDigest::Missing() const
         if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= m_nNeeded || row.nStep == nLast) continue;
         if (m_vSeen.count(row.nStep) != 0 || (row.nEffect & DEBUG) != 0) continue;
         nLast = row.nStep;
-        vMissing.push_back(std::string(row.szFunction) + ": " + row.szStart);
+        vMissing.push_back(std::string(row.szFunction) + ": " + std::string(row.szStart));
     }
     if (!m_bEnded) vMissing.emplace_back("the end");
     return vMissing;

@@ -14,10 +14,10 @@ constexpr const char* kNone = "none";
 // A line that ends in a value, or stands for one.
 struct Row {
     std::optional<std::string> SetValues::*pValue;
-    const char* szFunction;
-    const char* szBefore;
-    const char* szBehind;  // the value stands between the two
-    const char* szMeans;   // null: what stands there
+    std::string_view szFunction;
+    std::string_view szBefore;
+    std::string_view szBehind;  // the value stands between the two
+    const char* szMeans;        // null: what stands there
 };
 
 constexpr Row kRows[] = {
@@ -55,10 +55,10 @@ void SetValues::Listen(const LogLine& stLine)
         const std::size_t nBefore = szMessage.find(row.szBefore);
         if (nBefore == szMessage.npos) continue;
         const bool bSaid = (this->*row.pValue).has_value();
-        if (bSaid && row.pValue == &SetValues::strCountry && row.szBehind[0] != '\0') continue;
+        if (bSaid && row.pValue == &SetValues::strCountry && !row.szBehind.empty()) continue;
         if (bSaid && row.pValue == &SetValues::strLanguage && *strLanguage == kNone) continue;
-        std::string_view szValue = szMessage.substr(nBefore + std::string_view(row.szBefore).size());
-        if (row.szBehind[0] != '\0') szValue = szValue.substr(0, szValue.rfind(row.szBehind));
+        std::string_view szValue = szMessage.substr(nBefore + row.szBefore.size());
+        if (!row.szBehind.empty()) szValue = szValue.substr(0, szValue.rfind(row.szBehind));
         this->*row.pValue = row.szMeans != nullptr ? row.szMeans : std::string(szValue);
     }
 }
