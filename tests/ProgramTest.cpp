@@ -14,7 +14,10 @@
 #include <sstream>
 
 #include "commands/Catalog.h"
+#include "reading/Files.h"
 #include "reading/Input.h"
+#include "rendering/CaseJson.h"
+#include "rendering/Output.h"
 #include "rendering/RecordJson.h"
 #include "rendering/Render.h"
 #include "rendering/Text.h"
@@ -44,6 +47,11 @@ TEST(Input, TurnIsTheReplyByteByByteOrAReason)
         {R"({"utterance":"u","reply":"no\tJSON \u0000"})", std::string("u|no\tJSON \0", 11)},
         {R"({"utterance":"u","reply":""})", "u|"},
         {"\xEF\xBB\xBF{\"utterance\":\"u\",\"reply\":{}}", "u|{}"},
+        {R"({"utterance":"reply","reply":{"reply":"}"},"x":["\\",{"y":2}]})", R"(reply|{"reply":"}"})"},
+        {R"({"utterance":"u","reply":{"a":"\""/*}*/}})", R"(u|{"a":"\""/*}*/})"},
+        {R"({"utterance":"u","reply":{},"re\u0070ly":{"b":1}})", R"(u|{"b":1})"},
+        {R"({"utterance":"u","reply":{oops}})", "u|{oops}"},
+        {R"({"rsp":{}})", "the line is a reply, which \"parlo reply\" takes"},
         {R"({"utterance":"u","reply":{}} x)", "the line is not JSON"},
         {R"({"utterance":"u","reply":{})", "the line is not JSON"},
         {strDeep, "the line is not JSON"},
@@ -61,34 +69,82 @@ TEST(Input, TurnIsTheReplyByteByByteOrAReason)
     }
 }
 
-TEST(Input, LinesAreNumberedAndWhatFailsDoesNotEndTheConversation)
+// What each entry of a file comes to: "PLACE:LINE=UTTERANCE|REPLY" or "PLACE:LINE!REASON", one behind another.
+static std::string Entries(const std::string& strText, FileForm eForm)
+{
+    const std::string strFile = testing::TempDir() + "parlo-entries-" + std::to_string(getpid());
+    std::ofstream(strFile) << strText;
+    std::string strEntries;
+    ForEachEntry(strFile, eForm, "u", [&](const Entry& stEntry) {
+        const ServerReply& stReply = stEntry.stReply;
+        strEntries += stReply.strSource.substr(strFile.size()) + "/" + std::to_string(stReply.nLine);
+        strEntries +=
+            stEntry.strReason.empty() ? "=" + stReply.strUtterance + "|" + stReply.strText : "!" + stEntry.strReason;
+        strEntries += stReply.bMark ? " MARK;" : ";";
+    });
+    std::remove(strFile.c_str());
+    return strEntries;
+}
+
+TEST(Files, TellRepliesFromConversations)
+{
+    const std::string strMark = "\xEF\xBB\xBF", strTurn = R"({"utterance":"a","reply":{"b":1}})";
+    const std::string strReply = "{\n \"rsp\": {}\n}\n",
+                      strNoReply = "/1!it is a conversation, which \"parlo conversation\" takes;";
+    const struct {
+        FileForm eForm;
+        std::string strText, strWanted;
+    } kRows[] = {{FileForm::CONVERSATION, "\n \t\r\n" + strTurn + "\n\noops\r\n" + strTurn,
+                  ":3/3=a|{\"b\":1};:5/5!the line is not JSON;:6/6=a|{\"b\":1};"},
+                 {FileForm::CONVERSATION, strMark + strTurn + "\n", ":1/1=a|{\"b\":1};"},
+                 {FileForm::CONVERSATION, R"({"utterance":"","reply":{}})", ":1/1!the utterance is empty;"},
+                 {FileForm::CONVERSATION, "{\"utterance\n" + strTurn, ":1/1!the line is not JSON;:2/2=a|{\"b\":1};"},
+                 {FileForm::CONVERSATION, "", ""},
+                 {FileForm::CONVERSATION, "{\"rsp\":{}}\n" + strTurn,
+                  ":1/1!the line is a reply, which \"parlo reply\" takes;:2/2=a|{\"b\":1};"},
+                 {FileForm::CONVERSATION, strMark + strReply,
+                  "/1!it is one reply, which \"parlo reply\" takes, not a conversation;"},
+                 {FileForm::REPLY, strReply, "/1=u|" + strReply + ";"},
+                 {FileForm::REPLY, strMark + "x", "/1=u|x MARK;"},
+                 {FileForm::REPLY, "", "/1=u|;"},
+                 {FileForm::REPLY, "\n" + strTurn + "\n" + strTurn, strNoReply},
+                 {FileForm::EITHER, "\n" + strTurn + "\n[]", ":2/2=a|{\"b\":1};:3/3!the line is not a JSON object;"},
+                 {FileForm::EITHER, "oops\n" + strTurn, ":1/1!the line is not JSON;:2/2=a|{\"b\":1};"},
+                 {FileForm::EITHER, "oops\noops\n", "/1=u|oops\noops\n;"},
+                 {FileForm::EITHER, "{\"rsp\":{}}\n" + strTurn, "/1=u|{\"rsp\":{}}\n" + strTurn + ";"},
+                 {FileForm::EITHER, " \n" + strReply, "/1=u| \n" + strReply + ";"}};
+    for (const auto& [eForm, strText, strWanted] : kRows) EXPECT_EQ(strWanted, Entries(strText, eForm)) << strText;
+}
+
+TEST(Session, WhatFailsIsToldAndDoesNotEndTheConversation)
 {
     const std::string strTurn = R"({"utterance":"u","reply":{"rsp":{"tvcontrol":[{"action":"muteon"}]}}})";
     const std::string strDialog = R"({"utterance":"v","reply":{"rsp":{"dialog":{"dialog_seq":4}}}})";
     const std::string strFile = testing::TempDir() + "parlo-turns-" + std::to_string(getpid());
-    std::ofstream(strFile) << "\n \t\r\n" + strTurn + "\n[\n" + strDialog +
-                                  "\r\n\n{\"utterance\":\"\",\"reply\":{}}\n" + strTurn;
+    std::ofstream(strFile) << strTurn + "\n[\n" + strDialog + "\n" + strTurn;
     std::string strShown;
-    CSession session(
-        [&strShown](const Case& stCase) {
-            strShown += stCase.stReply.strSource.substr(stCase.stReply.strSource.rfind(':')) +
-                        (stCase.bAccepted ? "=" : "!") + std::to_string(stCase.pInfo->nDialogSeq) + stCase.strRefusal;
-            EXPECT_TRUE(stCase.vLog.empty()) << "kept although nobody asked for it";
-        },
-        false);
+    const auto Show = [&strShown](const Case& stCase) {
+        const std::string& strSource = stCase.stReply.strSource;
+        strShown += strSource.substr(strSource.rfind(':')) + (stCase.bAccepted ? "=" : "!") +
+                    (stCase.pInfo != nullptr ? std::to_string(stCase.pInfo->nDialogSeq) : "") + stCase.strRefusal;
+        EXPECT_TRUE(stCase.vLog.empty()) << "kept although nobody asked for it";
+    };
+    CSession session(false);
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(session.HasFailed());
-    session.RunConversationFile(strFile);
+    EXPECT_FALSE(HasFailed());
+    session.RunFile(strFile, FileForm::CONVERSATION, "", Show);
     std::remove(strFile.c_str());
-    session.RunReplyFile(testing::TempDir() + "/no/such\033file", "u");
+    session.RunFile("/no:/such\033file", FileForm::REPLY, "u", Show);
     const std::string strComplaint = "parlo: " + strFile;
-    EXPECT_EQ(strComplaint + ":4 is refused: the line is not JSON.\n" + strComplaint +
-                  ":5 is refused: it holds no TV control command.\n" + strComplaint +
-                  ":7 is refused: the utterance is empty.\nparlo: " + testing::TempDir() +
-                  "/no/such\\x1Bfile cannot be read: No such file or directory.\n",
+    EXPECT_EQ(strComplaint + ":2 is refused: the line is not JSON.\n" + strComplaint +
+                  ":3 is refused: it holds no TV control command.\n" +
+                  "parlo: /no:/such\\x1Bfile cannot be read: No such file or directory.\n",
               testing::internal::GetCapturedStderr());
-    EXPECT_TRUE(session.HasFailed());
-    EXPECT_EQ(":3=-1:5!-1it holds no TV control command:8=4", strShown);
+    EXPECT_TRUE(HasFailed());
+    EXPECT_EQ(
+        ":1=-1:2!the line is not JSON:3!-1it holds no TV control command:4=4"
+        ":/such\033file!it cannot be read: No such file or directory",
+        strShown);
 }
 
 TEST(Text, IsQuotedCutAndCounted)
@@ -98,7 +154,7 @@ TEST(Text, IsQuotedCutAndCounted)
          {"xxx|xxx", "xxxx|xxx... (241 bytes)", "별|별", "별x|별... (241 bytes)", "x별|x... (241 bytes)",
           "xx별|xx... (242 bytes)", "😀|... (241 bytes)", "xxé|xx... (241 bytes)"})
         EXPECT_EQ(strX + strRow.substr(strRow.find('|') + 1), Shown(strX + strRow.substr(0, strRow.find('|'))));
-    EXPECT_EQ("\" a\"\\\\n\\x1B \"\"\"", Quoted(" a\"\\\n\033 ") + Quoted(""));
+    EXPECT_EQ(R"(" a\"\\\n\x1B \xE2\x80\xAEb""" \"\n)", Quoted(" a\"\\\n\033 \u202Eb") + Quoted("") + Shown(" \\\"\n"));
     const std::size_t nNoText = Shown(std::string(1000, '\x80')).size();
     EXPECT_EQ(237 * 4 + std::string("... (1000 bytes)").size(), nNoText) << "a cut looks back over three bytes at most";
     EXPECT_EQ("a, , b|", Joined({"a", "", "b"}) + "|" + Joined({}));
@@ -203,7 +259,7 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
     EXPECT_EQ("there is no service (-1)\n", RenderStatus());
-    const CSession session({}, false);
+    const CSession session(false);
     EXPECT_EQ("conversation is available (0)\n", RenderStatus());
     std::istringstream table(RenderAllStatuses(kPlain));
     std::string strLine, strAvailable, strWord;
@@ -316,12 +372,35 @@ TEST(RecordJson, TextsKeepTheirBytesOnOneLine)
     info.vSAContents[2].stItem.stApp.szTitle = strBytes;
     std::string strLine;
     std::size_t nPieces = 0;
-    WriteJsonLine(info, [&](const std::string& strPiece) { strLine += strPiece, ++nPieces; });
+    Case stCase;
+    stCase.stReply.strFile = "f";
+    stCase.bAccepted = true;
+    stCase.pInfo = &info;
+    const auto Write = [&](bool bCompact) {
+        strLine.clear();
+        WriteCaseLine(stCase, bCompact, [&](const std::string& strPiece) { strLine += strPiece, ++nPieces; });
+        return strLine;
+    };
+    Write(false);
     EXPECT_LT(30U, nPieces);
-    EXPECT_EQ(0U, strLine.find(R"({"eActionType":0,"eSystemAction":0,)"));
+    EXPECT_EQ(0U, strLine.find(R"({"file":"f","line":1,"accepted":true,"eActionType":0,"eSystemAction":0,)"));
     EXPECT_NE(std::string::npos, strLine.find(R"("strAction":"\"\\\n\u0000 \u007f\u0085)"
                                               "\xC2\xA0 \xC3\xA9\xFF\xC2\","));
     EXPECT_EQ(strLine.size() - 1, strLine.find('\n'));
-    EXPECT_EQ(ToJson(info), Parsed(strLine));
-    EXPECT_EQ("\"\\u007f\\u009f\xC3\x9F\"\n", JsonLine("\x7F\xC2\x9F\xC3\x9F"));
+    Json::Value record = Parsed(strLine);
+    for (const char* szName : {"file", "line"}) record.removeMember(szName);
+    EXPECT_EQ(OutcomeJson(stCase, false), record);
+    info = {};
+    info.vSAContents.resize(2);
+    info.vSAContents[1].stItem.stMnT.nYear = 0;
+    EXPECT_EQ(R"({"file":"f","line":1,"accepted":true,"vSAContents":[{},{"stItem":{"stMnT":{"nYear":0}}}]})"
+              "\n",
+              Write(true));
+    stCase.bAccepted = false;
+    stCase.strRefusal = "no \"rsp\"";
+    EXPECT_EQ(R"({"file":"f","line":1,"accepted":false,"reason":"no \"rsp\""})"
+              "\n",
+              Write(false));
+    EXPECT_EQ("\"\\u007f\\u009f\xC3\x9F\\u061c\\u202e\\u2069\xE2\x80\xAF\xD8\x9D\"\n",
+              JsonLine("\x7F\xC2\x9F\xC3\x9F\xD8\x9C\xE2\x80\xAE\xE2\x81\xA9\xE2\x80\xAF\xD8\x9D"));
 }

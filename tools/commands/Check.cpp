@@ -1,9 +1,11 @@
 // "check": every mistake in replies, conversations and search schema documents, at its place.
 #include <unistd.h>
 
+#include <limits>
+
 #include "commands/Command.h"
 #include "findings/Check.h"
-#include "reading/Input.h"
+#include "reading/LineFile.h"
 #include "rendering/FindingText.h"
 #include "rendering/Output.h"
 
@@ -19,9 +21,10 @@ struct CheckOptions {
 bool CheckFile(const std::string& strFile, const Options& stOptions, const CheckOptions& stCheck)
 {
     std::string strText;
-    std::string strReason;
-    if (!ReadAll(strFile, strText, strReason)) {
-        Complain(strFile + " cannot be read: " + strReason);
+    CLineFile file(strFile);
+    file.Rest(std::numeric_limits<std::size_t>::max(), strText);
+    if (!file.Failure().empty()) {
+        Complain(strFile + " cannot be read: " + file.Failure());
         return false;
     }
     const CPaint paint = stOptions.Paint();

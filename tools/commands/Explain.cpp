@@ -10,10 +10,11 @@ namespace
 
 int RunExplain(const Options& stOptions)
 {
-    CSession session([paint = stOptions.Paint()](const Case& stCase) { Print(Explain(stCase, paint)); }, true);
-    const std::string strUtterance = stOptions.strUtterance.empty() ? "(utterance)" : stOptions.strUtterance;
-    for (const std::string& strFile : stOptions.vFiles) session.RunReplyFile(strFile, strUtterance);
-    return session.HasFailed() ? kExitFailure : kExitOk;
+    CSession session(true);
+    const auto Show = [paint = stOptions.Paint()](const Case& stCase) { Print(Explain(stCase, paint)); };
+    for (const std::string& strFile : stOptions.vFiles)
+        session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Show);
+    return HasFailed() ? kExitFailure : kExitOk;
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // "reply" and "conversation": the action record of each reply.
 #include "commands/Command.h"
+#include "rendering/CaseJson.h"
 #include "rendering/Output.h"
-#include "rendering/RecordJson.h"
 #include "rendering/Render.h"
 #include "session/Session.h"
 
@@ -12,27 +12,31 @@ constexpr const char* kJsonHelp = "Print one JSON object a reply, with every fie
 
 CSession::Show ShowRecord(const Options& stOptions)
 {
-    return [bJson = stOptions.bJson, paint = stOptions.Paint()](const Case& stCase) {
-        if (!stCase.bAccepted) return;
-        if (bJson)
-            WriteJsonLine(*stCase.pInfo, Print);
-        else
+    return [stOptions, paint = stOptions.Paint()](const Case& stCase) {
+        if (stOptions.bJson)
+            WriteCaseLine(stCase, stOptions.bCompact, Print);
+        else if (stCase.bAccepted)
             Print(RenderRecord(stCase.stReply, *stCase.pInfo, paint));
+        if (stCase.stReply.bLive) FlushOutput();
     };
+}
+
+int RunFiles(const Options& stOptions, FileForm eForm)
+{
+    CSession session(false);
+    const CSession::Show show = ShowRecord(stOptions);
+    for (const std::string& strFile : stOptions.vFiles) session.RunFile(strFile, eForm, stOptions.strUtterance, show);
+    return HasFailed() ? kExitFailure : kExitOk;
 }
 
 int RunReply(const Options& stOptions)
 {
-    CSession session(ShowRecord(stOptions), false);
-    for (const std::string& strFile : stOptions.vFiles) session.RunReplyFile(strFile, stOptions.strUtterance);
-    return session.HasFailed() ? kExitFailure : kExitOk;
+    return RunFiles(stOptions, FileForm::REPLY);
 }
 
 int RunConversation(const Options& stOptions)
 {
-    CSession session(ShowRecord(stOptions), false);
-    for (const std::string& strFile : stOptions.vFiles) session.RunConversationFile(strFile);
-    return session.HasFailed() ? kExitFailure : kExitOk;
+    return RunFiles(stOptions, FileForm::CONVERSATION);
 }
 
 }  // namespace
@@ -46,6 +50,7 @@ void AddReply(CCommandLine& line)
     command.Utterance(true);
     command.Files("a reply of the server; - for standard input");
     command.Json(kJsonHelp);
+    command.Compact();
 }
 
 void AddConversation(CCommandLine& line)
@@ -54,4 +59,5 @@ void AddConversation(CCommandLine& line)
                                 "  parlo conversation evening.jsonl", RunConversation);
     command.Files("JSON Lines, each {\"utterance\": TEXT, \"reply\": OBJECT or TEXT}; - for standard input");
     command.Json(kJsonHelp);
+    command.Compact();
 }

@@ -9,7 +9,7 @@ namespace
 
 int RunStatus(const Options& stOptions, bool bAll)
 {
-    const CSession session({}, false);
+    const CSession session(false);
     Print(bAll ? RenderAllStatuses(stOptions.Paint()) : RenderStatus());
     return kExitOk;
 }

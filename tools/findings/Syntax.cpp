@@ -7,6 +7,7 @@
 #include <cctype>
 #include <exception>
 
+#include "reading/Input.h"
 #include "rendering/Text.h"
 
 namespace
@@ -138,7 +139,7 @@ bool IsUtf16(std::string_view szText)
 
 bool HasByteOrderMark(std::string_view szText)
 {
-    return szText.substr(0, kByteOrderMarkSize) == "\xEF\xBB\xBF";
+    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark;
 }
 
 bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)

@@ -1,4 +1,4 @@
-// Standard output, and what the program says on standard error.
+// Standard output, what the program says on standard error, and whether something failed.
 #ifndef PARLO_OUTPUT_H
 #define PARLO_OUTPUT_H
 
@@ -8,7 +8,14 @@
 void Print(const std::string& strText);
 void FlushOutput();
 
-// Writes "parlo: `strText`." to standard error, fit for a terminal.
+// Writes "parlo: `strText`." to standard error, fit for a terminal and behind what was printed before.
 void Complain(const std::string& strText);
+
+// Complains of something for which the program ends with a failure, and goes on.
+void Fail(const std::string& strText);
+
+// The same without words, where standard output says it; whether anything failed so far.
+void NoteFailure();
+bool HasFailed();
 
 #endif

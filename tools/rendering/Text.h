@@ -20,10 +20,12 @@ private:
     bool m_bColoured;
 };
 
-// A text of a reply as it may be shown: no control characters, and a very long one cut with its length told.
+// A text of a reply as it may be shown: no control characters, the invisible ones that turn the direction of text
+// included, and a very long one cut with its length told.
 std::string Shown(std::string_view szText);
 
-// The same between quotation marks, so that an empty text and outer blanks show.
+// The same between quotation marks, so that an empty text and outer blanks show; a quotation mark and a backslash
+// within get a backslash before them.
 std::string Quoted(std::string_view szText);
 
 // "one, two, three"

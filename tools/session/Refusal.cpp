@@ -14,6 +14,8 @@ struct Meaning {
     const char* szReason;        // empty: all is well so far
 };
 
+constexpr std::size_t kTold = 12;  // characters that tell each of the lines from all others that are written often
+
 // Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
 // log does not name.
 constexpr Meaning kMeanings[] = {
@@ -37,6 +39,16 @@ bool Behind(std::string_view szText, std::string_view szPrefix, std::string_view
 }
 
 }  // namespace
+
+bool CRefusal::Hears(std::string_view szFormat)
+{
+    std::string_view szRest;
+    if (Behind(szFormat, "errCode:", szRest) || Behind(szFormat, "nErrCode:", szRest)) return true;
+    const auto Begins = [&](const Meaning& stMeaning) {
+        return Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
+    };
+    return std::any_of(std::begin(kMeanings), std::end(kMeanings), Begins);
+}
 
 void CRefusal::Listen(const LogLine& stLine)
 {
