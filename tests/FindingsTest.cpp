@@ -90,7 +90,8 @@ TEST(Findings, TextsThatAreNoJsonOrMoreThanThat)
         {"{'rsp':7}", "wrong-type@/rsp"},
         {"\xEF\xBB\xBF{'rsp':{'tvcontrol':[{'action':'muteon'}]}}", "byte-order-mark@"},
         {"\xFF\xFE{", "utf-16@"},
-        {"/**/{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}} {", "comment@ not-utf8@ trailing-text@"},
+        {"/**/{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}} {",
+         "comment@ not-utf8@ trailing-text@"},
         {"{'rsp':{'tvcontrol':[{'action':'poweron','action':'muteon'}],'dialog':{'dialog_seq':01,'dialog_id':'\n'}}}",
          "duplicate-key@0/action not-strict@ not-strict@"},
     };
@@ -109,13 +110,16 @@ TEST(Findings, KeysTypesAndWordsThatAreNotRead)
         {"'tvcontrol':[5,null]", "wrong-type@0 wrong-type@1"},
         {"'tvcontrol':[{'action':5,'intent':'Play','amount':1}],'tvcontent':[]",
          "wrong-type@0/action unknown-word@0/intent unknown-key@0/amount"},
-        {"'tvcontrol':[{'action':'muteOn','params':[{'action':'mute_on','amount':'5','time':3000000000,'chanels':[]}]}]",
+        {"'tvcontrol':[{'action':'muteOn','params':[{'action':'mute_on','amount':'5','time':3000000000,'chanels':[]}]}"
+         "]",
          "unknown-word@0/action unknown-word@0/0/action wrong-type@0/0/amount out-of-range@0/0/time "
          "unknown-key@0/0/chanels"},
-        {"'stat':'fail','err':{'code':1.5,'msg':[],'a/b~c':1}", "wrong-type@err/code wrong-type@err/msg "
-                                                                  "unknown-key@err/a~1b~0c"},
+        {"'stat':'fail','err':{'code':1.5,'msg':[],'a/b~c':1}",
+         "wrong-type@err/code wrong-type@err/msg "
+         "unknown-key@err/a~1b~0c"},
         {"'stat':'failed','err':{}", "unknown-word@stat"},
-        {"'domain':[1,'a'],'dialog':[],'nlu_info':{'type':1},'response_info':{'query':1},'tvcontrol':[{'action':'login'}]",
+        {"'domain':[1,'a'],'dialog':[],'nlu_info':{'type':1},'response_info':{'query':1},'tvcontrol':[{'action':'login'"
+         "}]",
          "wrong-type@domain/0 wrong-type@dialog unknown-key@nlu_info/type wrong-type@response_info/query"},
         {"'tvcontrol':[{'action':'display_cast','params':[{'names':['a',5,{}]},{'names':7}]}]",
          "no-effect@0/0/names converted@0/0/names/1 wrong-type@0/0/names/2 wrong-type@0/1/names"},
@@ -146,7 +150,8 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
          "{'direction':'up','index':1,'idx':2}]},{'action':'login','intent':'play'}]",
          "no-effect@0/intent no-effect@0/0/amount no-effect@0/0/time negative@0/1/amount no-effect@0/2/direction "
          "no-effect@0/2/idx not-looked-at@1"},
-        {"'tvcontrol':[{'action':'play_content','params':[{'idx':1},{'index':1},{'index':1,'idx':-1},{'indx':1,'idx':1}]}]",
+        {"'tvcontrol':[{'action':'play_content','params':[{'idx':1},{'index':1},{'index':1,'idx':-1},{'indx':1,'idx':1}"
+         "]}]",
          "no-effect@0/0/idx no-position@0/1/index negative@0/2/idx unknown-key@0/3/indx"},
         {"'tvcontrol':[{'action':'display_detailinfo_cast','params':[{'names':['a']}]}]", "no-effect@0/0/names"},
         {"'tvcontrol':[{'action':'login','params':[{'action':'logout'}]}]", "no-effect@0/action"},
@@ -177,8 +182,7 @@ TEST(Findings, ItemsAndPosters)
         {Played("'type':'apps','app_info':{'id':'x','premium_flag':'s','poster':{'images4premium':{}}}"),
          "no-effect@tvcontent/0/app_info/poster/images4premium"},
         {Played("'type':'apps','app_info':{'id':'x','poster':{'images':{}}}"), "no-effect@tvcontent/0/app_info/poster"},
-        {Played("'type':'movie','poster':{'images':{'index':['57']}}"),
-         "wrong-type@tvcontent/0/poster/images/index/0"},
+        {Played("'type':'movie','poster':{'images':{'index':['57']}}"), "wrong-type@tvcontent/0/poster/images/index/0"},
     };
     for (const auto& [strReply, szFindings] : vRows) {
         SCOPED_TRACE(strReply);
@@ -210,7 +214,8 @@ TEST(Findings, ItemsAndPosters)
 TEST(Findings, SearchSchema)
 {
     const Row rows[] = {
-        {"{'rsp':{'schema':[{'category':'social','rules':[{'from':'2','to':'-5','cycle':'','rule':'result_after'}]}]}}", ""},
+        {"{'rsp':{'schema':[{'category':'social','rules':[{'from':'2','to':'-5','cycle':'','rule':'result_after'}]}]}}",
+         ""},
         {"{'rsp':{'schema':[{'category':'Social','rules':[{'from':2,'to':'5x','cycle':'9999999999'}]},{'rules':{}},"
          "{'category':'others'},{'category':'lintra'}]}}",
          "unknown-word@schema/0/category no-word@schema/0/rules/0 wrong-type@schema/0/rules/0/from "
@@ -231,7 +236,8 @@ TEST(Findings, SuggestionIsWhatWasMeant)
              {"'tvcontrol':[{'action':'xyz'}]", ""},
              {"'tvcontrl':[]", "did you mean \"tvcontrol\"?"},
              {"'tvcontrol':[{'action':'login','amount':5}]", "it belongs into an object of \"params\""},
-             {"'tvcontrol':[{'action':'set_volume','params':[{'amount':'5'}]}]", "did you mean 5 without quotation marks?"},
+             {"'tvcontrol':[{'action':'set_volume','params':[{'amount':'5'}]}]",
+              "did you mean 5 without quotation marks?"},
              {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'number':7}]}]}]", "did you mean \"7\"?"},
              {"'tvcontrol':[{'action':'set_channel','params':{}}]", "put it into a list"}}) {
         SCOPED_TRACE(szMembers);
@@ -245,12 +251,12 @@ TEST(Findings, StandWhereTheyAreInTheText)
         const char* szText;
         std::size_t nLine, nColumn, nLength;
     } kRows[] = {
-        {"{'rsp':\r\n {'тв':1,'stat':'fail'}}", 2, 3, 6},                            // a key, two bytes a letter
+        {"{'rsp':\r\n {'тв':1,'stat':'fail'}}", 2, 3, 6},  // a key, two bytes a letter
         {"{'rsp':\n {'stat':'fail','é':0}}", 2, 17, 4},
-        {"{'rsp':{'tvcontrol':[{'action':\n'x'}]}}", 2, 1, 3},                       // a value
+        {"{'rsp':{'tvcontrol':[{'action':\n'x'}]}}", 2, 1, 3},                         // a value
         {"{'rsp':{'stat':'fail',\n 'err': {'msg':1,'msg': /*'msg'*/ 2}}}", 2, 18, 5},  // the repeated key
-        {"{'rsp':{'stat':'fail'", 1, 22, 0},                                          // the end of the text
-        {"{'rsp':\n[1,\n]}", 2, 3, 1},                                                // the comma, not the bracket
+        {"{'rsp':{'stat':'fail'", 1, 22, 0},                                           // the end of the text
+        {"{'rsp':\n[1,\n]}", 2, 3, 1},                                                 // the comma, not the bracket
         {"\xEF\xBB\xBF", 1, 1, 0},
     };
     for (const auto& [szText, nLine, nColumn, nLength] : kRows) {
@@ -266,7 +272,8 @@ TEST(Findings, StandWhereTheyAreInTheText)
 TEST(Findings, ConversationIsCheckedLineByLine)
 {
     const std::string strText = Quoted(std::string(
-        "\xEF\xBB\xBF\n{'utterance':'u','reply':{'rsp':{'tvcontrol':[{'action':'muteon'}]}},'expect':{'strAction':'x'}}\n"
+        "\xEF\xBB\xBF\n{'utterance':'u','reply':{'rsp':{'tvcontrol':[{'action':'muteon'}]}},'expect':{'strAction':'x'}}"
+        "\n"
         "{'utterance':'ü','reply':{'rsp':{'tvcontrol':[{'action':'x'}]}}}\n"
         "{'utterance':'u','reply':'{'}\n{'utterance':'','reply':5}\n{'reply':{'rsp':{'stat':'fail'}}} x\nx"));
     const std::vector<Finding> vFindings = CheckByForm(strText);
@@ -302,7 +309,8 @@ TEST(Findings, DescriptionKnowsEveryKey)
     std::string strUnknown;
     for (const Finding& stFinding : CheckByForm(DataFile("every-key.json")))
         if (stFinding.strCode == "unknown-key") strUnknown += stFinding.strPointer + '\n';
-    EXPECT_EQ("/rsp/tvcontent/0/casting\n/rsp/tvcontent/0/channel\n/rsp/tvcontent/0/schedule\n"
-              "/rsp/tvcontent/4/trainer\n/rsp/tvcontent/4/category\n/rsp/tvcontent/5/character\n",
-              strUnknown);
+    EXPECT_EQ(
+        "/rsp/tvcontent/0/casting\n/rsp/tvcontent/0/channel\n/rsp/tvcontent/0/schedule\n"
+        "/rsp/tvcontent/4/trainer\n/rsp/tvcontent/4/category\n/rsp/tvcontent/5/character\n",
+        strUnknown);
 }
