@@ -1,11 +1,9 @@
 // "check": every mistake in replies, conversations and search schema documents, at its place.
 #include <unistd.h>
 
-#include <limits>
-
 #include "commands/Command.h"
 #include "findings/Check.h"
-#include "reading/LineFile.h"
+#include "reading/Files.h"
 #include "rendering/FindingText.h"
 #include "rendering/Output.h"
 
@@ -21,10 +19,9 @@ struct CheckOptions {
 bool CheckFile(const std::string& strFile, const Options& stOptions, const CheckOptions& stCheck)
 {
     std::string strText;
-    CLineFile file(strFile);
-    file.Rest(std::numeric_limits<std::size_t>::max(), strText);
-    if (!file.Failure().empty()) {
-        Complain(strFile + " cannot be read: " + file.Failure());
+    std::string strReason;
+    if (!ReadAll(strFile, strText, strReason)) {
+        Complain(strFile + " cannot be read: " + strReason);
         return false;
     }
     const CPaint paint = stOptions.Paint();

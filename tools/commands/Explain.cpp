@@ -11,7 +11,9 @@ namespace
 int RunExplain(const Options& stOptions)
 {
     CSession session(true);
-    const auto Show = [paint = stOptions.Paint()](const Case& stCase) { Print(Explain(stCase, paint)); };
+    const auto Show = [bJson = stOptions.bJson, paint = stOptions.Paint()](const Case& stCase) {
+        Print(bJson ? ExplainJson(stCase) : Explain(stCase, paint));
+    };
     for (const std::string& strFile : stOptions.vFiles)
         session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Show);
     return HasFailed() ? kExitFailure : kExitOk;
@@ -24,5 +26,6 @@ void AddExplain(CCommandLine& line)
     CCommand command = line.Add("explain", "Tell what became of each part of a reply, and why",
                                 "  parlo explain search.json", RunExplain);
     command.Utterance(false);
-    command.Files("a reply of the server; - for standard input");
+    command.Files("a reply of the server, or a conversation; - for standard input");
+    command.Json("Print one JSON object a reply");
 }

@@ -184,3 +184,12 @@ void ForEachEntry(const std::string& strFile, FileForm eForm, const std::string&
 {
     CEntries(strFile, strUtterance, handle).Read(eForm);
 }
+
+bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
+{
+    CLineFile file(strFile);
+    strText.clear();
+    file.Rest(kWhole, strText);
+    strReason = file.Failure();
+    return strReason.empty();
+}

@@ -28,4 +28,8 @@ struct Entry {
 void ForEachEntry(const std::string& strFile, FileForm eForm, const std::string& strUtterance,
                   const std::function<void(Entry&&)>& handle);
 
+// Reads all bytes of the file ("-": standard input) into `strText`. When that fails, returns false and puts the
+// system's reason into `strReason`.
+bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason);
+
 #endif

@@ -1,4 +1,4 @@
-// What became of each part of a reply, and why.
+// An explanation as a person reads it, and as a line of JSON.
 #ifndef PARLO_EXPLAIN_H
 #define PARLO_EXPLAIN_H
 
@@ -7,9 +7,12 @@
 #include "rendering/Text.h"
 #include "session/Case.h"
 
-// Tells it from the reply and the log lines of its call (the session must have kept them), each statement with
-// the log line that it rests on. A statement without one is about something that the library passes over in
-// silence.
+// Each part of the reply with what is wrong with it, at its place in the file, and what the library did with it, with
+// the log line that says so.
 std::string Explain(const Case& stCase, const CPaint& paint);
+
+// {"file", "line", "accepted", "reason" of a refused one, "sections": [{"section", "findings", "statements"}]} with its
+// line break.
+std::string ExplainJson(const Case& stCase);
 
 #endif

@@ -11,6 +11,20 @@ namespace
 
 constexpr std::size_t kLongestShown = 240;  // bytes
 
+// The first `nBytes` bytes, less a character that this would cut.
+std::string_view Head(std::string_view szText, std::size_t nBytes)
+{
+    const auto InsideCharacter = [szText](std::size_t n) { return (szText[n] & 0xC0) == 0x80; };
+    for (int i = 0; i < 3 && InsideCharacter(nBytes); ++i) --nBytes;
+    return szText.substr(0, nBytes);
+}
+
+// What stands behind a text that was cut.
+std::string Rest(std::string_view szText)
+{
+    return "... (" + std::to_string(szText.size()) + " bytes)";
+}
+
 }  // namespace
 
 std::size_t Columns(const std::string& strText)
@@ -28,25 +42,6 @@ std::size_t Columns(const std::string& strText)
     }
     return nColumns;
 }
-
-namespace
-{
-
-// The first `nBytes` bytes, less a character that this would cut.
-std::string_view Head(std::string_view szText, std::size_t nBytes)
-{
-    const auto InsideCharacter = [szText](std::size_t n) { return (szText[n] & 0xC0) == 0x80; };
-    for (int i = 0; i < 3 && InsideCharacter(nBytes); ++i) --nBytes;
-    return szText.substr(0, nBytes);
-}
-
-// What stands behind a text that was cut.
-std::string Rest(std::string_view szText)
-{
-    return "... (" + std::to_string(szText.size()) + " bytes)";
-}
-
-}  // namespace
 
 std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
 {

@@ -107,12 +107,11 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
     const bool bWanted = IsWanted(format);
     const bool bLogged = g_Sink ? g_bLogged : IsLogged();
-    if (!bWanted && !bLogged) return 0;
+    if (g_nQuiet > 0 || (!bWanted && !bLogged)) return 0;
 
     using Writer = int (*)(int, const char*, const char*, ...);
     static const auto pPlatformLog = reinterpret_cast<Writer>(dlsym(RTLD_NEXT, "__dlog_print"));
 
-    if (g_nQuiet > 0) return 0;
     va_list args;
     va_start(args, format);
     char* pText = nullptr;

@@ -59,7 +59,9 @@ void CRefusal::Listen(const LogLine& stLine)
         m_strReason = "the server reported error " + Shown(szRest.substr(0, nMessage));
         m_strLine = stLine.strLine;
     } else if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "nErrCode:", szRest)) {
-        m_strReason = "the server reported error " + std::string(szRest);
+        // A code that is absent or no code reads as 0.
+        m_strReason = szRest == "0" ? "the server reported a failure without a code"
+                                    : "the server reported error " + std::string(szRest);
     }
     for (const Meaning& stMeaning : kMeanings) {
         if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
