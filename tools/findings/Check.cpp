@@ -8,6 +8,7 @@
 #include "findings/Report.h"
 #include "findings/Shape.h"
 #include "findings/Syntax.h"
+#include "reading/Input.h"
 #include "rendering/Text.h"
 
 namespace
@@ -30,7 +31,7 @@ void CheckDocument(const Json::Value& root, const Description::Object& stObject,
 
 std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects)
 {
-    const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMarkSize : 0;
+    const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
     szText.remove_prefix(nMark);
     const CPlaces places(szText);
     CReport report(szText, places);

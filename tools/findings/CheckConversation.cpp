@@ -27,17 +27,12 @@ constexpr Description::Object kTurn = {
 template <typename Visit>
 void ForEachLine(std::string_view szText, const Visit& visit)
 {
-    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMarkSize : 0; nStart < szText.size();) {
+    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
         const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
         const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
         if (szLine.find_first_not_of(" \t\r") != std::string_view::npos) visit(szLine, nStart);
         nStart = nEnd + 1;
     }
-}
-
-bool IsTurn(const Json::Value& root)
-{
-    return root.isObject() && (root.isMember("utterance") || root.isMember("reply")) && !root.isMember("rsp");
 }
 
 // Findings of one line, their offsets from its start.
@@ -123,18 +118,13 @@ std::vector<Finding> CheckConversation(std::string_view szText)
 std::vector<Finding> CheckByForm(std::string_view szText)
 {
     bool bTurn = false;
-    ForEachLine(szText, [&bTurn](std::string_view szLine, std::size_t) {
-        Json::Value root;
-        bTurn = bTurn ||
-                (szLine.find_first_of('{') != std::string_view::npos && ParseJson(szLine, true, root) && IsTurn(root));
-    });
+    ForEachLine(szText, [&bTurn](std::string_view szLine, std::size_t) { bTurn = bTurn || IsTurn(szLine); });
     if (bTurn) return CheckConversation(szText);
-
-    Json::Value root;
-    const bool bJson = ParseJson(szText, false, root);
-    if (bJson && IsTurn(root))
+    if (IsTurn(szText))
         return {{Severity::ERROR, "not-a-turn", "", 0, 1, 1, 1, "a turn of a conversation must stand on one line", ""}};
-    const Json::Value& rsp = bJson && root.isObject() ? root["rsp"] : Json::Value::nullSingleton();
+    Json::Value root;
+    const Json::Value& rsp =
+        ParseJson(szText, false, root) && root.isObject() ? root["rsp"] : Json::Value::nullSingleton();
     const bool bSchema = rsp.isObject() && rsp.isMember("schema") && !rsp.isMember("tvcontrol");
     return bSchema ? CheckSchema(szText) : CheckReply(szText);
 }

@@ -58,7 +58,7 @@ void CCommandEffects::Param(const Node& params, Json::ArrayIndex n)
     for (const std::string& strKey : param.value.getMemberNames()) {
         if (!param.Has(strKey) || m_report.IsDoubted(param.Member(strKey))) continue;
         if (!m_stUse.Takes(strKey)) {
-            Untaken(param, strKey);
+            if (strKey != "index" || !param.Has("idx")) Untaken(param, strKey);
         } else {
             Negative(param, strKey);
             Overwritten(params, n, strKey);
@@ -97,6 +97,7 @@ void CCommandEffects::Overwritten(const Node& params, Json::ArrayIndex n, const 
 {
     const Json::Value& value = params.Element(n).Member(strKey).value;
     if (value.isArray() && strKey != "names") return;  // channels add up
+    if (strKey == "index" || (strKey == "idx" && !params.Element(n).IsInt("index"))) return;
     const std::string strDecider = strKey == "idx" ? "index" : strKey;
     for (Json::ArrayIndex i = n + 1; i < params.Size(); ++i) {
         const Json::Value& later = params.Element(i).Member(strDecider).value;

@@ -41,9 +41,10 @@ std::string Filled(const std::string& strTemplate, int nSize)
 
 bool HasConversion(const std::string& strTemplate)
 {
-    for (std::size_t n = strTemplate.find('%'); n + 1 < strTemplate.size(); n = strTemplate.find('%', n + 2))
-        if (strTemplate[n + 1] != '%') return true;
-    return false;
+    std::size_t n = strTemplate.find('%');
+    while (n != std::string::npos && n + 1 < strTemplate.size() && strTemplate[n + 1] == '%')
+        n = strTemplate.find('%', n + 2);
+    return n != std::string::npos;
 }
 
 // As the library does it: one slash of the last pair that is not the scheme's.

@@ -1,4 +1,7 @@
 // Entries and rules of a search schema document that mean something else than they say.
+#include <cerrno>
+#include <cstdlib>
+#include <limits>
 #include <set>
 
 #include "findings/Effects.h"
@@ -7,21 +10,25 @@
 namespace
 {
 
-bool IsDecimal(const std::string& strText)
+// What is wrong with a text that stands for a decimal number; empty when nothing is.
+std::string NoNumber(const std::string& strText)
 {
-    const std::size_t nSign = strText.empty() || strText[0] != '-' ? 0 : 1;
-    return strText.size() > nSign && strText.size() < 10 + nSign &&
-           strText.find_first_not_of("0123456789", nSign) == std::string::npos;
+    char* pEnd = nullptr;
+    errno = 0;
+    const long long nValue = std::strtoll(strText.c_str(), &pEnd, 10);
+    if (pEnd != strText.c_str() + strText.size()) return "no decimal number: it reads as what it begins with, or as 0";
+    const bool bFits = nValue >= std::numeric_limits<int>::min() && nValue <= std::numeric_limits<int>::max();
+    return bFits && errno == 0 ? "" : "out of range: it reads as the largest or smallest number";
 }
 
 void CheckRule(const Node& rule, CReport& report)
 {
     for (const char* szKey : {"from", "to", "cycle"}) {
         const Node member = rule.Member(szKey);
-        if (member.value.isString() && !IsDecimal(member.Text()))
+        const std::string strWrong = member.value.isString() ? NoNumber(member.Text()) : "";
+        if (!strWrong.empty())
             report.AtValue(member, {Severity::ERROR, "no-number",
-                                    Quoted(szKey) + " is " + Quoted(member.Text()) +
-                                        ", no decimal number: it reads as what it begins with, or 0"});
+                                    Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
     }
     if (rule.Member("rule").Text().empty() && !report.IsDoubted(rule.Member("rule")))
         report.AtValue(rule,

@@ -7,10 +7,13 @@
 #include <cctype>
 #include <exception>
 
+#include "reading/Input.h"
 #include "rendering/Text.h"
 
 namespace
 {
+
+constexpr std::size_t kNowhere = std::string_view::npos;
 
 struct Reason {
     std::string_view szMessage;  // what the JSON library's message contains
@@ -53,7 +56,7 @@ std::string_view WordAt(std::string_view szText, std::size_t nStart)
 // The last character before `nEnd` that is no blank; npos when there is none.
 std::size_t Before(std::string_view szText, std::size_t nEnd)
 {
-    return nEnd == 0 ? std::string_view::npos : szText.find_last_not_of(" \t\r\n", nEnd - 1);
+    return nEnd == 0 ? kNowhere : szText.find_last_not_of(" \t\r\n", nEnd - 1);
 }
 
 // What is wrong at `stSpan`, where the JSON library gave up with `szMessage`; may move the place.
@@ -61,7 +64,7 @@ Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan
 {
     Remark stRemark{Severity::ERROR, "not-json", "it is not JSON"};
     for (const Reason& stReason : kReasons)
-        if (szMessage.find(stReason.szMessage) != std::string_view::npos) stRemark.strText = stReason.szText;
+        if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
 
     const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
     if (!bSyntax) return stRemark;
@@ -73,14 +76,15 @@ Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan
             places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
     } else if (c == '"' && stSpan.nStart + stSpan.nLength == szText.size()) {
         stRemark.strText = "this text is not closed";
-    } else if ((c == '}' || c == ']') && nBefore != std::string_view::npos && szText[nBefore] == ',') {
+    } else if ((c == '}' || c == ']') && nBefore != kNowhere && szText[nBefore] == ',') {
         stRemark.strText = "nothing follows this comma";
         stRemark.strSuggestion = "leave it out";
         stSpan = {nBefore, 1};
     } else if (c == '\'') {
         stRemark.strText = "texts and keys stand between double quotation marks";
     } else if (c == '/') {
-        stRemark.strText = "this comment is not closed";
+        const bool bOpen = szText.substr(stSpan.nStart, 2) == "/*" && szText.find("*/", stSpan.nStart + 2) == kNowhere;
+        stRemark.strText = bOpen ? "this comment is not closed" : "the library takes no comment here";
     } else if (!szWord.empty()) {
         stSpan.nLength = szWord.size();
         stRemark.strText += ", not " + Quoted(szWord);
@@ -138,7 +142,7 @@ bool IsUtf16(std::string_view szText)
 
 bool HasByteOrderMark(std::string_view szText)
 {
-    return szText.substr(0, kByteOrderMarkSize) == "\xEF\xBB\xBF";
+    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark;
 }
 
 bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
@@ -148,7 +152,6 @@ bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
         return false;
     }
     const CPlaces& places = report.Places();
-    constexpr std::size_t kNowhere = std::string_view::npos;
     if (places.TooMany() != kNowhere)
         report.At({places.TooMany(), 1}, "",
                   {Severity::ERROR, "too-many-values",

@@ -17,6 +17,5 @@ void CheckText(std::string_view szText, CReport& report);
 
 // Whether the text begins with a byte order mark of UTF-8.
 bool HasByteOrderMark(std::string_view szText);
-constexpr std::size_t kByteOrderMarkSize = 3;
 
 #endif
