@@ -12,7 +12,7 @@ static bool g_bForGood = false;
 static bool g_bInLibrary = false;
 static bool g_bFailed = false;
 
-static void* Allocate(std::size_t nSize) noexcept
+static void* Allocate(std::size_t nSize, bool /*bThrows*/) noexcept
 {
     if (g_bInLibrary && g_nUntilFailure >= 0 && g_nUntilFailure-- == 0) {
         if (g_bForGood) g_nUntilFailure = 0;
