@@ -299,9 +299,39 @@ TEST(Expectation, ChangesNoOtherByteOfItsLine)
 
 TEST(Progress, IsSharesOfTheWhole)
 {
-    EXPECT_EQ("a\\n  0 % of 1.0 B", ProgressText("a\n", 0, 1));
-    EXPECT_EQ("f  42 % of 10.0 GB", ProgressText("f", 4200000000, 10000000000));
-    EXPECT_EQ("f  100 % of 1.2 MB", ProgressText("f", 1234567, 1234567));
+    const std::string strBlank(20, ' '), strFull(20, '#');
+    EXPECT_EQ("a\\n [" + strBlank + "] 0 % of 1.0 B", ProgressText("a\n", 0, 1));
+    EXPECT_EQ("f [########            ] 42 % of 10.0 GB", ProgressText("f", 4200000000, 10000000000));
+    EXPECT_EQ("f [" + strFull + "] 100 % of 1.2 MB", ProgressText("f", 1234567, 1234567));
+}
+
+// Lines that nobody hears are not formatted, so what is heard must be enough for the reason.
+TEST(Refusal, HearsEveryLineThatItNeeds)
+{
+    const CSession session(false);
+    int nRefused = 0;
+    for (const char* szReply :
+         {"", "{", "[]", "{}", R"({"rsp":{}})", R"({"rsp":{"stat":"fail","err":{"code":"E","msg":"m"}}})",
+          R"({"rsp":{"stat":"fail","err":{"code":7}}})", R"({"rsp":{"stat":"fail"}})", "json parse error",
+          R"({"rsp":{"tvcontrol":[{"action":"TAG_RSP"}]}})"}) {
+        std::string strReasons[2];
+        std::size_t nLines[2] = {};
+        for (const bool bAll : {false, true}) {
+            CRefusal refusal;
+            const auto Listen = [&](const LogLine& stLine) {
+                ++nLines[bAll ? 1 : 0];
+                refusal.Listen(stLine);
+            };
+            const CLogTap tap(Listen, bAll ? nullptr : CRefusal::Hears);
+            _ConvActionInfo info;
+            std::string strReply = szReply;
+            if (!ca_get_speech_action("u", strReply, info)) strReasons[bAll ? 1 : 0] = refusal.Reason();
+        }
+        EXPECT_EQ(strReasons[1], strReasons[0]) << szReply;
+        EXPECT_LT(nLines[0], nLines[1]) << szReply;
+        nRefused += strReasons[0].empty() ? 0 : 1;
+    }
+    EXPECT_EQ(9, nRefused);
 }
 
 TEST(Catalog, StatusOfEveryCountryAndLanguage)

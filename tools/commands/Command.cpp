@@ -133,7 +133,8 @@ void CCommand::Json(const char* szHelp)
 
 void CCommand::Compact()
 {
-    Flag("--compact", m_stOptions.bCompact, "With --json: leave out the fields that are not filled");
+    m_app.add_flag("--compact", m_stOptions.bCompact, "With --json: leave out the fields that are not filled")
+        ->needs(m_app.get_option("--json"));
 }
 
 void CCommand::Flag(const char* szName, bool& bField, const char* szHelp)

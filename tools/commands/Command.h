@@ -50,7 +50,7 @@ public:
     void Files(const char* szHelp);
     void Utterance(bool bRequired);
     void Json(const char* szHelp);
-    void Compact();
+    void Compact();  // behind Json
 
     void Flag(const char* szName, bool& bField, const char* szHelp);
     void Text(const char* szName, std::string& strField, const char* szHelp);
