@@ -89,6 +89,7 @@ private:
 void AddReply(CCommandLine& line);
 void AddConversation(CCommandLine& line);
 void AddExplain(CCommandLine& line);
+void AddLog(CCommandLine& line);
 void AddTest(CCommandLine& line);
 void AddDiff(CCommandLine& line);
 void AddStatus(CCommandLine& line);

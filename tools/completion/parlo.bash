@@ -5,7 +5,7 @@ _parlo()
     local cur prev word command="" words=""
     cur=${COMP_WORDS[COMP_CWORD]}
     prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="reply conversation explain test diff status actions check schema"
+    local commands="reply conversation explain log test diff status actions check schema"
     local options="--help --country --language --voice-recog --log --color"
     COMPREPLY=()
 
@@ -20,7 +20,7 @@ _parlo()
             words+=" da_DK sv_SE fi_FI none"
             ;;
         --utterance) return ;;
-        --junit)
+        --junit | --extract)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
             return
@@ -42,6 +42,7 @@ _parlo()
         reply) options+=" --utterance --json --compact" ;;
         conversation) options+=" --json --compact" ;;
         explain) options+=" --utterance --json" ;;
+        log) options+=" --explain --extract --replay --json" ;;
         test) options+=" --junit --update" ;;
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;
