@@ -59,6 +59,11 @@ public:
     bool GetDisplayControlSetFlag() const { return m_bDisplayControlSet; }
     void GetDisplayControlResult(CADataRepository::_DisCtrlInfo& stInfo);
 
+    // How many items wait. A list that is handed over should have room for as many, which go before its own: they move
+    // there, so that the old list and a grown one are not both held.
+    std::size_t GetContentsCount();
+    static constexpr std::size_t kMostWaiting = 4096;
+
     // Asks for the search schema to be parsed before the next reply; CanRequestSchema answers once for it.
     void RequestSchema();
     bool CanRequestSchema();
@@ -72,17 +77,33 @@ public:
     // Clears what belongs to one reply; error code, dialog state and search schema stay.
     void InitializeData();
 
+    // What older replies left, when a reply begins.
+    struct Before {
+        std::size_t nCommands = 0;
+        std::size_t nContents = 0;
+        std::string strSystemMessage;
+        std::vector<std::string> vDomain;
+        CADataRepository::_DisplayControlInfo stDisplayControl;
+    };
+
+    // Begins a reply: of the items of older replies at most kMostWaiting go on waiting, and a line in the log says so.
+    // ForgetReply takes back what has been stored since; the dialog state stays as it is.
+    Before BeginReply();
+    void ForgetReply(Before&& stBefore);
+
 private:
     enum class Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
+    struct Plan;                      // what the schema makes of the list
 
     void t_ClearContents();
+    std::size_t t_DropOldContents();
     void t_Refresh(Items eItems);
     void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
                                   std::vector<CADataRepository::_SAContents>& list);
-    void t_Sort(Items eItems);
-    void t_SortByFlag(bool& flag, std::vector<CADataRepository::_SAContents>& list,
-                      const std::vector<CADataRepository::_SAContents>& source,
-                      const std::vector<CADataRepository::_CASortRule>& rules);
+    void t_PlanSort(Plan& plan) const;
+    void t_Sort(const Plan& plan, Items eItems);
+    static void t_SortByFlag(bool& flag, Plan& plan, const std::vector<CADataRepository::_SAContents>& source,
+                             const std::vector<CADataRepository::_CASortRule>& rules);
 
     GMutex m_stMutex;
 

@@ -22,7 +22,7 @@ namespace
 {
 
 // A reply is `szBegin`, `szUnit` as often as it fits, `szEnd`. "#" in the unit is replaced by a running number, and
-// "<" by 980 opening, ">" by 980 closing brackets of a list.
+// "<" by 120 opening, ">" by 120 closing brackets of a list.
 struct Shape {
     const char* szName;
     const char* szBegin;
@@ -80,7 +80,7 @@ constexpr Shape kShapes[] = {
      "\"}}}]}}"},
 };
 
-constexpr std::size_t kDepth = 980;  // leaves room for what stands around it
+constexpr std::size_t kDepth = 120;  // leaves room for what stands around it
 
 std::string Expand(const char* szText, unsigned nNumber)
 {

@@ -1,6 +1,7 @@
 #include "FakePlatform.h"
 
 #include <atomic>
+#include <clocale>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +19,31 @@ FakePlatform g_Platform;
 FakeMutex g_Mutex;
 
 static std::mutex g_LogMutex;
+
+namespace
+{
+
+struct OddMarks : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+}  // namespace
+
+std::locale OddLocale()
+{
+    return std::locale(std::locale::classic(), new OddMarks);
+}
+
+// With PARLO_TEST_LOCALE set to a C locale the program runs under that one and the odd one of C++.
+static const bool g_bLocaleSet = [] {
+    const char* const szLocale = std::getenv("PARLO_TEST_LOCALE");
+    if (szLocale == nullptr) return false;
+    if (std::setlocale(LC_NUMERIC, szLocale) == nullptr) std::abort();
+    std::locale::global(OddLocale());
+    return true;
+}();
 
 static char* HeapCopy(const std::optional<std::string>& strText)
 {
@@ -48,6 +74,7 @@ int FakePlatform::Count(const std::string& strMessage) const
 
 int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
+    g_Platform.Called();
     if (!g_Platform.bKeepLog) return 0;
     char* szText = nullptr;
     va_list args;
@@ -66,29 +93,35 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 
 char* vconf_get_str(const char* key)
 {
+    g_Platform.Called();
     return std::strcmp(key, "db/comss/countrycode") == 0 ? HeapCopy(g_Platform.strCountry) : nullptr;
 }
 
 int vc_setting_initialize()
 {
+    g_Platform.Called();
     g_Platform.nSettingOpen += g_Platform.nInitResult == 0;
     return g_Platform.nInitResult;
 }
 
+// Allocates the text whatever it reports.
 int vc_setting_get_language(char** language)
 {
-    if (g_Platform.nLanguageResult == 0) *language = HeapCopy(g_Platform.strLanguage);
+    *language = HeapCopy(g_Platform.strLanguage);
+    g_Platform.Called();
     return g_Platform.nLanguageResult;
 }
 
 int vc_setting_deinitialize()
 {
     --g_Platform.nSettingOpen;
+    g_Platform.Called();
     return g_Platform.nDeinitResult;
 }
 
 int GetData(int item, void* buffer)
 {
+    g_Platform.Called();
     if (item == 830) std::memcpy(buffer, &g_Platform.nFactoryValue, sizeof g_Platform.nFactoryValue);
     return item == 830 ? g_Platform.nFactoryResult : 0;
 }

@@ -3,6 +3,7 @@
 #define PARLO_TESTS_FAKEPLATFORM_H
 
 #include <functional>
+#include <locale>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,12 +32,21 @@ struct FakePlatform {
     bool bKeepLog = true;
     std::vector<LogLine> vLog = {};
     std::function<void(const LogLine&)> onLog = {};  // runs inside the library's log call; may throw
+    void (*onCall)() = nullptr;                      // runs inside every call of the platform; may throw or cancel
+
+    void Called() const
+    {
+        if (onCall != nullptr) onCall();
+    }
 
     // How many lines carry exactly this message.
     int Count(const std::string& strMessage) const;
 };
 
 extern FakePlatform g_Platform;
+
+// A locale in which 1.500 is read as 1500, and 5.0 as no number.
+std::locale OddLocale();
 
 // GLib's mutex, as the tests have it: nothing sleeps, and what is done with it is counted.
 struct FakeMutex {

@@ -14,10 +14,14 @@
 #include <sstream>
 
 #include "commands/Catalog.h"
+#include "comparing/Difference.h"
+#include "parlo-api.h"
+#include "reading/Expectation.h"
 #include "reading/Files.h"
 #include "reading/Input.h"
 #include "rendering/CaseJson.h"
 #include "rendering/Output.h"
+#include "rendering/Progress.h"
 #include "rendering/RecordJson.h"
 #include "rendering/Render.h"
 #include "rendering/Text.h"
@@ -255,12 +259,87 @@ TEST(Refusal, IsToldFromTheLinesOfTheLog)
     }
 }
 
+TEST(Comparing, DifferencesFieldByField)
+{
+    // One; another; how they differ, as "PATH ONE OTHER"; the same where one says only what matters.
+    const char* const kRows[][4] = {{R"({"a":1,"b":[{"c":"x"}]})", R"({"a":1,"b":[{"c":"x"}]})", "", ""},
+                                    {R"({"a":1})", R"({"a":2,"z":0})", "a 1 2;z  0;", "a 1 2;"},
+                                    {R"({"a":{"b":[{"c":"x"},{}]}})", R"({"a":{"b":[{"c":"y","d":1},{}]}})",
+                                     "a.b[0].c \"x\" \"y\";a.b[0].d  1;", "a.b[0].c \"x\" \"y\";"},
+                                    {R"({"a":[1]})", R"({"a":[1,2]})", "a [1] [1,2];", "a [1] [1,2];"},
+                                    {R"({"typo":1})", "{}", "typo 1 ;", "typo 1 ;"},
+                                    {R"({"a":"1"})", R"({"a":1})", "a \"1\" 1;", "a \"1\" 1;"}};
+    for (const auto& [szOne, szOther, szAll, szPart] : kRows) {
+        for (const bool bPart : {false, true}) {
+            std::string strFound;
+            for (const auto& [strPath, strOne, strOther] : Differences(Parsed(szOne), Parsed(szOther), bPart))
+                strFound += strPath + ' ' + strOne + ' ' + strOther + ';';
+            EXPECT_EQ(bPart ? szPart : szAll, strFound) << szOne;
+        }
+    }
+    EXPECT_EQ("    a\\n: now nothing, then \"\\u202e\"\n", DifferenceText({"a\n", "", "\"\\u202e\""}, "now", "then"));
+    EXPECT_EQ(Parsed(R"({"a":2,"l":[{"c":3}],"m":[1,2]})"),
+              PartLike(Parsed(R"({"a":2,"b":9,"l":[{"c":3,"d":4}],"m":[1,2]})"),
+                       Parsed(R"({"a":0,"l":[{"c":0}],"m":[1],"x":0})")));
+}
+
+TEST(Expectation, ChangesNoOtherByteOfItsLine)
+{
+    const std::string kRows[][2] = {
+        {R"( {"utterance" : "é\u0041", "reply":{}} )", R"( {"utterance" : "é\u0041", "reply":{}, "expect": {"a":1}} )"},
+        {R"({"expect":  {"old":[1]} ,"utterance":"u"})", R"({"expect":  {"a":1} ,"utterance":"u"})"},
+        {"\xEF\xBB\xBF{\"expect\":null}\r", "\xEF\xBB\xBF{\"expect\":{\"a\":1}}\r"},
+        {"\xEF\xBB\xBF{}", "\xEF\xBB\xBF{\"expect\": {\"a\":1}}"},
+        {"oops", "oops"}};
+    for (const auto& [strLine, strWanted] : kRows) {
+        EXPECT_EQ(strWanted, WithExpectation(strLine, Parsed("{\"a\":1}")));
+        EXPECT_EQ(strLine == "oops" ? "null" : "{\"a\":1}", JsonText(ExpectationOf(strWanted)));
+    }
+}
+
+TEST(Progress, IsSharesOfTheWhole)
+{
+    const std::string strBlank(20, ' '), strFull(20, '#');
+    EXPECT_EQ("a\\n [" + strBlank + "] 0 % of 1.0 B", ProgressText("a\n", 0, 1));
+    EXPECT_EQ("f [########            ] 42 % of 10.0 GB", ProgressText("f", 4200000000, 10000000000));
+    EXPECT_EQ("f [" + strFull + "] 100 % of 1.2 MB", ProgressText("f", 1234567, 1234567));
+}
+
+// Lines that nobody hears are not formatted, so what is heard must be enough for the reason.
+TEST(Refusal, HearsEveryLineThatItNeeds)
+{
+    const CSession session(false);
+    int nRefused = 0;
+    for (const char* szReply :
+         {"", "{", "[]", "{}", R"({"rsp":{}})", R"({"rsp":{"stat":"fail","err":{"code":"E","msg":"m"}}})",
+          R"({"rsp":{"stat":"fail","err":{"code":7}}})", R"({"rsp":{"stat":"fail"}})", "json parse error",
+          R"({"rsp":{"tvcontrol":[{"action":"TAG_RSP"}]}})"}) {
+        std::string strReasons[2];
+        std::size_t nLines[2] = {};
+        for (const bool bAll : {false, true}) {
+            CRefusal refusal;
+            const auto Listen = [&](const LogLine& stLine) {
+                ++nLines[bAll ? 1 : 0];
+                refusal.Listen(stLine);
+            };
+            const CLogTap tap(Listen, bAll ? nullptr : CRefusal::Hears);
+            _ConvActionInfo info;
+            std::string strReply = szReply;
+            if (!ca_get_speech_action("u", strReply, info)) strReasons[bAll ? 1 : 0] = refusal.Reason();
+        }
+        EXPECT_EQ(strReasons[1], strReasons[0]) << szReply;
+        EXPECT_LT(nLines[0], nLines[1]) << szReply;
+        nRefused += strReasons[0].empty() ? 0 : 1;
+    }
+    EXPECT_EQ(9, nRefused);
+}
+
 TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
-    EXPECT_EQ("there is no service (-1)\n", RenderStatus());
+    EXPECT_EQ("there is no service (-1)\n", RenderStatus(ca_get_conv_status()));
     const CSession session(false);
-    EXPECT_EQ("conversation is available (0)\n", RenderStatus());
+    EXPECT_EQ("conversation is available (0)\n", RenderStatus(ca_get_conv_status()));
     std::istringstream table(RenderAllStatuses(kPlain));
     std::string strLine, strAvailable, strWord;
     std::getline(table, strLine);
@@ -279,20 +358,43 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
                   " DE:de_DE, IT:it_IT, PL:pl_PL, FI:fi_FI, BE:nl_NL, DK:da_DK, IE" + strEnglish +
                   " FR:fr_FR, NL:nl_NL, RU:ru_RU, CH:de_DE,",
               strAvailable);
-    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus());
+    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(ca_get_conv_status()));
     setenv("PARLO_VOICE_RECOG", "0", 1);
-    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus());
+    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus(ca_get_conv_status()));
     EXPECT_NE(std::string::npos, RenderAllStatuses(kPlain).find("KR       no "));
 }
 
 TEST(Catalog, WordsAsTextAndAsJson)
 {
+    const CSession session(false);
     const Json::Value root = Parsed(VocabularyJson());
     EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
               root.getMemberNames());
-    EXPECT_EQ(R"({"code":1,"word":"poweroff"})"
-              "\n",
-              JsonLine(root["actions"][0]));
+    // What some of the actions take and fill, and whether they may follow another one.
+    const std::map<std::string, std::string> mapWanted = {
+        {"poweroff", "1 system|target_device|vSystemActionParam|0"},
+        {"set_channel", "5 channel|channels|vSystemActionParam,vChannels|16"},
+        {"play_content", "22/23 system|idx|vSystemActionParam,vSAContents|16"},
+        {"show_optlist_for_confirm", "50 candidate|names|vSystemActionParam,vCandidates|0"},
+        {"run_webbrowser", "57 system|keyword,website|vSystemActionParam|0"},
+        {"delete_item", "58 none|||0"},
+        {"uninstall_application", "61 system||vSAContents|0"}};
+    std::size_t nWanted = 0;
+    for (const Json::Value& action : root["actions"]) {
+        if (mapWanted.count(action["word"].asString()) == 0) continue;
+        const auto Words = [&](const char* szName) {
+            std::string strWords = "|";
+            for (const Json::Value& word : action[szName]) strWords += (strWords == "|" ? "" : ",") + word.asString();
+            return strWords;
+        };
+        const std::string strWithout =
+            action.isMember("code_without_position") ? "/" + action["code_without_position"].asString() : "";
+        EXPECT_EQ(mapWanted.at(action["word"].asString()),
+                  action["code"].asString() + strWithout + " " + action["lookup"].asString() + Words("takes") +
+                      Words("fills") + "|" + std::to_string(action["after"].size()));
+        ++nWanted;
+    }
+    EXPECT_EQ(mapWanted.size(), nWanted);
     std::map<std::string, int> mapInText;  // how often a line of the text is this word and code
     std::istringstream text(RenderVocabulary(kPlain));
     EXPECT_EQ(0U, text.str().find("Actions of a TV control command\n  word"));

@@ -10,6 +10,9 @@ int main(int argc, char** argv)
     AddReply(line);
     AddConversation(line);
     AddExplain(line);
+    AddLog(line);
+    AddTest(line);
+    AddDiff(line);
     AddStatus(line);
     AddActions(line);
     AddCheck(line);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
@@ -11,6 +12,7 @@
 #include <system_error>
 #include <utility>
 
+#include "findings/Suggestion.h"
 #include "rendering/Output.h"
 
 namespace
@@ -48,6 +50,58 @@ std::vector<std::string> Arguments(int argc, char** argv)
     return vArguments;
 }
 
+// "did you mean "--json"?", with what stands before it; nothing when nothing is like it.
+std::string Suggestion(const std::string& strWord, const std::vector<std::string>& vKnown)
+{
+    const std::vector<std::string_view> vWords(vKnown.begin(), vKnown.end());
+    const std::string strSuggestion = DidYouMean(MostAlike(strWord, vWords));
+    return strSuggestion.empty() ? std::string() : ", " + strSuggestion;
+}
+
+// The long names of the options that may be given to the command; null: to none.
+std::vector<std::string> OptionNames(const CLI::App& app, const CLI::App* pCommand)
+{
+    std::vector<std::string> vNames;
+    for (const CLI::App* pApp : {&app, pCommand}) {
+        if (pApp == nullptr) continue;
+        for (const CLI::Option* pOption : pApp->get_options())
+            for (const std::string& strName : pOption->get_lnames()) vNames.push_back("--" + strName);
+    }
+    return vNames;
+}
+
+// What is wrong with the first argument that nobody took; empty when all were taken. It comes first: what else is
+// wrong may follow from it.
+std::string WrongArgument(const CLI::App& app)
+{
+    const std::vector<std::string> vLeft = app.remaining(true);
+    if (vLeft.empty()) return {};
+    const std::vector<CLI::App*> vChosen = app.get_subcommands();
+    const CLI::App* pCommand = vChosen.empty() ? nullptr : vChosen.front();
+    for (const std::string& strLeft : vLeft) {
+        if (strLeft.size() < 2 || strLeft.front() != '-') continue;
+        const std::string strName = strLeft.substr(0, strLeft.find('='));
+        return "unknown option " + Quoted(strName) + Suggestion(strName, OptionNames(app, pCommand));
+    }
+    if (pCommand != nullptr) return Quoted(vLeft.front()) + " is one argument too many";
+    std::vector<std::string> vNames;
+    for (const CLI::App* pEach : app.get_subcommands(nullptr)) vNames.push_back(pEach->get_name());
+    return "unknown command " + Quoted(vLeft.front()) + Suggestion(vLeft.front(), vNames);
+}
+
+// What is wrong with the variables of the set; empty when nothing is.
+std::string WrongVariable()
+{
+    for (const SetOption& stOption : kSetOptions) {
+        const char* szValue = std::getenv(stOption.szVariable);
+        const auto& vValues = stOption.vValues;
+        if (szValue == nullptr || vValues.empty()) continue;
+        if (std::find(vValues.begin(), vValues.end(), szValue) == vValues.end())
+            return std::string(stOption.szVariable) + " is " + Quoted(szValue) + ", not one of " + Joined(vValues);
+    }
+    return {};
+}
+
 }  // namespace
 
 CPaint Options::Paint() const
@@ -79,7 +133,8 @@ void CCommand::Json(const char* szHelp)
 
 void CCommand::Compact()
 {
-    Flag("--compact", m_stOptions.bCompact, "With --json: leave out the fields that are not filled");
+    m_app.add_flag("--compact", m_stOptions.bCompact, "With --json: leave out the fields that are not filled")
+        ->needs(m_app.get_option("--json"));
 }
 
 void CCommand::Flag(const char* szName, bool& bField, const char* szHelp)
@@ -109,7 +164,8 @@ CCommandLine::CCommandLine()
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage.\n\nExamples:\n"
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, 3 conversation is not available "
+        "(status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
         "  parlo --country DE --language de_DE status");
@@ -153,7 +209,12 @@ int CCommandLine::RunChosen(int argc, char** argv)
             Print(output.str());
             return kExitOk;
         }
-        Complain(error.str() + "; see parlo --help");
+        const std::string strWrong = WrongArgument(*m_pApp);
+        Complain((strWrong.empty() ? error.str() : strWrong) + "; see parlo --help");
+        return kExitUsage;
+    }
+    if (const std::string strWrong = WrongVariable(); !strWrong.empty()) {
+        Complain(strWrong);
         return kExitUsage;
     }
     for (const auto& [pCommand, run] : m_vCommands)
@@ -164,12 +225,14 @@ int CCommandLine::RunChosen(int argc, char** argv)
 
 int CCommandLine::Main(int argc, char** argv)
 {
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));  // a closed pipe is an error of the write, like a full disk
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));  // a closed pipe is an error of the write
     try {
         const int nExit = RunChosen(argc, argv);
         FlushOutput();
         return nExit;
     } catch (const std::system_error& e) {
+        // Whoever closed the pipe has seen enough; what was found wrong until then still counts.
+        if (e.code() == std::errc::broken_pipe) return HasFailed() ? kExitFailure : kExitOk;
         Complain("the output cannot be written: " + e.code().message());
     } catch (const std::exception& e) {
         Complain(e.what());

@@ -50,7 +50,7 @@ public:
     void Files(const char* szHelp);
     void Utterance(bool bRequired);
     void Json(const char* szHelp);
-    void Compact();
+    void Compact();  // behind Json
 
     void Flag(const char* szName, bool& bField, const char* szHelp);
     void Text(const char* szName, std::string& strField, const char* szHelp);
@@ -89,6 +89,9 @@ private:
 void AddReply(CCommandLine& line);
 void AddConversation(CCommandLine& line);
 void AddExplain(CCommandLine& line);
+void AddLog(CCommandLine& line);
+void AddTest(CCommandLine& line);
+void AddDiff(CCommandLine& line);
 void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
 void AddCheck(CCommandLine& line);

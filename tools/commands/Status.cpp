@@ -1,6 +1,7 @@
 // "status": whether conversation is available on the set.
 #include "commands/Catalog.h"
 #include "commands/Command.h"
+#include "parlo-api.h"
 #include "rendering/Output.h"
 #include "session/Session.h"
 
@@ -10,8 +11,13 @@ namespace
 int RunStatus(const Options& stOptions, bool bAll)
 {
     const CSession session(false);
-    Print(bAll ? RenderAllStatuses(stOptions.Paint()) : RenderStatus());
-    return kExitOk;
+    if (bAll) {
+        Print(stOptions.bJson ? AllStatusesJson() : RenderAllStatuses(stOptions.Paint()));
+        return kExitOk;
+    }
+    const int nStatus = ca_get_conv_status();
+    Print(stOptions.bJson ? StatusJson(nStatus) : RenderStatus(nStatus));
+    return nStatus == E_CA_CONV_STATUS_AVAILABLE ? kExitOk : kExitUnavailable;
 }
 
 }  // namespace
@@ -23,4 +29,5 @@ void AddStatus(CCommandLine& line)
                                 "  parlo --country DE --language de_DE status\n  parlo status --all",
                                 [pAll](const Options& stOptions) { return RunStatus(stOptions, *pAll); });
     command.Flag("--all", *pAll, "Show the answer for every country and voice language");
+    command.Json("Print a JSON object; with --all one for each country and voice language");
 }

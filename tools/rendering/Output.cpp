@@ -36,7 +36,8 @@ void Complain(const std::string& strText)
 {
     ClearProgress();
     if (g_nWriteError == 0 && std::fflush(stdout) != 0) g_nWriteError = errno;  // told by the next one who writes
-    const std::string strLine = "parlo: " + Host::Printable(strText) + ".\n";
+    const bool bQuestion = !strText.empty() && strText.back() == '?';
+    const std::string strLine = "parlo: " + Host::Printable(strText) + (bQuestion ? "\n" : ".\n");
     static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));
 }
 

@@ -8,7 +8,8 @@
 void Print(const std::string& strText);
 void FlushOutput();
 
-// Writes "parlo: `strText`." to standard error, fit for a terminal and behind what was printed before.
+// Writes "parlo: `strText`." (a question keeps its mark instead) to standard error, fit for a terminal and behind what
+// was printed before.
 void Complain(const std::string& strText);
 
 // Complains of something for which the program ends with a failure, and goes on.

@@ -3,6 +3,7 @@
 
 #include <json/writer.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <sstream>
@@ -191,6 +192,7 @@ unsigned HiddenCode(std::string_view szText, std::size_t& nLength)
     };
     nLength = Byte(0) == 0x7F ? 1 : Byte(0) == 0xE2 ? 3 : 2;
     if (nLength == 1) return 0x7F;
+    if (nLength == 2 && (Byte(0) & 0xE0U) != 0xC0U) return 0;
     for (std::size_t i = 1; i < nLength; ++i)
         if ((Byte(i) & 0xC0U) != 0x80U) return 0;
     const unsigned nCode = nLength == 3 ? 0x2000U | (Byte(1) & 0x3FU) << 6U | (Byte(2) & 0x3FU)
@@ -201,10 +203,13 @@ unsigned HiddenCode(std::string_view szText, std::size_t& nLength)
 // JSON text allows these raw inside texts; `strJson` with them written as \uXXXX.
 std::string EscapeControls(const std::string& strJson)
 {
-    constexpr char kSuspects[] = "\x7F\xC2\xD8\xE2";
+    const auto IsSuspect = [](char c) { return static_cast<unsigned char>(c) >= 0x7F; };
     std::string strLine;
     std::size_t nDone = 0;
-    for (std::size_t n = 0; (n = strJson.find_first_of(kSuspects, n)) != std::string::npos;) {
+    for (std::size_t n = 0;;) {
+        n = static_cast<std::size_t>(
+            std::find_if(strJson.begin() + static_cast<std::ptrdiff_t>(n), strJson.end(), IsSuspect) - strJson.begin());
+        if (n == strJson.size()) break;
         std::size_t nLength = 0;
         const unsigned nCode = HiddenCode(std::string_view(strJson).substr(n), nLength);
         if (nCode != 0) {

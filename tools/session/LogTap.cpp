@@ -19,6 +19,7 @@
 #pragma GCC visibility pop
 
 #include "Printable.h"
+#include "session/LogForm.h"
 
 namespace
 {
@@ -46,19 +47,16 @@ std::string_view MessageFormat(const char* szFormat)
     return szMessage;
 }
 
-// "file: function(line) > message"
-LogLine Dissect(std::string_view szText)
+LogLine Dissect(int nPriority, std::string_view szText)
 {
     LogLine stLine;
+    stLine.nPriority = nPriority;
     Host::CutColour(szText);
     stLine.strLine = szText.substr(0, kLongestKept);
-    const std::string_view szLine = stLine.strLine;
-    const std::size_t nFunction = szLine.find(": ");
-    const std::size_t nParen = szLine.find('(', nFunction);
-    const std::size_t nMessage = szLine.find(") > ", nParen);
-    if (nMessage == std::string_view::npos) return stLine;
-    stLine.strFunction = szLine.substr(nFunction + 2, nParen - nFunction - 2);
-    stLine.strMessage = szLine.substr(nMessage + 4);
+    LogForm stForm;
+    if (!ParseLogForm(stLine.strLine, stForm)) return stLine;
+    stLine.strFunction = stForm.szFunction;
+    stLine.strMessage = stForm.szMessage;
     return stLine;
 }
 
@@ -122,7 +120,7 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 
     if (bLogged && pPlatformLog != nullptr) pPlatformLog(priority, tag, "%s", pText);
     try {
-        if (bWanted) g_Sink(Dissect({pText, static_cast<std::size_t>(nLength)}));
+        if (bWanted) g_Sink(Dissect(priority, {pText, static_cast<std::size_t>(nLength)}));
     } catch (const std::exception&) {
         // No memory for the line: whoever listens misses it, the library is not disturbed.
     }

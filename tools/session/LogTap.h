@@ -15,6 +15,7 @@ struct LogLine {
     std::string strLine;      // the whole line
     std::string strFunction;  // "InitService"; empty when the line has another form
     std::string strMessage;   // "message"
+    int nPriority = 0;        // 6 error, 3 debug; 0 when it is not known
 };
 
 using LogSink = std::function<void(const LogLine&)>;

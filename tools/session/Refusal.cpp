@@ -23,6 +23,7 @@ constexpr Meaning kMeanings[] = {
     {"Start to parse search server data.", "it has no \"rsp\""},
     {"json parse error", "it is not JSON, or beyond a limit"},
     {"TAG_RSP", ""},
+    {"strCode:", ""},  // a log without its debug lines has this one only
     {"vTVControl is empty", "it holds no TV control command"},
     {"pDataHandler is NULL", "memory ran out"},
     {"stopped by an exception: std::bad_alloc", "memory ran out"},

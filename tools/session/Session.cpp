@@ -68,7 +68,7 @@ void CSession::Run(Entry&& stEntry, const Show& show, bool bQuiet) const
         stCase.strRefusal = stEntry.bUnreadable ? "it cannot be read: " + stEntry.strReason : stEntry.strReason;
     }
     show(stCase);
-    if (stCase.bAccepted || bQuiet) return;
+    if (stCase.bAccepted || (bQuiet && !stEntry.bUnreadable)) return;
     const std::string& strSource = stCase.stReply.strSource;
     Fail(stEntry.bUnreadable ? strSource + " cannot be read: " + stEntry.strReason
                              : strSource + " is refused: " + stCase.strRefusal);

@@ -20,7 +20,8 @@ public:
     CSession& operator=(const CSession&) = delete;
 
     // Hands every reply of the file to the library and what came of it to `show`; what never reached the library is a
-    // refused case without a record. What was refused is complained of behind it, unless `bQuiet`.
+    // refused case without a record. What was refused is complained of behind it, unless `bQuiet`;
+    // what cannot be read always is.
     using Show = std::function<void(const Case&)>;
     void RunFile(const std::string& strFile, FileForm eForm, const std::string& strUtterance, const Show& show,
                  bool bQuiet = false);
