@@ -43,7 +43,8 @@ inline void Require(bool bHolds)
 }
 
 // Sets the television up by a line "COUNTRY LANGUAGE FLAG", such as "US en_US 1". A word "none", or one that is not
-// there, makes the platform fail where it is asked for that setting.
+// there, makes the platform fail where it is asked for that setting. So do the country "empty", the language "refused",
+// which fails with a text all the same, and "stuck", after which the settings cannot be closed.
 void SetPlatform(const std::string& strLine);
 
 }  // namespace Fuzz

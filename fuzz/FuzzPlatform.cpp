@@ -48,7 +48,8 @@ int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
 char* vconf_get_str(const char* /*key*/)
 {
     const char* szCountry = Setting(g_Settings.strCountry);
-    return szCountry == nullptr ? nullptr : strdup(szCountry);
+    if (szCountry == nullptr) return nullptr;
+    return strdup(std::strcmp(szCountry, "empty") == 0 ? "" : szCountry);
 }
 
 int vc_setting_initialize()
@@ -59,12 +60,12 @@ int vc_setting_initialize()
 int vc_setting_get_language(char** language)
 {
     *language = strdup(g_Settings.strLanguage.c_str());
-    return 0;
+    return g_Settings.strLanguage == "refused" ? -1 : 0;
 }
 
 int vc_setting_deinitialize()
 {
-    return 0;
+    return g_Settings.strLanguage == "stuck" ? -1 : 0;
 }
 
 int GetData(int /*item*/, void* buffer)
