@@ -1,42 +1,12 @@
 #include "CAJson.h"
 
 #include <json/reader.h>
-#include <json/writer.h>
 
 #include <algorithm>
 #include <exception>
-#include <memory>
-#include <ostream>
-#include <streambuf>
 
 namespace
 {
-
-// Collects what is written to it, up to a limit; a stream on it goes bad there, which makes the rest cheap.
-class CCappedText : public std::streambuf
-{
-public:
-    explicit CCappedText(std::size_t nLimit) : m_nLimit(nLimit) {}
-
-    std::string m_strText;
-
-protected:
-    std::streamsize xsputn(const char* pText, std::streamsize nSize) override
-    {
-        const auto nRoom = static_cast<std::streamsize>(m_nLimit - m_strText.size());
-        const std::streamsize nTaken = std::min(nSize, nRoom);
-        m_strText.append(pText, static_cast<std::size_t>(nTaken));
-        return nTaken;
-    }
-    int_type overflow(int_type c) override
-    {
-        const char ch = traits_type::to_char_type(c);
-        return xsputn(&ch, 1) == 1 ? c : traits_type::eof();
-    }
-
-private:
-    std::size_t m_nLimit;
-};
 
 // Whether the text has so many values that it means to exhaust memory: a value of two bytes becomes a hundred in the
 // document and more in a record. Counts what could separate values, in strings too, without a branch on any of them.
@@ -77,20 +47,6 @@ bool Parse(const std::string& strText, Json::Value& root)
         return false;
     }
 #pragma GCC diagnostic pop
-}
-
-std::string Styled(const Json::Value& value, std::size_t& nBudget)
-{
-    // Making a writer costs more than writing an ordinary command with it.
-    static thread_local const std::unique_ptr<Json::StreamWriter> pWriter(
-        Json::StreamWriterBuilder().newStreamWriter());
-    CCappedText buffer(nBudget);
-    std::ostream stream(&buffer);
-    if (value.hasComment(Json::commentBefore)) stream.put('\n');
-    pWriter->write(value, &stream);
-    stream.put('\n');
-    nBudget -= buffer.m_strText.size();
-    return std::move(buffer.m_strText);
 }
 
 std::string Text(const Json::Value& value)

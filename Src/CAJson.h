@@ -22,10 +22,6 @@ namespace CAJson
 // them would take long.
 bool Parse(const std::string& strText, Json::Value& root);
 
-// The text of `value` over several lines, indented by tabs. At most `nBudget` bytes, which it takes from it: deep
-// nesting makes the text hundreds of times as long as the reply.
-std::string Styled(const Json::Value& value, std::size_t& nBudget);
-
 // The member `szKey`; null when it is missing or `parent` is not an object.
 inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
 {

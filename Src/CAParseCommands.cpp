@@ -10,6 +10,7 @@
 #include "CAJson.h"
 #include "CALog.h"
 #include "CAReplyKeys.h"
+#include "CAStyledJson.h"
 
 using namespace CADataRepository;
 using namespace CAReplyKeys;
@@ -22,26 +23,36 @@ using CAJson::Text;
 namespace
 {
 
+constexpr char kOperation[] = "t_ParseTVControl";
+
+void TakeKeyword(const Json::Value& keyword, _TVControl& stTVCtl)
+{
+    if (!CAJson::Take(keyword, stTVCtl.szKeyword)) return;
+    CA_LOGD_AS(kOperation, "jPrm[i][TAG_KEYWORD].asString():[%s]", stTVCtl.szKeyword.c_str());
+    CA_LOGD_AS(kOperation, "stTVCtl.szKeyword:[%s]", stTVCtl.szKeyword.c_str());
+}
+
+void TakeWebsite(const Json::Value& website, _TVControl& stTVCtl)
+{
+    if (!CAJson::Take(website, stTVCtl.szWebsite)) return;
+    CA_LOGD_AS(kOperation, "jPrm[i][TAG_WEBSITE].asString():[%s]", stTVCtl.szWebsite.c_str());
+    CA_LOGD_AS(kOperation, "stTVCtl.szWebsite:[%s]", stTVCtl.szWebsite.c_str());
+}
+
 void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVControl& stTVCtl)
 {
-    constexpr char kOperation[] = "t_ParseTVControl";
+    const Json::Value& keyword = Child(param, "keyword");
+    const Json::Value& website = Child(param, "website");
+    CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", keyword.isString(), website.isString());
     CAJson::Take(param, kParamKeys, stTVCtl);
     // The server marks a position by "index" and writes it under "idx".
     if (Child(param, "index").isInt()) stTVCtl.nIndex = Int(param, "idx");
-    std::string strText;
-    if (CAJson::Take(param, "keyword", strText)) {
-        CA_LOGD_AS(kOperation, "jPrm[i][TAG_KEYWORD].asString():[%s]", strText.c_str());
-        stTVCtl.szKeyword = strText;
-        CA_LOGD_AS(kOperation, "stTVCtl.szKeyword:[%s]", stTVCtl.szKeyword.c_str());
-    }
-    if (CAJson::Take(param, "website", strText)) {
-        CA_LOGD_AS(kOperation, "jPrm[i][TAG_WEBSITE].asString():[%s]", strText.c_str());
-        stTVCtl.szWebsite = strText;
-        CA_LOGD_AS(kOperation, "stTVCtl.szWebsite:[%s]", stTVCtl.szWebsite.c_str());
-    }
-    if (Has(param, "names")) {
+    TakeKeyword(keyword, stTVCtl);
+    TakeWebsite(website, stTVCtl);
+    const Json::Value& names = Child(param, "names");
+    if (!names.isNull()) {
         stTVCtl.vNames.clear();
-        CAJson::AppendAnyTexts(Child(param, "names"), stTVCtl.vNames);
+        CAJson::AppendAnyTexts(names, stTVCtl.vNames);
     }
     parser.t_ParseChannelTVControl(Child(param, "channels"), stTVCtl.vChannels);
     parser.t_ParseUSChannelTVControl(Child(param, "umd_channels"), stTVCtl.vChannels);
@@ -50,13 +61,12 @@ void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVCont
 // Logs and reads a command's "params". What the log shows of them comes out of `nLogBudget`.
 void ParseCommandParams(CCAParsePacket& parser, const Json::Value& params, std::size_t& nLogBudget, _TVControl& stTVCtl)
 {
-    constexpr char kOperation[] = "t_ParseTVControl";
-    CA_LOGD_AS(kOperation, "jPrm[%s]", CAJson::Styled(params, nLogBudget).c_str());
+    const std::string strParams = CAStyledJson::Styled(params, nLogBudget);
+    CA_LOGD_AS(kOperation, "jPrm[%s]", strParams.c_str());
+    CAStyledJson::CElementTexts texts(params, strParams);
     int nIndex = 0;
     for (const Json::Value& param : Elements(params)) {
-        CA_LOGD_AS(kOperation, "jPrm[%d][%s]", nIndex++, CAJson::Styled(param, nLogBudget).c_str());
-        CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", Child(param, "keyword").isString(),
-                   Child(param, "website").isString());
+        CA_LOGD_AS(kOperation, "jPrm[%d][%s]", nIndex++, texts.Next(param, nLogBudget).c_str());
         ParseCommandParam(parser, param, stTVCtl);
     }
 }
@@ -73,7 +83,8 @@ bool CCAParsePacket::t_ParseTVControl(const Json::Value& tvcontrol)
         stTVCtl.szAction = Text(command, "action");
         stTVCtl.szIntent = Text(command, "intent");
         CA_LOGE("szAction:[%s], szIntent:%s", stTVCtl.szAction.c_str(), stTVCtl.szIntent.c_str());
-        if (Has(command, "params")) ParseCommandParams(*this, Child(command, "params"), nLogBudget, stTVCtl);
+        const Json::Value& params = Child(command, "params");
+        if (!params.isNull()) ParseCommandParams(*this, params, nLogBudget, stTVCtl);
         CA_LOGD("stTVCtl:website[%s], keyword:[%s]", stTVCtl.szWebsite.c_str(), stTVCtl.szKeyword.c_str());
         pDataHandler->SetTVControl(std::move(stTVCtl));
     }

@@ -5,6 +5,7 @@
 #include "CADataHandler.h"
 #include "CALog.h"
 #include "CAParseJson.h"
+#include "CAStyledJson.h"
 #include "CAUtil.h"
 
 using namespace CADataRepository;
@@ -68,6 +69,7 @@ bool CCAService::InitService(std::string strAppName)
     }
     m_strAppName = std::move(strAppName);
     CA_LOGE("m_strAppName:%s", m_strAppName.c_str());
+    CAStyledJson::PrepareWriter();
     m_pDataMgr = CCADataHandler::GetInstance();
     return t_HasStore(__func__);
 }
@@ -84,6 +86,7 @@ void CCAService::UninitService()
         delete std::exchange(CCADataHandler::pInstance, nullptr);
         m_pDataMgr = nullptr;
     }
+    CAStyledJson::ReleaseWriter();
     m_strAppName.clear();
 }
 

@@ -91,9 +91,11 @@ std::string Bench::Channels(int nChannels)
 void Bench::BareParse(const std::string& strReply)
 {
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader that the library uses
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // as the library calls it
     Json::Value root;
-    if (!Json::Reader().parse(strReply, root)) throw std::runtime_error("a benchmark's reply is not JSON");
+    const char* const pBegin = strReply.data();
+    if (!Json::Reader().parse(pBegin, pBegin + strReply.size(), root, true))
+        throw std::runtime_error("a benchmark's reply is not JSON");
 #pragma GCC diagnostic pop
 }
 

@@ -14,7 +14,8 @@ std::string SearchHandOver(int nItems);
 std::string Contents(int nItems);
 std::string Channels(int nChannels);
 
-// What the library cannot do without: Json::Reader::parse of the text. The document is gone when it returns.
+// What the library cannot do without: Json::Reader::parse of the text, which is not copied for it. The document is gone
+// when it returns.
 void BareParse(const std::string& strReply);
 
 // Whether the platform's log formats each line, as a set does, or drops it.

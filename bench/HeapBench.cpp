@@ -15,13 +15,13 @@
 namespace
 {
 
-struct Heap {
+struct HeapUse {
     long nAllocations = 0;
     long nBytes = 0;  // in use, relative to the last Reset
     long nPeak = 0;
 };
 
-Heap g_Heap;
+HeapUse g_Heap;
 
 }  // namespace
 
@@ -50,9 +50,9 @@ namespace
 {
 
 template <typename Work>
-Heap Measure(Work work)
+HeapUse Measure(Work work)
 {
-    g_Heap = Heap();
+    g_Heap = HeapUse();
     work();
     return g_Heap;
 }
@@ -62,8 +62,8 @@ void Heap(benchmark::State& state, std::string (*pMake)(int))
     std::string strReply = pMake(static_cast<int>(state.range(0)));
     Bench::Service service;
     for (auto _ : state) {
-        const Heap parse = Measure([&strReply] { Bench::BareParse(strReply); });
-        const Heap whole = Measure([&strReply, &state] {
+        const HeapUse parse = Measure([&strReply] { Bench::BareParse(strReply); });
+        const HeapUse whole = Measure([&strReply, &state] {
             CADataRepository::_ConvActionInfo info;
             if (!ca_get_speech_action("show me something", strReply, info)) state.SkipWithError("refused");
         });

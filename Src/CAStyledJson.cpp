@@ -1,0 +1,204 @@
+#include "CAStyledJson.h"
+
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <new>
+#include <ostream>
+#include <streambuf>
+#include <utility>
+
+namespace
+{
+
+std::unique_ptr<Json::StreamWriter> g_pWriter;
+
+std::unique_ptr<Json::StreamWriter> NewWriter()
+{
+    return std::unique_ptr<Json::StreamWriter>(Json::StreamWriterBuilder().newStreamWriter());
+}
+
+// Collects what is written to it, up to a limit; a stream on it goes bad there, which makes the rest cheap.
+class CCappedText : public std::streambuf
+{
+public:
+    explicit CCappedText(std::size_t nLimit) : m_nLimit(nLimit) { Grow(std::min<std::size_t>(nLimit, 512)); }
+
+    std::string Text() &&
+    {
+        m_strText.resize(Used());
+        return std::move(m_strText);
+    }
+
+protected:
+    std::streamsize xsputn(const char* pText, std::streamsize nSize) override
+    {
+        const auto nWanted = static_cast<std::size_t>(nSize);
+        if (nWanted > Room()) Grow(std::min(std::max(Used() + nWanted, 2 * m_strText.size()), m_nLimit));
+        const std::size_t nTaken = std::min(nWanted, Room());
+        std::memcpy(pptr(), pText, nTaken);
+        setp(pptr() + nTaken, epptr());
+        return static_cast<std::streamsize>(nTaken);
+    }
+    int_type overflow(int_type c) override
+    {
+        const char ch = traits_type::to_char_type(c);
+        return xsputn(&ch, 1) == 1 ? c : traits_type::eof();
+    }
+
+private:
+    std::size_t Room() const { return static_cast<std::size_t>(epptr() - pptr()); }
+    std::size_t Used() const { return m_strText.size() - Room(); }
+    void Grow(std::size_t nSize)
+    {
+        const std::size_t nUsed = Used();
+        m_strText.resize(nSize);
+        setp(m_strText.data() + nUsed, m_strText.data() + m_strText.size());
+    }
+
+    std::size_t m_nLimit;
+    std::string m_strText;  // what is written, and room for more
+};
+
+constexpr Json::CommentPlacement kPlacements[] = {Json::commentBefore, Json::commentAfterOnSameLine,
+                                                  Json::commentAfter};
+
+bool HasComment(const Json::Value& value)
+{
+    return std::any_of(std::begin(kPlacements), std::end(kPlacements),
+                       [&value](Json::CommentPlacement ePlacement) { return value.hasComment(ePlacement); });
+}
+
+std::string_view TextOf(const Json::Value& value)
+{
+    const char* pBegin = nullptr;
+    const char* pEnd = nullptr;
+    if (!value.getString(&pBegin, &pEnd)) return {};
+    return {pBegin, static_cast<std::size_t>(pEnd - pBegin)};
+}
+
+std::string_view NameOf(const Json::Value::const_iterator& member)
+{
+    const char* pEnd = nullptr;
+    const char* const pBegin = member.memberName(&pEnd);
+    return pBegin == nullptr ? std::string_view() : std::string_view(pBegin, static_cast<std::size_t>(pEnd - pBegin));
+}
+
+bool HasCommentWithin(const Json::Value& value)
+{
+    return HasComment(value) || std::any_of(value.begin(), value.end(), HasCommentWithin);
+}
+
+// How long the value is in the reply; its names and texts are no longer than that.
+std::size_t SourceBytes(const Json::Value& value)
+{
+    return static_cast<std::size_t>(value.getOffsetLimit() - value.getOffsetStart());
+}
+
+std::string_view Cut(std::string_view szText, std::size_t& nRoom)
+{
+    szText = szText.substr(0, nRoom);
+    nRoom -= szText.size();
+    return szText;
+}
+
+// What of `value` the first `nRoom` bytes of its text can show, and little more. The writer makes up to six bytes of
+// one when it quotes a text, and only then finds out that there is no room for them.
+Json::Value Pruned(const Json::Value& value, std::size_t& nRoom)
+{
+    Json::Value pruned(value.type());
+    if (value.isString()) {
+        const std::string_view szText = Cut(TextOf(value), nRoom);
+        pruned = Json::Value(szText.data(), szText.data() + szText.size());
+    } else if (!value.isArray() && !value.isObject()) {
+        return value;
+    }
+    const auto end = value.end();
+    for (auto member = value.begin(); member != end && nRoom > 0; ++member) {
+        const std::string_view szName = Cut(NameOf(member), nRoom);
+        if (value.isArray())
+            pruned.append(Pruned(*member, nRoom));
+        else
+            *pruned.demand(szName.data(), szName.data() + szName.size()) = Pruned(*member, nRoom);
+    }
+    for (const Json::CommentPlacement ePlacement : kPlacements)
+        if (value.hasComment(ePlacement)) pruned.setComment(value.getComment(ePlacement), ePlacement);
+    return pruned;
+}
+
+std::string Written(const Json::Value& value, std::size_t nLimit)
+{
+    CCappedText buffer(nLimit);
+    std::ostream stream(&buffer);
+    if (value.hasComment(Json::commentBefore)) stream.put('\n');
+    if (g_pWriter != nullptr)
+        g_pWriter->write(value, &stream);
+    else
+        NewWriter()->write(value, &stream);
+    stream.put('\n');
+    // A stream swallows what is thrown in its buffer: it is bad where there is no room, or no memory.
+    std::string strText = std::move(buffer).Text();
+    if (stream.bad() && strText.size() < nLimit) throw std::bad_alloc();
+    return strText;
+}
+
+}  // namespace
+
+namespace CAStyledJson
+{
+
+void PrepareWriter() noexcept
+{
+    try {
+        g_pWriter = NewWriter();
+    } catch (const std::exception&) {
+        g_pWriter = nullptr;  // no memory now; each text makes its own, if there is memory then
+    }
+}
+
+void ReleaseWriter() noexcept
+{
+    g_pWriter = nullptr;
+}
+
+std::string Styled(const Json::Value& value, std::size_t& nBudget)
+{
+    std::size_t nRoom = nBudget;
+    const bool bFits = SourceBytes(value) <= nBudget;
+    std::string strText = bFits ? Written(value, nBudget) : Written(Pruned(value, nRoom), nBudget);
+    nBudget -= strText.size();
+    return strText;
+}
+
+CElementTexts::CElementTexts(const Json::Value& list, const std::string& strList)
+{
+    // A comment may stand anywhere and take several lines. Without a slash there is none.
+    if (strList.find('/') != std::string::npos && HasCommentWithin(list)) return;
+    constexpr std::size_t kOpening = 2;  // the bracket and its line's end
+    m_szRest = std::string_view(strList).substr(std::min(strList.size(), kOpening));
+}
+
+std::string CElementTexts::Next(const Json::Value& element, std::size_t& nBudget)
+{
+    if (nBudget == 0) return {};
+    if (m_szRest.empty()) return Styled(element, nBudget);
+    std::string strText;
+    bool bGoesOn = true;
+    while (bGoesOn) {
+        const std::size_t nEnd = std::min(m_szRest.find('\n'), m_szRest.size() - 1) + 1;
+        strText += m_szRest.substr(1, nEnd - 1);  // less the list's own indentation
+        m_szRest.remove_prefix(nEnd);
+        // A line that is indented further, or closes what was opened. The next element can begin with neither.
+        bGoesOn = m_szRest.size() > 1 && (m_szRest[1] == '\t' || m_szRest[1] == '}' || m_szRest[1] == ']');
+    }
+    const std::size_t nComma = strText.size() - 2;
+    if (strText[nComma] == ',') strText.erase(nComma, 1);
+    strText.resize(std::min(strText.size(), nBudget));
+    nBudget -= strText.size();
+    return strText;
+}
+
+}  // namespace CAStyledJson
