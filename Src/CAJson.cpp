@@ -5,29 +5,18 @@
 #include <algorithm>
 #include <exception>
 
+#include "CAJsonScan.h"
+#include "CAPlainNumbers.h"
+
 namespace
 {
 
-// Whether the text has so many values that it means to exhaust memory: a value of two bytes becomes a hundred in the
-// document and more in a record. Counts what could separate values, in strings too, without a branch on any of them.
-bool IsBomb(const std::string& strText)
-{
-    constexpr std::size_t kMostValues = 1 << 19;
-    if (strText.size() <= kMostValues) return false;
-    std::size_t nValues = 0;
-    for (const char c : strText) nValues += static_cast<std::size_t>((c == ',') | (c == '[') | (c == '{'));
-    return nValues > kMostValues;
-}
-
-// Whether keeping the comments costs little: for each of them the JSON library looks back over the text to the value
-// before it. Counts what could begin a comment, in strings too.
-bool CanKeepComments(const std::string& strText)
+// Whether keeping so many comments costs little: for each of them the JSON library looks back over the text to the
+// value before it.
+bool CanKeepComments(std::size_t nComments, std::size_t nSize)
 {
     constexpr std::size_t kMostWork = std::size_t{1} << 28;
-    std::size_t nComments = 0;
-    for (std::size_t n = strText.find('/'); n != std::string::npos; n = strText.find('/', n + 1))
-        if (n + 1 < strText.size() && (strText[n + 1] == '/' || strText[n + 1] == '*')) ++nComments;
-    return nComments <= kMostWork / std::max<std::size_t>(strText.size(), 1);
+    return nComments <= kMostWork / std::max<std::size_t>(nSize, 1);
 }
 
 }  // namespace
@@ -39,11 +28,14 @@ bool Parse(const std::string& strText, Json::Value& root)
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader whose leniency the servers count on
-    if (IsBomb(strText)) return false;
     try {
-        const char* pBegin = strText.data();
-        return Json::Reader().parse(pBegin, pBegin + strText.size(), root, CanKeepComments(strText));
-    } catch (const std::exception&) {  // nested too deeply, or out of memory
+        const CAJsonScan scan(strText);
+        if (!scan.IsAcceptable()) return false;
+        const std::string& strPlain = scan.Text();
+        const char* pBegin = strPlain.data();
+        return Json::Reader().parse(pBegin, pBegin + strPlain.size(), root,
+                                    CanKeepComments(scan.CommentCount(), strPlain.size()));
+    } catch (const std::exception&) {  // out of memory
         return false;
     }
 #pragma GCC diagnostic pop
@@ -58,7 +50,9 @@ std::string Text(const Json::Value& value)
 
 std::string AnyText(const Json::Value& value)
 {
-    return value.isArray() || value.isObject() ? std::string() : value.asString();
+    if (value.isArray() || value.isObject()) return std::string();
+    const CAPlainNumbers plain;
+    return value.asString();
 }
 
 int AnyInt(const Json::Value& value)

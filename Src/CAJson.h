@@ -16,10 +16,9 @@
 namespace CAJson
 {
 
-// Parses `strText` into `root`, comments included. False when that is not JSON (or nested deeper than the JSON
-// library follows, or memory runs out, or the text seems to hold more than half a million values); `root` is then of
-// no use. Text behind the value is ignored. Comments are dropped from a text that has so many of them that keeping
-// them would take long.
+// Parses `strText` into `root`, comments included. False when that is not JSON, or beyond the limits of CAJsonScan, or
+// memory runs out; `root` is then of no use. Text behind the value is ignored. Comments are dropped from a text that
+// has so many of them that keeping them would take long. The result does not depend on the process's locale.
 bool Parse(const std::string& strText, Json::Value& root);
 
 // The member `szKey`; null when it is missing or `parent` is not an object.

@@ -11,6 +11,8 @@
 #include <streambuf>
 #include <utility>
 
+#include "CAPlainNumbers.h"
+
 namespace
 {
 
@@ -131,6 +133,7 @@ Json::Value Pruned(const Json::Value& value, std::size_t& nRoom)
 
 std::string Written(const Json::Value& value, std::size_t nLimit)
 {
+    const CAPlainNumbers plain;
     CCappedText buffer(nLimit);
     std::ostream stream(&buffer);
     if (value.hasComment(Json::commentBefore)) stream.put('\n');

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string_view>
 
 #include "CALog.h"
@@ -53,34 +52,41 @@ bool Contains(const Languages& vLanguages, std::string_view szLanguage)
     return !szLanguage.empty() && std::find(vLanguages.begin(), vLanguages.end(), szLanguage) != vLanguages.end();
 }
 
-struct FreeText {
-    void operator()(char* sz) const { std::free(sz); }
-};
-using PlatformText = std::unique_ptr<char, FreeText>;
+// A text that the platform hands out and leaves to us. Released whatever happens next.
+struct PlatformText {
+    char* sz;
 
-// Closes the voice control settings when the query is over, however it ends.
-struct VCSettingCloser {
-    ~VCSettingCloser()
-    {
-        if (vc_setting_deinitialize() != 0) CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_deinitialize failed");
-    }
+    explicit PlatformText(char* szText = nullptr) : sz(szText) {}
+    ~PlatformText() { std::free(sz); }
+    PlatformText(const PlatformText&) = delete;
+    PlatformText& operator=(const PlatformText&) = delete;
 };
+
+// Asks the voice control settings, which are open.
+std::string AskLanguage()
+{
+    PlatformText language;  // may be allocated although the service reports failure
+    const int nResult = vc_setting_get_language(&language.sz);
+    if (nResult == 0 && language.sz != nullptr) return language.sz;
+    CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_get_language failed or pLanguage is NULL:%d", nResult);
+    return "";
+}
 
 }  // namespace
 
 std::string CCAUtil::GetCountry()
 {
-    const PlatformText pCountry(vconf_get_str("db/comss/countrycode"));
-    if (pCountry == nullptr) {
+    const PlatformText country(vconf_get_str("db/comss/countrycode"));
+    if (country.sz == nullptr) {
         CA_LOGE("vconf get CountryCode error");
         return "US";
     }
-    if (*pCountry == '\0') {
+    if (*country.sz == '\0') {
         CA_LOGE("vconf get CountryCode is empty");
         return "US";
     }
-    CA_LOGD("Countrycode is %s", pCountry.get());
-    return pCountry.get();
+    CA_LOGD("Countrycode is %s", country.sz);
+    return country.sz;
 }
 
 std::string CCAUtil::GetVCSettingLanguage()
@@ -91,15 +97,17 @@ std::string CCAUtil::GetVCSettingLanguage()
         return "";
     }
 
-    const VCSettingCloser closer;
-    char* szLanguage = nullptr;
-    const int nResult = vc_setting_get_language(&szLanguage);
-    if (nResult != 0 || szLanguage == nullptr) {
-        CA_LOGE("vc_setting_get_language failed or pLanguage is NULL:%d", nResult);
-        return "";
+    // The settings are closed however the question ends; not by a destructor, which must not call the platform: a call
+    // that throws there, or in which the thread is cancelled, ends the process.
+    std::string strLanguage;
+    try {
+        strLanguage = AskLanguage();
+    } catch (...) {
+        vc_setting_deinitialize();
+        throw;
     }
-    const PlatformText pLanguage(szLanguage);
-    return pLanguage.get();
+    if (vc_setting_deinitialize() != 0) CA_LOGE("vc_setting_deinitialize failed");
+    return strLanguage;
 }
 
 bool CCAUtil::IsEnLanguage(const std::string& strLanguage)
