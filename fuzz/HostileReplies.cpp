@@ -58,7 +58,7 @@ constexpr Shape kShapes[] = {
     {"keys-alike", 0, "{\"rsp\":{", "\"a-long-beginning-that-all-of-the-keys-have-in-common-#\":0,", "\"a\":0}}"},
     {"deep-lists", 0, IN_RSP("x"), "<>,", "0]}}"},
     {"deep-objects", 0, IN_RSP("x"), "(),", "0]}}"},
-    {"too-deep-objects", 0, "{\"rsp\":", "{\"x\":", "}", true},
+    {"too-deep-objects", 0, "{\"rsp\":", "{\"x\":", "}"},
     {"too-deep", 0, "{\"rsp\":", "[", "}"},
     {"not-closed", 0, "{\"rsp\":{\"x\":[", "[0,", ""},
     {"not-json", 0, "{\"rsp\":[", "}", "]}"},
@@ -104,7 +104,7 @@ constexpr Shape kShapes[] = {
      "/", "\"}}}]}}"},
 };
 
-constexpr std::size_t kDepth = 980;     // leaves room for what stands around it
+constexpr std::size_t kDepth = 120;     // as deep as the library reads, with what stands around it
 constexpr int kReplies[] = {1, 3, 10};  // in a row
 constexpr double kMostTimes = 2.4;
 constexpr double kSlackBytes = 1 << 20;  // of the memory: the allocator takes it in large pieces

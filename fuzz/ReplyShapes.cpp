@@ -60,7 +60,7 @@ Shape Object(std::initializer_list<std::pair<std::string_view, Shape>> vParts, c
         shape.vParts.push_back(std::move(part));
     };
     for (const auto& [szKey, part] : vParts) add(szKey, part);
-    const auto addTable = [&add](const auto& table) {
+    [[maybe_unused]] const auto addTable = [&add](const auto& table) {
         for (const auto& key : table) add(key.szKey, {key.pText != nullptr ? Shape::TEXT : Shape::NUMBER});
     };
     (addTable(tables), ...);

@@ -65,6 +65,24 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
     EXPECT_TRUE(Store().GetTVControl().size() == 60 && Results().size() == 60);
 }
 
+// For the thread sanitizer too: what the getter's lock orders is who may read the list that it hands out.
+TEST_F(DataHandler, ThreadsShareTheLists)
+{
+    std::atomic<int> nDone{0};
+    const auto fill = [&nDone] {
+        for (int i = 0; i < 60; ++i) {
+            Store().SetTVControl(_TVControl());
+            Store().SetSeachServerContentsList(std::vector<_SAContents>(1));
+        }
+        nDone.fetch_add(1, std::memory_order_relaxed);
+    };
+    std::thread one(fill), other(fill);
+    while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
+    EXPECT_EQ(120U, Store().GetTVControl().size());
+    one.join(), other.join();
+    EXPECT_EQ(120U, Results().size());
+}
+
 // The list is logged under the lock: meanwhile another thread's getter waits, and what is not guarded does not.
 TEST_F(DataHandler, HeldLockMakesAGetterWaitAndNothingElse)
 {
