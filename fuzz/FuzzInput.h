@@ -47,6 +47,9 @@ inline void Require(bool bHolds)
 // which fails with a text all the same, and "stuck", after which the settings cannot be closed.
 void SetPlatform(const std::string& strLine);
 
+// Makes the `nLine`-th line from now on throw in the log; 0: none.
+void FailLog(std::size_t nLine);
+
 }  // namespace Fuzz
 
 #endif

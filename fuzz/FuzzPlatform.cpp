@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
+#include <stdexcept>
 
 #include "FuzzInput.h"
 #include "ca_platform.h"
@@ -19,6 +20,8 @@ struct Settings {
     std::string strFlag;
 };
 Settings g_Settings;
+std::size_t g_nFailingLine = 0;
+bool g_bLogFailed = false;
 
 const char* Setting(const std::string& strValue)
 {
@@ -33,6 +36,12 @@ void Fuzz::SetPlatform(const std::string& strLine)
     std::istringstream(strLine) >> g_Settings.strCountry >> g_Settings.strLanguage >> g_Settings.strFlag;
 }
 
+void Fuzz::FailLog(std::size_t nLine)
+{
+    g_nFailingLine = nLine;
+    g_bLogFailed = false;
+}
+
 int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
 {
     static char line[4096];
@@ -41,8 +50,10 @@ int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
     const int nLength = std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
     Fuzz::Require(std::strcmp(tag, "ParloAPI") == 0 && nLength > 0);
-    Fuzz::Require(std::strstr(format, "stopped by an exception") == nullptr);  // the boundary would hide it
-    return 0;
+    Fuzz::Require(g_bLogFailed || std::strstr(format, "stopped by an exception") == nullptr);  // it would be hidden
+    if (g_nFailingLine == 0 || --g_nFailingLine > 0) return 0;
+    g_bLogFailed = true;
+    throw std::runtime_error("no log");
 }
 
 char* vconf_get_str(const char* /*key*/)

@@ -23,9 +23,15 @@ constexpr std::string_view kTexts[] = {
     "%d",     "%%",   "%s%n",     "//",     ".png",    "7",     "+09:30", "http://e.example.com//%03d.jp",
     "No",     "Yes",  "{Null}",   "\\n\n",  "\\u20ac", "\\ud8", "\xC3(",  "\\u0000\\ud83d\\ude00",
     "\x01\t", "\0"sv, "\xFF\xFE", "//x/**/"};
-constexpr std::string_view kNumbers[] = {"1",     "0",          "-1",         "57",          "2.0",
-                                         "2.5",   "2147483647", "2147483648", "-2147483648", "18446744073709551616",
-                                         "1e400", "1e-9"};
+constexpr std::string_view kNumbers[] = {"1",           "0",
+                                         "-1",          "57",
+                                         "2.0",         "2.5",
+                                         "2147483647",  "2147483648",
+                                         "-2147483648", "18446744073709551616",
+                                         "1e400",       "1e-9",
+                                         "-1.5e3",      "0.25E-7",
+                                         "25.0e+1",     "7.5e",
+                                         "1.e5",        "0.1e99999999999999"};
 constexpr std::string_view kOthers[] = {"null",         "true",     "false", "[]", "{}", "[1,\"x\",null,[]]",
                                         "{\"name\":5}", "/**/null", "0//\n", "",   "]",  "\"",
                                         "0,",           "{\"x\""};
@@ -226,7 +232,7 @@ private:
     void Object(const Shape& shape, std::size_t nKind)
     {
         Raw("{");
-        if (nKind < 224) Member(shape, 0);
+        if (nKind < 192) Member(shape, 0);
         for (std::size_t i = nKind % 8; i > 0; --i) {
             if (m_strText.back() != '{') Raw(",");
             Member(shape, m_Input.Byte() % shape.vNames.size());

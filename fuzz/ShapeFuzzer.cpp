@@ -8,12 +8,14 @@
 
 #include "CADataHandler.h"
 #include "CAParseJson.h"
+#include "CAUtil.h"
 #include "ReplyShapes.h"
 #include "Speak.h"
 
 namespace
 {
 
+const CADataRepository::_TVControl kCommand;  // of a caller who fills the store by hand
 const bool kShow = std::getenv("PARLO_FUZZ_SHOW") != nullptr;
 
 const std::string& Shown(const char* szStep, const std::string& strText)
@@ -33,32 +35,55 @@ void Restart()
 
 void AskStatus(Fuzz::CInput& input)
 {
-    constexpr const char* kCountries[] = {"US", "KR", "BE", "IN", "empty", "none"};
-    constexpr const char* kLanguages[] = {"en_US", "ko_KR", "fr_FR", "refused", "stuck", "none"};
+    constexpr const char* kCountries[] = {"US", "KR", "PT", "IN", "empty", "none"};
+    constexpr const char* kLanguages[] = {"en_US", "ko_KR", "pt_BR", "refused", "stuck", "none"};
     constexpr const char* kFlags[] = {"1", "0", "none"};
     const std::string strCountry = input.OneOf(kCountries);
     const std::string strLanguage = input.OneOf(kLanguages);
     Fuzz::SetPlatform(Shown("status", strCountry + " " + strLanguage + " " + input.OneOf(kFlags)));
     Fuzz::RequireStatus();
+    const bool bSpoken = strCountry == "KR"   ? strLanguage == "ko_KR"
+                         : strCountry == "PT" ? CCAUtil::IsPTLanguage(strLanguage)
+                                              : strCountry != "IN" && CCAUtil::IsEnLanguage(strLanguage);
+    Fuzz::Require(CCAUtil::CompareCountryLanguage() == bSpoken);
+}
+
+// The platform's log fails somewhere within a call. What that left behind must not show in a later one.
+void CallWithFailingLog(Fuzz::CInput& input, std::string& strReply)
+{
+    CADataRepository::_ConvActionInfo info;
+    const std::size_t nCall = input.Byte();
+    Fuzz::FailLog(nCall % 4 == 0 ? input.Byte() : nCall / 4 % 8);
+    if (nCall % 4 == 0) ca_get_speech_action("find a film", strReply, info);
+    if (nCall % 4 == 1) ca_get_conv_status();
+    if (nCall % 4 == 2) ca_initial_service("twice");
+    if (nCall % 4 == 3) ca_uninitial();
+    Fuzz::FailLog(0);
+    if (nCall % 4 == 3) Restart();
 }
 
 // The rules stay for the rest of the service's life; they order nothing, since there is but one source of results.
 void LoadSchema(const std::string& strSchema)
 {
     unsigned nCount = 77;
-    CCAParsePacket().ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strSchema, nCount);
-    Fuzz::Require(nCount == 77);
+    CCAParsePacket parser;
+    parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strSchema, nCount);
+    CCADataHandler::GetInstance()->GetCommunicateErrorCode();
+    Fuzz::Require(nCount == 77 && !parser.ParseData(static_cast<E_CA_PARSE_JSON_STATUS>(-1), strSchema, nCount));
 }
 
 void ShowInDetail(const std::string& strContent)
 {
+    CCAParsePacket parser;
+    const int nMinutes = parser.t_GetTimeZoneDifferenceByStr(strContent.substr(0, 6));
+    Fuzz::Require(std::abs(nMinutes) <= 99 * 60 + 99);
     Json::Value content;
     try {
         std::istringstream(strContent) >> content;
     } catch (const std::exception&) {
         return;  // no document
     }
-    Fuzz::Require(CCAParsePacket().t_ParseContent(content));
+    Fuzz::Require(parser.t_ParseContent(content));
 }
 
 void Step(Fuzz::CInput& input, std::string& strReply)
@@ -75,9 +100,13 @@ void Step(Fuzz::CInput& input, std::string& strReply)
             return ShowInDetail(Shown("content", Fuzz::MakeContent(input)));
         case 5:
             return CCADataHandler::GetInstance()->RequestSchema();
+        case 9:
+            return CCADataHandler::GetInstance()->SetTVControl(kCommand);
         case 6:
             return Fuzz::RequireThatCommandsWork();
         case 7:
+            return CallWithFailingLog(input, strReply);
+        case 8:
             break;  // the same reply again
         default:
             strReply = Fuzz::MakeReply(input);

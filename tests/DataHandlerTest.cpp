@@ -65,7 +65,8 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
     EXPECT_TRUE(Store().GetTVControl().size() == 60 && Results().size() == 60);
 }
 
-// For the thread sanitizer too: what the getter's lock orders is who may read the list that it hands out.
+// For the thread sanitizer too: whoever takes the lock of the getter sees all that was set before, and nothing else
+// orders these threads.
 TEST_F(DataHandler, ThreadsShareTheLists)
 {
     std::atomic<int> nDone{0};
@@ -76,11 +77,19 @@ TEST_F(DataHandler, ThreadsShareTheLists)
         }
         nDone.fetch_add(1, std::memory_order_relaxed);
     };
-    std::thread one(fill), other(fill);
-    while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
+    const auto wait = [&nDone] {
+        while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
+    };
+    std::vector<_SAContents> vItems;
+    const auto take = [&] {
+        wait();
+        Store().TakeSAContentsList(vItems);
+    };
+    std::thread threads[] = {std::thread(fill), std::thread(fill), std::thread(take)};
+    wait();
     EXPECT_EQ(120U, Store().GetTVControl().size());
-    one.join(), other.join();
-    EXPECT_EQ(120U, Results().size());
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(120U, vItems.size());
 }
 
 // The list is logged under the lock: meanwhile another thread's getter waits, and what is not guarded does not.
