@@ -1,6 +1,8 @@
 #include "CADataHandler.h"
 
+#include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "CADataSortFilter.h"
@@ -37,7 +39,31 @@ void Release(Container& container)
     Container().swap(container);
 }
 
+// Drops what is behind the first `nCount` elements.
+template <typename Element>
+void Shorten(std::vector<Element>& list, std::size_t nCount)
+{
+    if (nCount < list.size()) list.erase(list.begin() + static_cast<std::ptrdiff_t>(nCount), list.end());
+}
+
 }  // namespace
+
+// The merges of a sort in their order, the rules of each converted already: what can fail comes before anything moves.
+struct CCADataHandler::Plan {
+    struct Merge {
+        const std::vector<_SAContents>* pSource;
+        std::vector<CCADataSortFilter::Rule> vRules;
+    };
+
+    std::size_t nList;  // entries that the list has after the merges so far
+    std::vector<Merge> vMerges = {};
+    Source sources[4] = {{E_CA_SCHEMA_CATEGORY_LINTRA},
+                         {E_CA_SCHEMA_CATEGORY_YOUTUBE},
+                         {E_CA_SCHEMA_CATEGORY_SOCIAL},
+                         {E_CA_SCHEMA_CATEGORY_OTHERS}};
+    std::vector<_SAContents> vBeside = {};  // entries that lead or follow the list as a block
+    bool bOthersMet = false;
+};
 
 CCADataHandler::CCADataHandler()
 {
@@ -124,19 +150,13 @@ void CCADataHandler::SetSchemaList(_CASchema stSchema)
 
 void CCADataHandler::SetSeachServerContentsList(const _ContentsItem& stItem)
 {
-    CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.emplace_back(stItem);
-    m_bSorted = false;
+    SetSeachServerContentsList(std::vector<_SAContents>(1, _SAContents(stItem)));
 }
 
 void CCADataHandler::SetSeachServerContentsList(std::vector<_SAContents>&& vEntries)
 {
     CCAPollingLock lock(m_stMutex);
-    if (m_vContentsItem.empty())
-        m_vContentsItem.swap(vEntries);
-    else
-        m_vContentsItem.insert(m_vContentsItem.end(), std::make_move_iterator(vEntries.begin()),
-                               std::make_move_iterator(vEntries.end()));
+    m_vContentsItem.push_back(std::move(vEntries));
     m_bSorted = false;
 }
 
@@ -200,6 +220,34 @@ void CCADataHandler::InitializeData()
     Release(m_vDisplayItems);
 }
 
+CCADataHandler::Before CCADataHandler::BeginReply()
+{
+    if (const std::size_t nDropped = t_DropOldContents(); nDropped > 0)
+        CA_LOGE("too much content waits for a command: that of the %u oldest replies is dropped",
+                static_cast<unsigned>(nDropped));
+    CCAPollingLock lock(m_stMutex);
+    return {m_vTVControl.size(),
+            m_vContentsItem.size(),
+            m_strSystemMessage,
+            m_vDomain,
+            {m_bDisplayControlSet, m_nNumberOfItem, m_nDisplayAction, m_vDisplayItems}};
+}
+
+void CCADataHandler::ForgetReply(Before&& stBefore)
+{
+    CCAPollingLock lock(m_stMutex);
+    Shorten(m_vTVControl, stBefore.nCommands);
+    Shorten(m_vContentsItem, stBefore.nContents);
+    Release(m_vSAContents);
+    m_bSorted = false;
+    m_strSystemMessage.swap(stBefore.strSystemMessage);
+    m_vDomain.swap(stBefore.vDomain);
+    m_bDisplayControlSet = stBefore.stDisplayControl.bSet;
+    m_nNumberOfItem = stBefore.stDisplayControl.numberOfItem;
+    m_nDisplayAction = stBefore.stDisplayControl.nAction;
+    m_vDisplayItems.swap(stBefore.stDisplayControl.vItems);
+}
+
 void CCADataHandler::t_ClearContents()
 {
     Release(m_vContentsItem);
@@ -207,14 +255,37 @@ void CCADataHandler::t_ClearContents()
     m_bSorted = false;
 }
 
+std::size_t CCADataHandler::t_ContentCount() const
+{
+    return std::accumulate(
+        m_vContentsItem.begin(), m_vContentsItem.end(), std::size_t{0},
+        [](std::size_t nCount, const std::vector<_SAContents>& items) { return nCount + items.size(); });
+}
+
+// Says of how many replies. The oldest go first: a viewer waits for the results of the last reply.
+std::size_t CCADataHandler::t_DropOldContents()
+{
+    constexpr std::size_t kMostWaiting = 4096;
+    CCAPollingLock lock(m_stMutex);
+    std::size_t nCount = t_ContentCount();
+    auto kept = m_vContentsItem.begin();
+    for (; nCount > kMostWaiting; ++kept) nCount -= kept->size();
+    const auto nDropped = static_cast<std::size_t>(kept - m_vContentsItem.begin());
+    m_vContentsItem.erase(m_vContentsItem.begin(), kept);
+    if (nDropped > 0) m_bSorted = false;
+    return nDropped;
+}
+
 void CCADataHandler::t_Refresh(Items eItems)
 {
+    Plan plan{t_ContentCount()};
     if (!m_bSorted) {
         CA_LOGD_AS(kGetList, " Data has been updated, it will be sorted");
-        t_Sort(eItems);
-        m_bSorted = true;
+        t_PlanSort(plan);
     }
     CA_LOGD_AS(kGetList, " set the contents list data");
+    if (!m_bSorted) t_Sort(plan, eItems);
+    m_bSorted = true;
 }
 
 void CCADataHandler::t_ServerToSAContentsList(const std::vector<_SAContents>& items, std::vector<_SAContents>& list)
@@ -222,42 +293,53 @@ void CCADataHandler::t_ServerToSAContentsList(const std::vector<_SAContents>& it
     AppendAll(list, list.end(), items);
 }
 
-void CCADataHandler::t_Sort(Items eItems)
+void CCADataHandler::t_PlanSort(Plan& plan) const
 {
-    m_vSAContents.clear();
-    if (eItems == Items::MOVE)
-        m_vSAContents.swap(m_vContentsItem);
-    else
-        t_ServerToSAContentsList(m_vContentsItem, m_vSAContents);
-
-    Source sources[] = {{E_CA_SCHEMA_CATEGORY_LINTRA},
-                        {E_CA_SCHEMA_CATEGORY_YOUTUBE},
-                        {E_CA_SCHEMA_CATEGORY_SOCIAL},
-                        {E_CA_SCHEMA_CATEGORY_OTHERS}};
-    const std::vector<_SAContents> vBeside;  // entries that lead or follow the list as a block
-    bool bOthersMet = false;
-
     for (const _CASchema& schema : m_vSchemaList) {
         const bool bOthers = schema.nCategory == E_CA_SCHEMA_CATEGORY_OTHERS;
-        if (bOthers && std::exchange(bOthersMet, true)) continue;  // only the first one counts
+        if (bOthers && std::exchange(plan.bOthersMet, true)) continue;  // only the first one counts
         bool bValid = bOthers;
-        for (Source& source : sources) {
+        for (Source& source : plan.sources) {
             if (!bOthers && source.nCategory != schema.nCategory) continue;
-            t_SortByFlag(source.bMerged, m_vSAContents, source.vEntries, schema.vRules);
+            t_SortByFlag(source.bMerged, plan, source.vEntries, schema.vRules);
             bValid = true;
         }
-        if (!bValid) CA_LOGD(" %d is not valid category!", schema.nCategory);
+        if (!bValid) CA_LOGD_AS("t_Sort", " %d is not valid category!", schema.nCategory);
+    }
+}
+
+void CCADataHandler::t_SortByFlag(bool& flag, Plan& plan, const std::vector<_SAContents>& source,
+                                  const std::vector<_CASortRule>& rules)
+{
+    if (std::exchange(flag, true)) return;
+    const auto nSource = static_cast<int>(source.size());
+    plan.vMerges.push_back(
+        {&source, CCADataSortFilter::t_ConvertToRules(rules, static_cast<int>(plan.nList), nSource)});
+    plan.nList += source.size();
+}
+
+void CCADataHandler::t_Sort(const Plan& plan, Items eItems)
+{
+    m_vSAContents.clear();
+    if (eItems == Items::MOVE && m_vContentsItem.size() == 1) {
+        m_vSAContents.swap(m_vContentsItem.front());
+    } else {
+        m_vSAContents.reserve(t_ContentCount());
+        for (std::vector<_SAContents>& items : m_vContentsItem) {
+            if (eItems == Items::KEEP) {
+                t_ServerToSAContentsList(items, m_vSAContents);
+                continue;
+            }
+            std::move(items.begin(), items.end(), std::back_inserter(m_vSAContents));
+            Release(items);  // a list and its successor must not both be held in full
+        }
     }
 
-    for (const Source& source : sources)
-        if (!bOthersMet && !source.bMerged) AppendAll(m_vSAContents, m_vSAContents.end(), source.vEntries);
+    for (const auto& [pSource, vRules] : plan.vMerges) CCADataSortFilter::t_Sort(vRules, m_vSAContents, *pSource);
+    for (const Source& source : plan.sources)
+        if (!plan.bOthersMet && !source.bMerged) AppendAll(m_vSAContents, m_vSAContents.end(), source.vEntries);
+    const std::vector<_SAContents>& vBeside = plan.vBeside;
     if (!vBeside.empty())
         AppendAll(m_vSAContents, vBeside.front().szPlacement.empty() ? m_vSAContents.end() : m_vSAContents.begin(),
                   vBeside);
-}
-
-void CCADataHandler::t_SortByFlag(bool& flag, std::vector<_SAContents>& list, const std::vector<_SAContents>& source,
-                                  const std::vector<_CASortRule>& rules)
-{
-    if (!std::exchange(flag, true)) CCADataSortFilter::SchemaSort(list, source, rules);
 }

@@ -72,17 +72,34 @@ public:
     // Clears what belongs to one reply; error code, dialog state and search schema stay.
     void InitializeData();
 
+    // What older replies left, when a reply begins.
+    struct Before {
+        std::size_t nCommands = 0;
+        std::size_t nContents = 0;  // replies whose items wait
+        std::string strSystemMessage;
+        std::vector<std::string> vDomain;
+        CADataRepository::_DisplayControlInfo stDisplayControl;
+    };
+
+    // Begins a reply: items of older replies beyond a limit are dropped, with a line in the log. ForgetReply takes back
+    // what has been stored since; the dialog state stays as it is.
+    Before BeginReply();
+    void ForgetReply(Before&& stBefore);
+
 private:
     enum class Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
+    struct Plan;                      // what the schema makes of the list
 
     void t_ClearContents();
+    std::size_t t_ContentCount() const;
+    std::size_t t_DropOldContents();
     void t_Refresh(Items eItems);
     void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
                                   std::vector<CADataRepository::_SAContents>& list);
-    void t_Sort(Items eItems);
-    void t_SortByFlag(bool& flag, std::vector<CADataRepository::_SAContents>& list,
-                      const std::vector<CADataRepository::_SAContents>& source,
-                      const std::vector<CADataRepository::_CASortRule>& rules);
+    void t_PlanSort(Plan& plan) const;
+    void t_Sort(const Plan& plan, Items eItems);
+    static void t_SortByFlag(bool& flag, Plan& plan, const std::vector<CADataRepository::_SAContents>& source,
+                             const std::vector<CADataRepository::_CASortRule>& rules);
 
     GMutex m_stMutex;
 
@@ -111,7 +128,8 @@ private:
     // Guarded by m_stMutex.
     std::vector<std::string> m_vDomain;
     std::vector<CADataRepository::_TVControl> m_vTVControl;
-    std::vector<CADataRepository::_SAContents> m_vContentsItem;  // in reply order, each in its list entry already
+    // One list a reply, so that none has to grow; the items are in their list entries already.
+    std::vector<std::vector<CADataRepository::_SAContents>> m_vContentsItem;
     std::vector<CADataRepository::_CASchema> m_vSchemaList;
     std::vector<CADataRepository::_SAContents> m_vSAContents;
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "CADataHandler.h"
 #include "CALog.h"
 #include "CAParseJson.h"
 #include "CAStyledJson.h"
@@ -97,6 +96,18 @@ int CCAService::GetConversationStatus()
     if (!CCAUtil::IsCountrySupportConv()) return E_CA_CONV_STATUS_NOT_SUPPORTED;
     if (!CCAUtil::CompareCountryLanguage()) return E_CA_CONV_STATUS_LANGUAGE_NOT_SUPPORTED;
     return E_CA_CONV_STATUS_AVAILABLE;
+}
+
+std::optional<CCADataHandler::Before> CCAService::BeginReply()
+{
+    if (m_pDataMgr == nullptr) return std::nullopt;
+    return m_pDataMgr->BeginReply();
+}
+
+void CCAService::ForgetReply(CCADataHandler::Before&& stBefore)
+{
+    m_pDataMgr->ForgetReply(std::move(stBefore));
+    ClearRawPacket(m_strRawPacket);
 }
 
 bool CCAService::ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData)
@@ -253,35 +264,37 @@ void CCAService::t_SetDisplayControl(_ConvActionInfo& info)
                info.stDisCtrlInfo.numberOfItem, static_cast<int>(info.stDisCtrlInfo.vItems.size()));
 }
 
+// The stored command number `nIndex`, counted from 0; null when there are fewer. Logs the absence of the store.
+const _TVControl* CCAService::t_GetCommand(const char* szOperation, std::size_t nIndex) const
+{
+    if (!t_HasStore(szOperation)) return nullptr;
+    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
+    return nIndex < vTVControl.size() ? &vTVControl[nIndex] : nullptr;
+}
+
 E_CA_TVCONTROL CCAService::t_GetSystemAction(std::vector<std::string>& params)
 {
-    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
-    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
-                              : Code(m_SystemActionMap.GetSystemAction(vTVControl.front(), params));
+    const _TVControl* pCommand = t_GetCommand(__func__, 0);
+    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemAction(*pCommand, params));
 }
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
 {
-    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
-    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
-                              : Code(m_SystemActionMap.GetSystemActionCandidate(vTVControl.front(), candidates));
+    const _TVControl* pCommand = t_GetCommand(__func__, 0);
+    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemActionCandidate(*pCommand, candidates));
 }
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
 {
-    if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
-    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    return vTVControl.empty() ? E_CA_TVCONTROL_NONE
-                              : Code(m_SystemActionMap.GetSystemActionChannel(vTVControl.front(), channels));
+    const _TVControl* pCommand = t_GetCommand(__func__, 0);
+    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemActionChannel(*pCommand, channels));
 }
 
 E_CA_TVCONTROL CCAService::t_Get2ndAction()
 {
     if (!t_HasStore(__func__)) return E_CA_TVCONTROL_NONE;
-    const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
-    const int nCode = vTVControl.size() < 2 ? 0 : m_SystemActionMap.Get2ndAction(vTVControl[1]);
+    const _TVControl* pCommand = t_GetCommand(__func__, 1);
+    const int nCode = pCommand == nullptr ? 0 : m_SystemActionMap.Get2ndAction(*pCommand);
     CA_LOGE("2ndeAction is %d", nCode);
     return Code(nCode);
 }

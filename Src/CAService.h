@@ -2,14 +2,14 @@
 #ifndef PARLO_CASERVICE_H
 #define PARLO_CASERVICE_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "CADataHandler.h"
 #include "CADataRepository.h"
 #include "CASingleton.h"
 #include "CASystemActionMap.h"
-
-class CCADataHandler;
 
 // Not thread-safe: one call at a time.
 class __attribute__((visibility("default"))) CCAService : public CCASingleton<CCAService>
@@ -29,7 +29,12 @@ public:
     // Asks the set; an E_CA_CONV_STATUS without NO_SERVICE. Works without a store.
     int GetConversationStatus();
 
-    // Reads the server's reply into the store. What a reply that fails did bring stays there.
+    // Around a reply: what the store held before it, without value when there is no store; and the way back there when
+    // an exception stopped the reply.
+    std::optional<CCADataHandler::Before> BeginReply();
+    void ForgetReply(CCADataHandler::Before&& stBefore);
+
+    // Reads the server's reply into the store. False leaves there what older replies left.
     bool ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData);
 
     // Turns the store into the action record and clears it for the next reply. False, with the store kept, when
@@ -46,6 +51,8 @@ private:
     void t_SetSpeechInfo(CADataRepository::_ConvActionInfo& info);
     int t_SetChannelOrCandidate(CADataRepository::_ConvActionInfo& info, std::vector<std::string>& vParams);
     void t_SetDisplayControl(CADataRepository::_ConvActionInfo& info);
+
+    const CADataRepository::_TVControl* t_GetCommand(const char* szOperation, std::size_t nIndex) const;
 
     // The lookups: each asks the action map about one stored command; 0 when that command is missing.
     E_CA_TVCONTROL t_GetSystemAction(std::vector<std::string>& params);

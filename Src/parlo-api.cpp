@@ -5,6 +5,7 @@
 #include <cxxabi.h>
 
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "CALog.h"
@@ -19,33 +20,49 @@ namespace
 void ReportException(const char* szOperation)
 {
     try {
-        throw;
+        try {
+            throw;
+        } catch (const abi::__forced_unwind&) {
+            throw;
+        } catch (const std::exception& e) {
+            CA_LOGE_AS(szOperation, "stopped by an exception: %s", e.what());
+        } catch (...) {
+            CA_LOGE_AS(szOperation, "stopped by an exception");
+        }
     } catch (const abi::__forced_unwind&) {
         throw;  // the thread is being cancelled: the C library ends the process if that is stopped
-    } catch (const std::exception& e) {
-        CA_LOGE_AS(szOperation, "stopped by an exception: %s", e.what());
     } catch (...) {
-        CA_LOGE_AS(szOperation, "stopped by an exception");
+        return;  // the log itself throws: there is nobody left to tell
     }
+}
+
+void ReleaseService()
+{
+    if (m_pCAService == nullptr) return;
+    m_pCAService->UninitService();
+    delete std::exchange(CCAService::pInstance, nullptr);
+    m_pCAService = nullptr;
 }
 
 }  // namespace
 
 bool ca_initial_service(std::string strAppName)
 {
+    bool bSucceeded = false;
     try {
         if (m_pCAService == nullptr) m_pCAService = CCAService::GetInstance();
         if (m_pCAService == nullptr) {
             CA_LOGE("create CCAService failed");
             return false;
         }
-        const bool bSucceeded = m_pCAService->InitService(std::move(strAppName));
+        bSucceeded = m_pCAService->InitService(std::move(strAppName));
         if (bSucceeded)
             CA_LOGE("initial succeed");
         else
             CA_LOGE("InitService failed");
         return bSucceeded;
     } catch (...) {
+        if (bSucceeded) m_pCAService->UninitService();  // the caller hears that there is no service, and tries again
         ReportException(__func__);
         return false;
     }
@@ -55,27 +72,26 @@ void ca_uninitial()
 {
     try {
         CA_LOGE("delete the thread");
-        if (m_pCAService == nullptr) {
-            CA_LOGE("m_pCAService is NULL");
-            return;
-        }
-        m_pCAService->UninitService();
-        delete std::exchange(CCAService::pInstance, nullptr);
-        m_pCAService = nullptr;
+        if (m_pCAService == nullptr) CA_LOGE("m_pCAService is NULL");
     } catch (...) {
+        ReleaseService();  // first: the thread may be being cancelled
         ReportException(__func__);
+        return;
     }
+    ReleaseService();
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): callers are built against the text by value
 bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, CADataRepository::_ConvActionInfo& info)
 {
+    std::optional<CCADataHandler::Before> before;
     try {
         CA_LOGE("get action from json package");
         if (m_pCAService == nullptr) {
             CA_LOGE("m_pCAService is NULL");
             return false;
         }
+        before = m_pCAService->BeginReply();
         if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) {
             CA_LOGE("ParseDataFlow failed");
             return false;
@@ -84,6 +100,7 @@ bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, 
         if (!bSucceeded) CA_LOGE("GetSpeechActionData failed");
         return bSucceeded;
     } catch (...) {
+        if (before) m_pCAService->ForgetReply(std::move(*before));  // else the next call would carry out its commands
         ReportException(__func__);
         return false;
     }

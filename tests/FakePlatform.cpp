@@ -30,6 +30,7 @@ int FakePlatform::Count(const std::string& strMessage) const
 
 int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
+    g_Platform.Called();
     if (!g_Platform.bKeepLog) return 0;
     char* szText = nullptr;
     va_list args;
@@ -48,29 +49,35 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 
 char* vconf_get_str(const char* key)
 {
+    g_Platform.Called();
     return std::strcmp(key, "db/comss/countrycode") == 0 ? HeapCopy(g_Platform.strCountry) : nullptr;
 }
 
 int vc_setting_initialize()
 {
+    g_Platform.Called();
     g_Platform.nSettingOpen += g_Platform.nInitResult == 0;
     return g_Platform.nInitResult;
 }
 
+// Allocates the text whatever it reports.
 int vc_setting_get_language(char** language)
 {
-    if (g_Platform.nLanguageResult == 0) *language = HeapCopy(g_Platform.strLanguage);
+    *language = HeapCopy(g_Platform.strLanguage);
+    g_Platform.Called();
     return g_Platform.nLanguageResult;
 }
 
 int vc_setting_deinitialize()
 {
     --g_Platform.nSettingOpen;
+    g_Platform.Called();
     return g_Platform.nDeinitResult;
 }
 
 int GetData(int item, void* buffer)
 {
+    g_Platform.Called();
     if (item == 830) std::memcpy(buffer, &g_Platform.nFactoryValue, sizeof g_Platform.nFactoryValue);
     return item == 830 ? g_Platform.nFactoryResult : 0;
 }

@@ -23,6 +23,12 @@ struct FakePlatform {
     bool bKeepLog = true;
     std::vector<LogLine> vLog = {};
     std::function<void(const LogLine&)> onLog = {};  // runs inside the library's log call; may throw
+    void (*onCall)() = nullptr;                      // runs inside every call of the platform; may throw or cancel
+
+    void Called() const
+    {
+        if (onCall != nullptr) onCall();
+    }
 
     // How many lines carry exactly this message.
     int Count(const std::string& strMessage) const;
