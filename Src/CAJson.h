@@ -86,32 +86,58 @@ struct FieldKey {
     constexpr FieldKey(std::string_view szName, int Record::*pField) : szKey(szName), pInt(pField) {}
 };
 
+// A line of a table that says which member of `Parts` a key's value is.
+template <typename Parts>
+struct PartKey {
+    std::string_view szKey;
+    const Json::Value* Parts::*pPart;
+};
+
 // The line of a table for a key; null when it has none.
-template <typename Record, std::size_t N>
-const FieldKey<Record>* FindKey(const FieldKey<Record> (&keys)[N], std::string_view szKey)
+template <typename Line, std::size_t N>
+const Line* FindKey(const Line (&keys)[N], std::string_view szKey)
 {
-    for (const auto& key : keys)
+    for (const Line& key : keys)
         if (key.szKey == szKey) return &key;
     return nullptr;
 }
 
-// Overwrites the fields of the table whose members are there with a fitting type. Walks the members once, which is
+// Calls `visit` with the table's line and the value of each member that has a line. Walks the members once, which is
 // cheaper than a search for each key.
-template <typename Record, std::size_t N>
-void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
+template <typename Line, std::size_t N, typename Visit>
+void ForEachMember(const Json::Value& object, const Line (&keys)[N], const Visit& visit)
 {
     if (!object.isObject()) return;
     const auto end = object.end();
     for (auto member = object.begin(); member != end; ++member) {
         const char* pNameEnd = nullptr;
         const char* pName = member.memberName(&pNameEnd);
-        const FieldKey<Record>* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
-        if (pKey == nullptr) continue;
-        if (pKey->pText != nullptr)
-            Take(*member, record.*pKey->pText);
-        else
-            Take(*member, record.*pKey->pInt);
+        const Line* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
+        if (pKey != nullptr) visit(*pKey, *member);
     }
+}
+
+// The values of an object's keys; what is missing is null. They live in the document.
+template <typename Parts, std::size_t N>
+Parts Split(const Json::Value& object, const PartKey<Parts> (&keys)[N])
+{
+    Parts stParts;
+    for (const auto& key : keys) stParts.*key.pPart = &Json::Value::nullSingleton();
+    ForEachMember(object, keys,
+                  [&stParts](const PartKey<Parts>& key, const Json::Value& value) { stParts.*key.pPart = &value; });
+    return stParts;
+}
+
+// Overwrites the fields of the table whose members are there with a fitting type.
+template <typename Record, std::size_t N>
+void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
+{
+    ForEachMember(object, keys, [&record](const FieldKey<Record>& key, const Json::Value& value) {
+        if (key.pText != nullptr)
+            Take(value, record.*key.pText);
+        else
+            Take(value, record.*key.pInt);
+    });
 }
 
 // Overwrites every field of the table: with the member, or with an empty text or 0.

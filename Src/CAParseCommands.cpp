@@ -25,6 +25,27 @@ namespace
 
 constexpr char kOperation[] = "t_ParseTVControl";
 
+// What of an object in "params" does not plainly fill a field.
+struct ParamParts {
+    const Json::Value* pIndex;
+    const Json::Value* pIdx;
+    const Json::Value* pKeyword;
+    const Json::Value* pWebsite;
+    const Json::Value* pNames;
+    const Json::Value* pChannels;
+    const Json::Value* pUMDChannels;
+};
+
+constexpr CAJson::PartKey<ParamParts> kParamParts[] = {
+    {"index", &ParamParts::pIndex},
+    {"idx", &ParamParts::pIdx},
+    {"keyword", &ParamParts::pKeyword},
+    {"website", &ParamParts::pWebsite},
+    {"names", &ParamParts::pNames},
+    {"channels", &ParamParts::pChannels},
+    {"umd_channels", &ParamParts::pUMDChannels},
+};
+
 void TakeKeyword(const Json::Value& keyword, _TVControl& stTVCtl)
 {
     if (!CAJson::Take(keyword, stTVCtl.szKeyword)) return;
@@ -41,21 +62,20 @@ void TakeWebsite(const Json::Value& website, _TVControl& stTVCtl)
 
 void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVControl& stTVCtl)
 {
-    const Json::Value& keyword = Child(param, "keyword");
-    const Json::Value& website = Child(param, "website");
-    CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", keyword.isString(), website.isString());
+    const ParamParts stParts = CAJson::Split(param, kParamParts);
+    CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", stParts.pKeyword->isString(),
+               stParts.pWebsite->isString());
     CAJson::Take(param, kParamKeys, stTVCtl);
     // The server marks a position by "index" and writes it under "idx".
-    if (Child(param, "index").isInt()) stTVCtl.nIndex = Int(param, "idx");
-    TakeKeyword(keyword, stTVCtl);
-    TakeWebsite(website, stTVCtl);
-    const Json::Value& names = Child(param, "names");
-    if (!names.isNull()) {
+    if (stParts.pIndex->isInt()) stTVCtl.nIndex = Int(*stParts.pIdx);
+    TakeKeyword(*stParts.pKeyword, stTVCtl);
+    TakeWebsite(*stParts.pWebsite, stTVCtl);
+    if (!stParts.pNames->isNull()) {
         stTVCtl.vNames.clear();
-        CAJson::AppendAnyTexts(names, stTVCtl.vNames);
+        CAJson::AppendAnyTexts(*stParts.pNames, stTVCtl.vNames);
     }
-    parser.t_ParseChannelTVControl(Child(param, "channels"), stTVCtl.vChannels);
-    parser.t_ParseUSChannelTVControl(Child(param, "umd_channels"), stTVCtl.vChannels);
+    parser.t_ParseChannelTVControl(*stParts.pChannels, stTVCtl.vChannels);
+    parser.t_ParseUSChannelTVControl(*stParts.pUMDChannels, stTVCtl.vChannels);
 }
 
 // Logs and reads a command's "params". What the log shows of them comes out of `nLogBudget`.

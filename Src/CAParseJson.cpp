@@ -20,6 +20,33 @@ namespace
 
 constexpr char kReplyParser[] = "t_ParseSearchServer";
 
+// What the library reads of "rsp".
+struct ReplyParts {
+    const Json::Value* pStat;
+    const Json::Value* pErr;
+    const Json::Value* pDomain;
+    const Json::Value* pDialog;
+    const Json::Value* pSentence;
+    const Json::Value* pCommands;
+    const Json::Value* pResponseInfo;
+    const Json::Value* pDisplayControl;
+    const Json::Value* pContents;
+    const Json::Value* pNluInfo;
+};
+
+constexpr CAJson::PartKey<ReplyParts> kReplyParts[] = {
+    {"stat", &ReplyParts::pStat},
+    {"err", &ReplyParts::pErr},
+    {"domain", &ReplyParts::pDomain},
+    {"dialog", &ReplyParts::pDialog},
+    {"system_sentence", &ReplyParts::pSentence},
+    {"tvcontrol", &ReplyParts::pCommands},
+    {"response_info", &ReplyParts::pResponseInfo},
+    {"displaycontrol", &ReplyParts::pDisplayControl},
+    {"tvcontent", &ReplyParts::pContents},
+    {"nlu_info", &ReplyParts::pNluInfo},
+};
+
 // The dialog id is cleared by a reply without one, the sequence number is kept.
 void StoreDialog(const Json::Value& dialog, _DialogOpen& stDialogOpen)
 {
@@ -80,39 +107,38 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
     CA_LOGD("TAG_RSP");
-    if (t_IsErrorReply(rsp)) return false;
-
-    if (const Json::Value& domain = Child(rsp, "domain"); !domain.isNull()) {
-        CA_LOGD("TAG_DOMAIN");
-        t_ParseDomian(domain);
-    }
-    const Json::Value& displaycontrol = Child(rsp, "displaycontrol");
-    StoreDialog(Child(rsp, "dialog"), pDataHandler->m_stDialogOpen);
-    StoreSystemSentence(Child(rsp, "system_sentence"), displaycontrol.isNull(), *pDataHandler);
-    t_ParseCommandParts(rsp);
-    if (!displaycontrol.isNull()) t_ParseDisplayControl(displaycontrol);
-    if (Has(rsp, "tvcontent")) {
-        if (IsHandOver(*pDataHandler)) return true;
-        t_ParseContents(rsp["tvcontent"], *pDataHandler, nCount);
-    }
-    if (const Json::Value& nlu = Child(rsp, "nlu_info"); !nlu.isNull()) {
-        CA_LOGE("TAG_NLU_INFO");
-        t_ParseNluInfo(nlu);
-    }
-    return true;
+    return t_ParseReply(rsp, *pDataHandler, nCount);
 }
 
-// The part of the reply's walk between the sentence and the display control.
-void CCAParsePacket::t_ParseCommandParts(const Json::Value& rsp)
+bool CCAParsePacket::t_ParseReply(Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount)
 {
-    if (const Json::Value& tvcontrol = Child(rsp, "tvcontrol"); !tvcontrol.isNull()) {
+    const ReplyParts stParts = CAJson::Split(rsp, kReplyParts);
+    if (t_IsErrorReply(*stParts.pStat, *stParts.pErr)) return false;
+
+    if (!stParts.pDomain->isNull()) {
+        CA_LOGD_AS(kReplyParser, "TAG_DOMAIN");
+        t_ParseDomian(*stParts.pDomain);
+    }
+    StoreDialog(*stParts.pDialog, dataHandler.m_stDialogOpen);
+    StoreSystemSentence(*stParts.pSentence, stParts.pDisplayControl->isNull(), dataHandler);
+    if (!stParts.pCommands->isNull()) {
         CA_LOGD_AS(kReplyParser, "TAG_TVCONTROL");
-        t_ParseTVControl(tvcontrol);
+        t_ParseTVControl(*stParts.pCommands);
     }
-    if (const Json::Value& info = Child(rsp, "response_info"); !info.isNull()) {
+    if (!stParts.pResponseInfo->isNull()) {
         CA_LOGD_AS(kReplyParser, "TAG_RESPONSE_INFO");
-        t_ParseResponseInfo(info);
+        t_ParseResponseInfo(*stParts.pResponseInfo);
     }
+    if (!stParts.pDisplayControl->isNull()) t_ParseDisplayControl(*stParts.pDisplayControl);
+    if (!stParts.pContents->isNull()) {
+        if (IsHandOver(dataHandler)) return true;
+        t_ParseContents(rsp["tvcontent"], dataHandler, nCount);
+    }
+    if (!stParts.pNluInfo->isNull()) {
+        CA_LOGE_AS(kReplyParser, "TAG_NLU_INFO");
+        t_ParseNluInfo(*stParts.pNluInfo);
+    }
+    return true;
 }
 
 CCADataHandler* CCAParsePacket::t_GetStore(const char* szOperation)
@@ -122,22 +148,21 @@ CCADataHandler* CCAParsePacket::t_GetStore(const char* szOperation)
     return pDataHandler;
 }
 
-bool CCAParsePacket::t_IsErrorReply(const Json::Value& rsp)
+bool CCAParsePacket::t_IsErrorReply(const Json::Value& stat, const Json::Value& err)
 {
-    const std::string strStat = Text(rsp, "stat");
+    const std::string strStat = Text(stat);
     CA_LOGE_AS(kReplyParser, "strCode:%s", strStat.c_str());
     std::string strCode;
     std::string strMessage;
-    if (!t_IsErrorAnswer(kReplyParser, rsp, strStat, strCode, strMessage)) return false;
-    if (strCode.empty()) CA_LOGE_AS(kReplyParser, "nErrCode:%d", Int(Child(rsp, "err"), "code"));
+    if (!t_IsErrorAnswer(kReplyParser, err, strStat, strCode, strMessage)) return false;
+    if (strCode.empty()) CA_LOGE_AS(kReplyParser, "nErrCode:%d", Int(err, "code"));
     return true;
 }
 
-bool CCAParsePacket::t_IsErrorAnswer(const char* szOperation, const Json::Value& rsp, const std::string& strStat,
+bool CCAParsePacket::t_IsErrorAnswer(const char* szOperation, const Json::Value& err, const std::string& strStat,
                                      std::string& strCode, std::string& strMessage)
 {
     if (strStat != "fail") return false;
-    const Json::Value& err = Child(rsp, "err");
     strCode = Text(err, "code");
     strMessage = CAJson::AnyText(Child(err, "msg"));
     CA_LOGE_AS(szOperation, "errCode:%s, msg:%s", strCode.c_str(), strMessage.c_str());

@@ -89,11 +89,12 @@ private:
 
     // Whether the document says that the server failed. Then logs the error and gives its parts: the code if it is a
     // text, and the message.
-    static bool t_IsErrorAnswer(const char* szOperation, const Json::Value& rsp, const std::string& strStat,
+    static bool t_IsErrorAnswer(const char* szOperation, const Json::Value& err, const std::string& strStat,
                                 std::string& strCode, std::string& strMessage);
-    static bool t_IsErrorReply(const Json::Value& rsp);
+    static bool t_IsErrorReply(const Json::Value& stat, const Json::Value& err);
 
-    void t_ParseCommandParts(const Json::Value& rsp);
+    // The parts of "rsp", each handed to its parser.
+    bool t_ParseReply(Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount);
     void t_ParseContents(Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount);
     void t_ParseMnT(const Json::Value& element, bool bTVShow, CADataRepository::_MnTContents& contents);
 };

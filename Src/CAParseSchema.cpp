@@ -63,7 +63,7 @@ bool CCAParsePacket::t_ParseSearchSchema(const std::string& t_szRawData)
 
     std::string strCode;
     std::string strMessage;
-    if (t_IsErrorAnswer(__func__, rsp, Text(rsp, "stat"), strCode, strMessage)) {
+    if (t_IsErrorAnswer(__func__, Child(rsp, "err"), Text(rsp, "stat"), strCode, strMessage)) {
         const Json::Value& code = Child(Child(rsp, "err"), "code");
         if (strCode.empty())
             strCode = code.isInt() && Int(code) != -1 ? CCAUtil::ConvertIntToString(Int(code)) : strMessage;

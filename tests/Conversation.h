@@ -28,8 +28,53 @@ inline Texts Words(const std::string& strText)
     return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
 }
 
-// The schema in the store, as text, which takes it out. It has no other way out: see SchemaTest.cpp.
-std::string TakeSchema(CCADataHandler& store);
+// The search schema in the store goes in and has no way out; this reads it past the access check.
+std::vector<_CASchema>& SchemaList(CCADataHandler& store);
+template <auto pMember>
+struct Opened {
+    friend std::vector<_CASchema>& SchemaList(CCADataHandler& store) { return store.*pMember; }
+};
+template struct Opened<&CCADataHandler::m_vSchemaList>;
+
+// The schema as text: "category[type from to cycle][...] category...".
+inline std::string SchemaText(const std::vector<_CASchema>& vSchema)
+{
+    std::string strSchema;
+    for (const auto& [nCategory, vRules] : vSchema) {
+        strSchema += (strSchema.empty() ? "" : " ") + std::to_string(nCategory);
+        for (const auto& [nType, nFrom, nTo, nCycle] : vRules) {
+            strSchema += "[" + std::to_string(nType);
+            for (const int n : {nFrom, nTo, nCycle}) strSchema += " " + std::to_string(n);
+            strSchema += "]";
+        }
+    }
+    return strSchema;
+}
+
+// What an element of "tvcontent" fills, also of a kind that is refused in a reply.
+inline Json::Value ItemOf(const Json::Value& element)
+{
+    CCAParsePacket parser;
+    _ContentsItem stItem;
+    const Json::Value& type = CAJson::Child(element, "type");
+    if (type.isString()) stItem.szType = type.asString();
+    if (stItem.szType == "movie") parser.t_ParseMovieByOne(element, stItem.stMnT);
+    if (stItem.szType == "tvshow") parser.t_ParseTVShowByOne(element, stItem.stMnT);
+    if (stItem.szType[0] == 'a') parser.t_ParseAppsByOne(CAJson::Child(element, "app_info"), stItem.stApp);
+    if (stItem.szType == "kids") parser.t_ParseKidsBook(element, stItem.stVideo);
+    if (stItem.szType == "fitness") parser.t_ParseFitnessVOD(element, stItem.stVideo);
+    if (stItem.szType == "weather") parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
+    if (stItem.szType == "stock") parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
+    if (stItem.szType == "sports") parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
+    return Filled(ToJson(stItem), ToJson(_ContentsItem()));
+}
+
+// The same of a programme with its cast; null when it is refused.
+inline Json::Value ContentOf(const Json::Value& content)
+{
+    if (!CCAParsePacket().t_ParseContent(content)) return {};
+    return Filled(ToJson(CCADataHandler::GetInstance()->GetContent()), ToJson(_Content()));
+}
 
 // The service goes on and off with the test. Each test starts with an empty log.
 class Conversation : public testing::Test
@@ -38,6 +83,7 @@ protected:
     Conversation()
     {
         g_Platform = FakePlatform();
+        g_Mutex = FakeMutex();
         EXPECT_TRUE(ca_initial_service("test"));
         g_Platform.vLog.clear();
     }
@@ -46,6 +92,7 @@ protected:
         ca_uninitial();
         delete std::exchange(CCADataHandler::pInstance, nullptr);
         EXPECT_EQ(0, g_Platform.nSettingOpen);
+        EXPECT_EQ(0, g_Mutex.nMade);
     }
 
     // Hands the service a reply, given by the members of its "rsp" or raw; fills a fresh m_stInfo.
@@ -65,36 +112,25 @@ protected:
         return (m_stInfo.vSystemActionParam.empty() ? strAction : strAction.substr(0, strAction.size() - 1)) + "]";
     }
 
+    // The log, and its last line: "E itoa:  ERROR - nInput:-1".
+    static std::string Shown(const LogLine& line)
+    {
+        const auto [cKind, strFile, strOperation, strMessage] = Read(line);
+        return cKind + (" " + strOperation) + ": " + strMessage + "\n";
+    }
+    static std::string Logged()
+    {
+        std::string strLog;
+        for (const LogLine& line : g_Platform.vLog) strLog += Shown(line);
+        return strLog;
+    }
+
     static CCADataHandler& Store() { return *CCADataHandler::GetInstance(); }
     static std::vector<_SAContents> Results()
     {
         std::vector<_SAContents> vList(1);
         Store().GetSAContentsList(vList);
         return vList;
-    }
-
-    // What an element of "tvcontent" fills, also of a kind that is refused in a reply.
-    std::string ItemOf(const Json::Value& element)
-    {
-        _ContentsItem stItem;
-        const Json::Value& type = CAJson::Child(element, "type");
-        if (type.isString()) stItem.szType = type.asString();
-        if (stItem.szType == "movie") m_Parser.t_ParseMovieByOne(element, stItem.stMnT);
-        if (stItem.szType == "tvshow") m_Parser.t_ParseTVShowByOne(element, stItem.stMnT);
-        if (stItem.szType[0] == 'a') m_Parser.t_ParseAppsByOne(CAJson::Child(element, "app_info"), stItem.stApp);
-        if (stItem.szType == "kids") m_Parser.t_ParseKidsBook(element, stItem.stVideo);
-        if (stItem.szType == "fitness") m_Parser.t_ParseFitnessVOD(element, stItem.stVideo);
-        if (stItem.szType == "weather") m_Parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
-        if (stItem.szType == "stock") m_Parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
-        if (stItem.szType == "sports") m_Parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
-        return JsonLine(Filled(ToJson(stItem), ToJson(_ContentsItem())));
-    }
-
-    // The same of a programme with its cast.
-    std::string ContentOf(const Json::Value& content)
-    {
-        EXPECT_TRUE(m_Parser.t_ParseContent(content));
-        return JsonLine(Filled(ToJson(Store().GetContent()), ToJson(_Content())));
     }
 
     _ConvActionInfo m_stInfo;

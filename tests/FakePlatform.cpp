@@ -1,10 +1,12 @@
 #include "FakePlatform.h"
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <thread>
 
 #pragma GCC visibility push(default)  // in place of the library's own platform
 #include <glib.h>
@@ -13,12 +15,28 @@
 #pragma GCC visibility pop
 
 FakePlatform g_Platform;
+FakeMutex g_Mutex;
 
 static std::mutex g_LogMutex;
 
 static char* HeapCopy(const std::optional<std::string>& strText)
 {
     return strText ? strdup(strText->c_str()) : nullptr;
+}
+
+ReadLine Read(const LogLine& line)
+{
+    constexpr std::size_t kColour = 5;
+    const std::string& str = line.strText;
+    const std::string strEnd = str.size() < kColour ? "" : str.substr(str.size() - kColour);
+    const std::size_t nFile = str.find(": "), nOpen = str.find('('), nClose = str.find(") > ");
+    const bool bError = line.nPriority == 6 && strEnd == "\033[31m";
+    const bool bDebug = line.nPriority == 3 && strEnd == "\033[34m";
+    if (line.strTag != "ParloAPI" || !(bError || bDebug) || nFile > nOpen || nClose == std::string::npos ||
+        nClose != str.find_first_not_of("0123456789", nOpen + 1))
+        return {'?', line.strTag, std::to_string(line.nPriority), str};
+    return {bError ? 'E' : 'D', str.substr(0, nFile), str.substr(nFile + 2, nOpen - nFile - 2),
+            str.substr(nClose + 4, str.size() - nClose - 4 - kColour)};
 }
 
 int FakePlatform::Count(const std::string& strMessage) const
@@ -82,14 +100,32 @@ int GetData(int item, void* buffer)
     return item == 830 ? g_Platform.nFactoryResult : 0;
 }
 
-#ifdef PARLO_THREAD_SANITIZER
-// The thread sanitizer does not see into GLib's mutex. This one, which it understands, takes its place.
+// In place of GLib's own, which the thread sanitizer does not see into.
+void g_mutex_init(GMutex* mutex)
+{
+    ++g_Mutex.nMade;
+    mutex->i[0] = 0;
+}
+void g_mutex_clear(GMutex* /*mutex*/)
+{
+    --g_Mutex.nMade;
+}
 gboolean g_mutex_trylock(GMutex* mutex)
 {
-    return __atomic_exchange_n(&mutex->i[0], 1U, __ATOMIC_ACQUIRE) == 0U ? TRUE : FALSE;
+    const bool bRefused = g_Mutex.nRefusals > 0 && g_Mutex.nRefusals-- > 0;
+    if (bRefused || __atomic_exchange_n(&mutex->i[0], 1U, __ATOMIC_ACQUIRE) != 0U) return FALSE;
+    if (g_Mutex.bRecord) g_Mutex.strCalls += 'l';
+    return TRUE;
 }
 void g_mutex_unlock(GMutex* mutex)
 {
+    if (g_Mutex.bRecord) g_Mutex.strCalls += 'u';
     __atomic_store_n(&mutex->i[0], 0U, __ATOMIC_RELEASE);
 }
-#endif
+void g_usleep(gulong microseconds)
+{
+    static std::atomic<int> nWaits{0};
+    if (++nWaits > 10000000) std::abort();  // nobody holds a lock for so long: it is never released
+    if (g_Mutex.bRecord) g_Mutex.strCalls += microseconds == 5000 ? 'w' : 'W';
+    std::this_thread::yield();
+}

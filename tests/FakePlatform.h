@@ -13,6 +13,14 @@ struct LogLine {
     std::string strText;  // "CAService: InitService(41) > m_strAppName:tv" and a colour sequence
 };
 
+// What a line says: E (error priority, red) or D (debug priority, blue), the file, the operation and the message.
+// "?" and the whole text for what is no line of the library's.
+struct ReadLine {
+    char cKind = '?';
+    std::string strFile{}, strOperation{}, strMessage{};
+};
+ReadLine Read(const LogLine& line);
+
 struct FakePlatform {
     std::optional<std::string> strCountry = "US";  // without value: the store has no such key
     std::optional<std::string> strLanguage = "en_US";
@@ -35,5 +43,15 @@ struct FakePlatform {
 };
 
 extern FakePlatform g_Platform;
+
+// GLib's mutex, as the tests have it: nothing sleeps, and what is done with it is counted.
+struct FakeMutex {
+    int nMade = 0;           // mutexes made less destroyed; 0 when a test ends
+    int nRefusals = 0;       // how many of the next tries find the mutex held elsewhere
+    bool bRecord = false;    // whether strCalls is written
+    std::string strCalls{};  // in order: "l" locked, "w" waited 5 ms, "W" waited another time, "u" unlocked
+};
+
+extern FakeMutex g_Mutex;
 
 #endif

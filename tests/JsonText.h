@@ -31,10 +31,12 @@ inline Json::Value Parsed(const std::string& strText)
     return ParsedJson(Quoted(strText));
 }
 
-// `value` without the members that are empty or as in `fresh`: what has been filled of a record.
+// `value` without the members that are empty or as in `fresh`: what has been filled of a record. The element of a
+// list in `fresh` is what each element of that list is compared with.
 inline Json::Value Filled(Json::Value value, const Json::Value& fresh = Json::Value())
 {
-    for (Json::ArrayIndex i = 0; value.isArray() && i < value.size(); ++i) value[i] = Filled(value[i]);
+    for (Json::ArrayIndex i = 0; value.isArray() && i < value.size(); ++i)
+        value[i] = Filled(value[i], fresh.isArray() ? fresh.get(0U, Json::Value()) : Json::Value());
     for (const std::string& strName : value.isObject() ? value.getMemberNames() : Json::Value::Members()) {
         const Json::Value freshMember = fresh.isObject() ? fresh[strName] : Json::Value();
         const Json::Value member = Filled(value[strName], freshMember);

@@ -35,7 +35,7 @@ static void* Counted(void* p)
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #include "ReplacedNew.h"  // the sanitizer keeps the C library's allocator to itself
 
-static void* Allocate(std::size_t nSize) noexcept
+static void* Allocate(std::size_t nSize, bool /*bThrows*/) noexcept
 {
     return IsFault(Fault::MEMORY) ? nullptr : Counted(std::malloc(nSize));
 }

@@ -39,11 +39,33 @@ TEST_F(SortFilter, UnknownRuleRepeatsTheOneBefore)
     const auto vRules = CCADataSortFilter::t_ConvertToRules({{1, 2, 5, 3}, {4, 8, 8, 8}, {3, 8, 8, 8}}, 6, 2);
     EXPECT_EQ((std::vector{0, 2, 2, 5, 3}), (std::vector{vRules.at(0).nFrom, vRules.at(1).nFrom, vRules.at(2).nFrom,
                                                          vRules.at(2).nTo, vRules.at(2).nCycle}));
-    EXPECT_EQ(1, g_Platform.Count(" unknown type: 4"));
+    EXPECT_EQ("E t_ConvertToRules:  unknown type: 4\n", Logged());
     std::vector<_SAContents> vList(2), vSource(1);
     vSource[0].nSource = 1;
     CCADataSortFilter::SchemaSort(vList, vSource, {{1, 1, 1, 0}});
     EXPECT_TRUE(vList.size() == 3 && vList[1].nSource == 1);
+}
+
+// No source has entries, but each merge says that the rule is unknown. Each row: the schema's categories, the merges,
+// the categories that are not valid.
+TEST_F(SortFilter, EachSourceIsMergedOnce)
+{
+    std::istringstream rows(
+        "1 1 0  11 1 0  123 3 0  6 4 0  16 4 0  61 4 0  66 4 0  226 4 0  4 0 1  0 0 1  5461 4 2  7 0 1");
+    int nMerges = 0, nInvalid = 0;
+    for (std::string strCategories; rows >> strCategories >> nMerges >> nInvalid;) {
+        g_Platform.vLog.clear();
+        CCADataHandler store;
+        for (const char c : strCategories) store.SetSchemaList({c - '0', {{9, 0, 0, 0}}});
+        std::vector<_SAContents> vList;
+        store.GetSAContentsList(vList);
+        EXPECT_EQ(nMerges, g_Platform.Count(" unknown type: 9")) << strCategories;
+        int nCount = 0;
+        for (const LogLine& line : g_Platform.vLog)
+            nCount += Shown(line).find("is not valid category!") != std::string::npos;
+        EXPECT_EQ(nInvalid, nCount) << strCategories;
+    }
+    EXPECT_EQ("D t_Sort:  7 is not valid category!\n", Shown(g_Platform.vLog.at(1)));
 }
 
 TEST_F(SortFilter, EveryEntryComesOutOnceInItsOwnOrder)

@@ -3,7 +3,7 @@
 
 using StyledParams = Conversation;
 
-static std::string Shown(const Json::Value& value)
+static std::string AsStyled(const Json::Value& value)
 {
     return value.toStyledString();
 }
@@ -21,9 +21,9 @@ TEST_F(StyledParams, WholeAndElementsAreTheJsonLibrarysText)
         commands.append(reply);
         m_Parser.t_ParseTVControl(commands);
         const Json::Value& params = commands[0]["params"];
-        EXPECT_EQ(1, g_Platform.Count("jPrm[" + Shown(params) + "]")) << szParams;
+        EXPECT_EQ(1, g_Platform.Count("jPrm[" + AsStyled(params) + "]")) << szParams;
         for (Json::ArrayIndex i = 0; params.isArray() && i < params.size(); ++i)
-            EXPECT_EQ(1, g_Platform.Count("jPrm[" + std::to_string(i) + "][" + Shown(params[i]) + "]"))
+            EXPECT_EQ(1, g_Platform.Count("jPrm[" + std::to_string(i) + "][" + AsStyled(params[i]) + "]"))
                 << szParams << i;
     }
 }
@@ -39,7 +39,7 @@ TEST_F(StyledParams, TextIsCutAtItsBudget)
         Json::Value commands;
         commands.append(command);
         m_Parser.t_ParseTVControl(commands);
-        EXPECT_EQ(1, g_Platform.Count("jPrm[" + Shown(command["params"]).substr(0, kBudget) + "]"));
+        EXPECT_EQ(1, g_Platform.Count("jPrm[" + AsStyled(command["params"]).substr(0, kBudget) + "]"));
         EXPECT_EQ(1, g_Platform.Count("jPrm[1][]")) << "nothing is left for the elements";
     }
 }

@@ -1,0 +1,110 @@
+// Operations by themselves, in what no recorded conversation reaches.
+#include <stdexcept>
+
+#include "CAImageSizeTable.h"
+#include "CAUtil.h"
+#include "Conversation.h"
+
+using Operations = Conversation;
+
+TEST_F(Operations, LanguagesOfTwoFamilies)
+{
+    std::string strEnglish, strPortuguese;
+    for (const std::string strLanguage :
+         {"", "en_US", "en_AU", "en_GB", "en_IE", "en", "pt_PT", "pt_BR", "pt", "EN_US"}) {
+        if (CCAUtil::IsEnLanguage(strLanguage)) strEnglish += strLanguage + " ";
+        if (CCAUtil::IsPTLanguage(strLanguage)) strPortuguese += strLanguage + " ";
+    }
+    EXPECT_EQ("en_US en_AU en_GB pt_PT pt_BR ", strEnglish + strPortuguese);
+}
+
+TEST_F(Operations, NumbersAsText)
+{
+    EXPECT_EQ("0, 2147483647, ", CCAUtil::itoa(0) + ", " + CCAUtil::itoa(2147483647) + ", " + CCAUtil::itoa(-1));
+    EXPECT_EQ("-2147483648", CCAUtil::ConvertIntToString(-2147483647 - 1));
+    for (const int nSize : {-1, 0, 1, 4, 5}) {
+        char szText[] = "xxxxxx";
+        EXPECT_EQ(4, CCAUtil::VsnPrint(szText, nSize, "%d", 1234));
+        EXPECT_EQ(nSize < 1 ? "xxxxxx" : std::string("1234").substr(0, static_cast<unsigned>(nSize) - 1), szText);
+    }
+    EXPECT_EQ(0, CCAUtil::VsnPrint(nullptr, 5, "%d", 1234));
+    EXPECT_EQ("E itoa:  ERROR - nInput:-1\nE VsnPrint: pStr is NULL\n", Logged());
+}
+
+TEST_F(Operations, RawReplyIsLoggedInPieces)
+{
+    const std::size_t kRows[][3] = {{1, 1, 1}, {500, 1, 500}, {501, 2, 1}, {102400, 205, 400}, {200000, 205, 500}};
+    for (const auto& [nLength, nPieces, nLastPiece] : kRows) {
+        g_Platform.vLog.clear();
+        CCAUtil::PrintRcvData(std::string(nLength, 'x'));
+        EXPECT_EQ(2 + nPieces, g_Platform.vLog.size()) << nLength;
+        EXPECT_NE(std::string::npos, g_Platform.vLog.back().strText.find("> " + std::string(nLastPiece, 'x') + "\033"));
+    }
+}
+
+TEST_F(Operations, AdultLockAndGamePanelDecide)
+{
+    for (const char* szFlag : {"", "no", "Yes", "No "}) EXPECT_TRUE(CCAParsePacket::t_IsPermitted(true, szFlag));
+    EXPECT_FALSE(CCAParsePacket::t_IsPermitted(true, "No"));
+    EXPECT_TRUE(CCAParsePacket::t_IsPermitted(false, "No"));
+    _ContentsItem stItem;
+    stItem.szType = "epg";
+    stItem.stOnTV.szTitle = "News";
+    stItem.stOnTV.szCertFlag = "No";
+    EXPECT_TRUE(m_Parser.t_CheckPermit(stItem));
+    EXPECT_EQ(1, g_Platform.Count(" t_CheckPlay(bAdultLock: 0, strCert: No) return 1### Content:epg->News"));
+    for (const std::string strFlag : {"", "s", "p", "ps", "x"}) {
+        std::string strWithout = strFlag, strWith = strFlag;
+        EXPECT_EQ(strFlag != "p", CCAParsePacket::t_ResolvePremiumFlag(false, strWithout)) << strFlag;
+        EXPECT_TRUE(CCAParsePacket::t_ResolvePremiumFlag(true, strWith)) << strFlag;
+        EXPECT_EQ(strFlag == "ps" ? "s p" : strFlag + " " + strFlag, strWithout + " " + strWith);
+    }
+}
+
+TEST_F(Operations, SizeTableTakesRows)
+{
+    CCAImageSizeTable table;
+    table.t_AddItem("1080", "poster", 7);
+    table.t_AddItem("1080", "kids", 1);
+    for (const int nSize : {0, -1}) table.t_AddItem("1080", "poster", nSize);
+    table.t_AddItem("", "poster", 8);
+    table.t_AddItem("1080", "", 8);
+    std::string strSizes;
+    for (const char* szKind : {"poster", "kids", "fitness", "", "none", "movie;x"}) {
+        int nSize = 99;
+        strSizes += table.GetSize(szKind, nSize) ? " +" : " -";
+        strSizes += std::to_string(nSize);
+    }
+    EXPECT_EQ(" +7 +1 +55 -99 -99 -99", strSizes);
+    EXPECT_EQ(4, g_Platform.Count("t_AddItem error"));
+    EXPECT_NE(std::string::npos, Logged().find("E t_AddItem: t_AddItem error\n"));
+}
+
+// Whatever is thrown at whichever point of a reply: nothing escapes, the store's lock is free, the next call works.
+TEST_F(Operations, NoExceptionPasses)
+{
+    const std::string strReply = Command("play_content") + ",'tvcontent':[{'type':'movie'}],'displaycontrol':[{}]";
+    ASSERT_TRUE(Say(strReply));
+    const std::size_t nLines = g_Platform.vLog.size();
+    for (std::size_t nThrowAt = 1; nThrowAt <= nLines; ++nThrowAt) {
+        g_Platform.vLog.clear();
+        g_Platform.onLog = [nThrowAt](const LogLine&) {
+            if (g_Platform.vLog.size() == nThrowAt) throw std::runtime_error("boom");
+        };
+        EXPECT_FALSE(Say(strReply));
+        EXPECT_EQ("E ca_get_speech_action: stopped by an exception: boom\n", Shown(g_Platform.vLog.back())) << nThrowAt;
+        g_Platform.onLog = nullptr;
+        Store().InitializeData();
+        EXPECT_TRUE(Say(strReply) && m_stInfo.vSAContents.size() == 1) << nThrowAt;
+    }
+    g_Platform.onLog = [](const LogLine& line) {
+        if (line.strText.find("stopped by") == std::string::npos) throw 7;
+    };
+    EXPECT_EQ(-1, ca_get_conv_status());
+    EXPECT_EQ("E ca_get_conv_status: stopped by an exception\n", Shown(g_Platform.vLog.back()));
+    EXPECT_FALSE(ca_initial_service("again"));
+    EXPECT_EQ("E ca_initial_service: stopped by an exception\n", Shown(g_Platform.vLog.back()));
+    ca_uninitial();
+    EXPECT_EQ("E ca_uninitial: stopped by an exception\n", Shown(g_Platform.vLog.back()));
+    g_Platform.onLog = nullptr;
+}
