@@ -21,7 +21,8 @@ struct Settings {
 };
 Settings g_Settings;
 std::size_t g_nFailingLine = 0;
-bool g_bLogFailed = false;
+bool g_bFailsForGood = false;
+bool g_bThrew = false;  // since FailLog, or the settings, said so
 
 const char* Setting(const std::string& strValue)
 {
@@ -33,13 +34,15 @@ const char* Setting(const std::string& strValue)
 void Fuzz::SetPlatform(const std::string& strLine)
 {
     g_Settings = Settings();
+    g_bThrew = false;
     std::istringstream(strLine) >> g_Settings.strCountry >> g_Settings.strLanguage >> g_Settings.strFlag;
 }
 
-void Fuzz::FailLog(std::size_t nLine)
+void Fuzz::FailLog(std::size_t nLine, bool bForGood)
 {
     g_nFailingLine = nLine;
-    g_bLogFailed = false;
+    g_bFailsForGood = bForGood;
+    g_bThrew = false;
 }
 
 int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
@@ -50,9 +53,10 @@ int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
     const int nLength = std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
     Fuzz::Require(std::strcmp(tag, "ParloAPI") == 0 && nLength > 0);
-    Fuzz::Require(g_bLogFailed || std::strstr(format, "stopped by an exception") == nullptr);  // it would be hidden
+    Fuzz::Require(g_bThrew || std::strstr(format, "stopped by an exception") == nullptr);  // it would be hidden
     if (g_nFailingLine == 0 || --g_nFailingLine > 0) return 0;
-    g_bLogFailed = true;
+    g_nFailingLine = g_bFailsForGood ? 1 : 0;
+    g_bThrew = true;
     throw std::runtime_error("no log");
 }
 
@@ -70,6 +74,10 @@ int vc_setting_initialize()
 
 int vc_setting_get_language(char** language)
 {
+    if (g_Settings.strLanguage == "throws") {
+        g_bThrew = true;
+        throw std::runtime_error("no settings");
+    }
     *language = strdup(g_Settings.strLanguage.c_str());
     return g_Settings.strLanguage == "refused" ? -1 : 0;
 }

@@ -25,6 +25,8 @@ void SortContents(const std::string& strSchema)
     std::vector<CADataRepository::_SAContents> vContents;
     CCADataHandler::GetInstance()->GetSAContentsList(vContents);
     Fuzz::Require(nCount == 2 && vContents.size() == 3 && vContents[0].stItem.stMnT.szId == "1");
+    CCADataSortFilter::SchemaSort(vContents, std::vector<CADataRepository::_SAContents>(1), {});
+    Fuzz::Require(vContents.size() == 4 && vContents[0].stItem.stMnT.szId == "1");
     delete CCADataHandler::pInstance;
     CCADataHandler::pInstance = nullptr;
 }

@@ -36,11 +36,15 @@ void Restart()
 void AskStatus(Fuzz::CInput& input)
 {
     constexpr const char* kCountries[] = {"US", "KR", "PT", "IN", "empty", "none"};
-    constexpr const char* kLanguages[] = {"en_US", "ko_KR", "pt_BR", "refused", "stuck", "none"};
+    constexpr const char* kLanguages[] = {"en_US", "ko_KR", "pt_BR", "refused", "stuck", "throws", "none"};
     constexpr const char* kFlags[] = {"1", "0", "none"};
     const std::string strCountry = input.OneOf(kCountries);
     const std::string strLanguage = input.OneOf(kLanguages);
     Fuzz::SetPlatform(Shown("status", strCountry + " " + strLanguage + " " + input.OneOf(kFlags)));
+    if (strLanguage == "throws") {
+        ca_get_conv_status();
+        return Fuzz::SetPlatform("US en_US 1");
+    }
     Fuzz::RequireStatus();
     const bool bSpoken = strCountry == "KR"   ? strLanguage == "ko_KR"
                          : strCountry == "PT" ? CCAUtil::IsPTLanguage(strLanguage)
@@ -53,7 +57,7 @@ void CallWithFailingLog(Fuzz::CInput& input, std::string& strReply)
 {
     CADataRepository::_ConvActionInfo info;
     const std::size_t nCall = input.Byte();
-    Fuzz::FailLog(nCall % 4 == 0 ? input.Byte() : nCall / 4 % 8);
+    Fuzz::FailLog(nCall % 4 == 0 ? input.Byte() : nCall / 4 % 8, nCall >= 128);
     if (nCall % 4 == 0) ca_get_speech_action("find a film", strReply, info);
     if (nCall % 4 == 1) ca_get_conv_status();
     if (nCall % 4 == 2) ca_initial_service("twice");

@@ -82,19 +82,28 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
     EXPECT_LE(60U, Results().size()) << "and what the taking thread came too late for";
 }
 
-// The same for the commands: whoever takes the getter's lock sees all that was set before, and nothing else orders
-// these threads.
-TEST_F(DataHandler, ThreadsShareTheCommands)
+// The same for what hands the lists out or shortens them: whoever takes the lock sees all that was set before, and
+// nothing else orders these threads.
+TEST_F(DataHandler, ThreadsShareTheLists)
 {
-    std::atomic<int> nDone{0};
-    const auto fill = [&nDone] {
-        for (int i = 0; i < 60; ++i) Store().SetTVControl(_TVControl());
-        nDone.fetch_add(1, std::memory_order_relaxed);
-    };
-    std::thread threads[] = {std::thread(fill), std::thread(fill)};
-    while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
-    EXPECT_EQ(120U, Store().GetTVControl().size());
-    for (std::thread& thread : threads) thread.join();
+    const CCADataHandler::Before none = Store().BeginReply();
+    const Call calls[] = {[] { EXPECT_EQ(120U, Store().GetTVControl().size()); },
+                          [] { EXPECT_EQ(120U, Store().BeginReply().nCommands); },
+                          [&none] { Store().ForgetReply(CCADataHandler::Before(none)); }};
+    for (const Call& call : calls) {
+        std::atomic<int> nDone{0};
+        const auto fill = [&nDone] {
+            for (int i = 0; i < 60; ++i) Store().SetTVControl(_TVControl());
+            for (int i = 0; i < 60; ++i) Store().SetSeachServerContentsList(std::vector<_SAContents>(1));
+            nDone.fetch_add(1, std::memory_order_relaxed);
+        };
+        std::thread one(fill), other(fill);
+        while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
+        call();
+        one.join();
+        other.join();
+        Store().InitializeData();
+    }
 }
 
 // Whatever the memory that it is made in held.
