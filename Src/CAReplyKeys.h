@@ -1,5 +1,5 @@
 // The keys of the server's documents that plainly fill a field of a record: one table a record. Keys that decide
-// something, or lead to a list or an object, are read by hand in CAParseJson.cpp.
+// something, or lead to a list or an object, are read by hand in the units CAParse*.cpp.
 #ifndef PARLO_CAREPLYKEYS_H
 #define PARLO_CAREPLYKEYS_H
 

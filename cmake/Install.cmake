@@ -31,6 +31,7 @@ if(PARLO_BUILD_TOOLS)
 endif()
 
 set(CPACK_GENERATOR DEB)
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_SOURCE_DIR}/cmake/BeforePackaging.cmake)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_CONTACT "libparlo-api maintainers <maintainers@parlo-api.invalid>")

@@ -14,8 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
 namespace
 {
 
+int g_nFiles = 0;
+
 void Replay(const fs::path& path)
 {
+    ++g_nFiles;
     std::printf("%s\n", path.c_str());
     std::fflush(stdout);
     std::ifstream file(path, std::ios::binary);
@@ -27,13 +30,12 @@ void Replay(const fs::path& path)
 
 int main(int argc, char* argv[])
 {
-    int nFiles = 0;
     for (int i = 1; i < argc; ++i) {
-        if (fs::is_regular_file(argv[i])) Replay(argv[i]), ++nFiles;
+        if (fs::is_regular_file(argv[i])) Replay(argv[i]);
         if (!fs::is_directory(argv[i])) continue;
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(argv[i]))
-            if (entry.is_regular_file()) Replay(entry.path()), ++nFiles;
+            if (entry.is_regular_file()) Replay(entry.path());
     }
-    std::printf("%d inputs\n", nFiles);
-    return nFiles > 0 ? 0 : 1;  // an empty corpus tests nothing
+    std::printf("%d inputs\n", g_nFiles);
+    return g_nFiles > 0 ? 0 : 1;  // an empty corpus tests nothing
 }
