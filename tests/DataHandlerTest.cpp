@@ -104,6 +104,15 @@ TEST_F(DataHandler, ThreadsShareTheLists)
         other.join();
         Store().InitializeData();
     }
+
+    std::atomic<bool> bBegun{false};
+    std::thread thread([&bBegun] {
+        while (!bBegun.load(std::memory_order_relaxed)) std::this_thread::yield();
+        Store().SetDomain({kText});
+    });
+    Store().BeginReply();  // reads what the thread writes next
+    bBegun.store(true, std::memory_order_relaxed);
+    thread.join();
 }
 
 // Whatever the memory that it is made in held.
