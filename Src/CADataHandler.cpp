@@ -1,8 +1,6 @@
 #include "CADataHandler.h"
 
-#include <algorithm>
 #include <iterator>
-#include <numeric>
 #include <utility>
 
 #include "CADataSortFilter.h"
@@ -150,14 +148,24 @@ void CCADataHandler::SetSchemaList(_CASchema stSchema)
 
 void CCADataHandler::SetSeachServerContentsList(const _ContentsItem& stItem)
 {
-    SetSeachServerContentsList(std::vector<_SAContents>(1, _SAContents(stItem)));
+    CCAPollingLock lock(m_stMutex);
+    m_vContentsItem.emplace_back(stItem);
+    m_bSorted = false;
 }
 
 void CCADataHandler::SetSeachServerContentsList(std::vector<_SAContents>&& vEntries)
 {
     CCAPollingLock lock(m_stMutex);
-    m_vContentsItem.push_back(std::move(vEntries));
+    vEntries.insert(vEntries.begin(), std::make_move_iterator(m_vContentsItem.begin()),
+                    std::make_move_iterator(m_vContentsItem.end()));
+    m_vContentsItem.swap(vEntries);
     m_bSorted = false;
+}
+
+std::size_t CCADataHandler::GetContentsCount()
+{
+    CCAPollingLock lock(m_stMutex);
+    return m_vContentsItem.size();
 }
 
 void CCADataHandler::SetDisplayControlResult(_DisplayControlInfo stInfo)
@@ -223,7 +231,7 @@ void CCADataHandler::InitializeData()
 CCADataHandler::Before CCADataHandler::BeginReply()
 {
     if (const std::size_t nDropped = t_DropOldContents(); nDropped > 0)
-        CA_LOGE("too much content waits for a command: that of the %u oldest replies is dropped",
+        CA_LOGE("too much content waits for a command, the oldest is dropped: %u items",
                 static_cast<unsigned>(nDropped));
     CCAPollingLock lock(m_stMutex);
     return {m_vTVControl.size(),
@@ -255,30 +263,23 @@ void CCADataHandler::t_ClearContents()
     m_bSorted = false;
 }
 
-std::size_t CCADataHandler::t_ContentCount() const
-{
-    return std::accumulate(
-        m_vContentsItem.begin(), m_vContentsItem.end(), std::size_t{0},
-        [](std::size_t nCount, const std::vector<_SAContents>& items) { return nCount + items.size(); });
-}
-
-// Says of how many replies. The oldest go first: a viewer waits for the results of the last reply.
+// Says how many. The oldest go: a viewer waits for the results of the last reply.
 std::size_t CCADataHandler::t_DropOldContents()
 {
-    constexpr std::size_t kMostWaiting = 4096;
     CCAPollingLock lock(m_stMutex);
-    std::size_t nCount = t_ContentCount();
-    auto kept = m_vContentsItem.begin();
-    for (; nCount > kMostWaiting; ++kept) nCount -= kept->size();
-    const auto nDropped = static_cast<std::size_t>(kept - m_vContentsItem.begin());
-    m_vContentsItem.erase(m_vContentsItem.begin(), kept);
-    if (nDropped > 0) m_bSorted = false;
+    if (m_vContentsItem.size() <= kMostWaiting) return 0;
+    const std::size_t nDropped = m_vContentsItem.size() - kMostWaiting;
+    std::vector<_SAContents> vKept(
+        std::make_move_iterator(m_vContentsItem.begin() + static_cast<std::ptrdiff_t>(nDropped)),
+        std::make_move_iterator(m_vContentsItem.end()));
+    m_vContentsItem.swap(vKept);
+    m_bSorted = false;
     return nDropped;
 }
 
 void CCADataHandler::t_Refresh(Items eItems)
 {
-    Plan plan{t_ContentCount()};
+    Plan plan{m_vContentsItem.size()};
     if (!m_bSorted) {
         CA_LOGD_AS(kGetList, " Data has been updated, it will be sorted");
         t_PlanSort(plan);
@@ -321,19 +322,10 @@ void CCADataHandler::t_SortByFlag(bool& flag, Plan& plan, const std::vector<_SAC
 void CCADataHandler::t_Sort(const Plan& plan, Items eItems)
 {
     m_vSAContents.clear();
-    if (eItems == Items::MOVE && m_vContentsItem.size() == 1) {
-        m_vSAContents.swap(m_vContentsItem.front());
-    } else {
-        m_vSAContents.reserve(t_ContentCount());
-        for (std::vector<_SAContents>& items : m_vContentsItem) {
-            if (eItems == Items::KEEP) {
-                t_ServerToSAContentsList(items, m_vSAContents);
-                continue;
-            }
-            std::move(items.begin(), items.end(), std::back_inserter(m_vSAContents));
-            Release(items);  // a list and its successor must not both be held in full
-        }
-    }
+    if (eItems == Items::MOVE)
+        m_vSAContents.swap(m_vContentsItem);
+    else
+        t_ServerToSAContentsList(m_vContentsItem, m_vSAContents);
 
     for (const auto& [pSource, vRules] : plan.vMerges) CCADataSortFilter::t_Sort(vRules, m_vSAContents, *pSource);
     for (const Source& source : plan.sources)

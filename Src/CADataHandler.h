@@ -59,6 +59,11 @@ public:
     bool GetDisplayControlSetFlag() const { return m_bDisplayControlSet; }
     void GetDisplayControlResult(CADataRepository::_DisCtrlInfo& stInfo);
 
+    // How many items wait. A list that is handed over should have room for as many, which go before its own: they move
+    // there, so that the old list and a grown one are not both held.
+    std::size_t GetContentsCount();
+    static constexpr std::size_t kMostWaiting = 4096;
+
     // Asks for the search schema to be parsed before the next reply; CanRequestSchema answers once for it.
     void RequestSchema();
     bool CanRequestSchema();
@@ -75,14 +80,14 @@ public:
     // What older replies left, when a reply begins.
     struct Before {
         std::size_t nCommands = 0;
-        std::size_t nContents = 0;  // replies whose items wait
+        std::size_t nContents = 0;
         std::string strSystemMessage;
         std::vector<std::string> vDomain;
         CADataRepository::_DisplayControlInfo stDisplayControl;
     };
 
-    // Begins a reply: items of older replies beyond a limit are dropped, with a line in the log. ForgetReply takes back
-    // what has been stored since; the dialog state stays as it is.
+    // Begins a reply: of the items of older replies at most kMostWaiting go on waiting, and a line in the log says so.
+    // ForgetReply takes back what has been stored since; the dialog state stays as it is.
     Before BeginReply();
     void ForgetReply(Before&& stBefore);
 
@@ -91,7 +96,6 @@ private:
     struct Plan;                      // what the schema makes of the list
 
     void t_ClearContents();
-    std::size_t t_ContentCount() const;
     std::size_t t_DropOldContents();
     void t_Refresh(Items eItems);
     void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
@@ -128,8 +132,7 @@ private:
     // Guarded by m_stMutex.
     std::vector<std::string> m_vDomain;
     std::vector<CADataRepository::_TVControl> m_vTVControl;
-    // One list a reply, so that none has to grow; the items are in their list entries already.
-    std::vector<std::vector<CADataRepository::_SAContents>> m_vContentsItem;
+    std::vector<CADataRepository::_SAContents> m_vContentsItem;  // in reply order, each in its list entry already
     std::vector<CADataRepository::_CASchema> m_vSchemaList;
     std::vector<CADataRepository::_SAContents> m_vSAContents;
 

@@ -134,7 +134,7 @@ void CCAParsePacket::t_ParseContents(Json::Value& tvcontent, CCADataHandler& dat
         return CertFlagOf(Text(element, "type")) != nullptr;  // elements of other types must not cost memory
     });
     std::vector<_SAContents> vEntries;
-    if (nOffered > 0) vEntries.reserve(static_cast<std::size_t>(nOffered) + 1);
+    if (nOffered > 0) vEntries.reserve(dataHandler.GetContentsCount() + static_cast<std::size_t>(nOffered) + 1);
     for (Json::Value& stored : tvcontent) {
         const Json::Value element(std::move(stored));
         _ContentsItem& stItem = vEntries.emplace_back().stItem;

@@ -1,6 +1,7 @@
 #include "FakePlatform.h"
 
 #include <atomic>
+#include <clocale>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +19,31 @@ FakePlatform g_Platform;
 FakeMutex g_Mutex;
 
 static std::mutex g_LogMutex;
+
+namespace
+{
+
+struct OddMarks : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+}  // namespace
+
+std::locale OddLocale()
+{
+    return std::locale(std::locale::classic(), new OddMarks);
+}
+
+// With PARLO_TEST_LOCALE set to a C locale the program runs under that one and the odd one of C++.
+static const bool g_bLocaleSet = [] {
+    const char* const szLocale = std::getenv("PARLO_TEST_LOCALE");
+    if (szLocale == nullptr) return false;
+    if (std::setlocale(LC_NUMERIC, szLocale) == nullptr) std::abort();
+    std::locale::global(OddLocale());
+    return true;
+}();
 
 static char* HeapCopy(const std::optional<std::string>& strText)
 {

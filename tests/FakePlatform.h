@@ -3,6 +3,7 @@
 #define PARLO_TESTS_FAKEPLATFORM_H
 
 #include <functional>
+#include <locale>
 #include <optional>
 #include <string>
 #include <vector>
@@ -43,6 +44,9 @@ struct FakePlatform {
 };
 
 extern FakePlatform g_Platform;
+
+// A locale in which 1.500 is read as 1500, and 5.0 as no number.
+std::locale OddLocale();
 
 // GLib's mutex, as the tests have it: nothing sleeps, and what is done with it is counted.
 struct FakeMutex {

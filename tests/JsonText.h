@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <locale>
 #include <string>
 
 inline std::string Quoted(std::string strText)
@@ -15,13 +16,16 @@ inline std::string Quoted(std::string strText)
     return strText;
 }
 
-// Reads as the library does.
+// Reads as the library does, whatever the locale. Null when that is no JSON.
 inline Json::Value ParsedJson(const std::string& strJson)
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+    // Has no name: one with a name would change C's locale too.
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new std::numpunct<char>));
     Json::Value value;
-    Json::Reader().parse(strJson, value);
+    if (!Json::Reader().parse(strJson, value)) value = Json::Value();
+    std::locale::global(before);
     return value;
 #pragma GCC diagnostic pop
 }

@@ -102,7 +102,7 @@ TEST_F(Regression, StyledTextOfEachReplyStaysWithinItsBudget)
 {
     constexpr std::size_t kBudget = 16 << 20;
     constexpr std::size_t kFrame = 100;  // at most, what else stands in a line
-    const std::string strNested = std::string(900, '[') + std::string(900, ']');
+    const std::string strNested = std::string(100, '[') + Repeated(5000, "0,") + "0" + std::string(100, ']');
     const std::string strCommands = Repeated(20, "{'action':'muteon','params':" + strNested + "},");
     for (int nReply = 0; nReply < 2; ++nReply) {
         g_Platform.vLog.clear();

@@ -1,10 +1,12 @@
 // How a command's parameters are shown in the log: as the JSON library styles them, the whole and each element.
+#include "CAPlainNumbers.h"
 #include "Conversation.h"
 
 using StyledParams = Conversation;
 
 static std::string AsStyled(const Json::Value& value)
 {
+    const CAPlainNumbers plain;
     return value.toStyledString();
 }
 
