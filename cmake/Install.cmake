@@ -26,8 +26,21 @@ if(PARLO_BUILD_TOOLS)
     file(ARCHIVE_CREATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/parlo.1.gz PATHS ${CMAKE_SOURCE_DIR}/tools/parlo.1
          FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/parlo.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT runtime)
-    install(FILES tools/parlo.bash-completion RENAME parlo
+    install(FILES tools/completion/parlo.bash RENAME parlo
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT runtime)
+    install(FILES tools/completion/_parlo
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT runtime)
+
+    # The schemas are what the program prints, where the build can run it.
+    if(NOT CMAKE_CROSSCOMPILING AND NOT PARLO_PLATFORM_LIBRARIES)
+        add_custom_command(OUTPUT reply.schema.json search.schema.json
+            COMMAND parlo schema > reply.schema.json
+            COMMAND parlo schema --search-schema > search.schema.json
+            DEPENDS parlo VERBATIM)
+        add_custom_target(parlo-schemas ALL DEPENDS reply.schema.json search.schema.json)
+        install(FILES ${CMAKE_CURRENT_BINARY_DIR}/reply.schema.json ${CMAKE_CURRENT_BINARY_DIR}/search.schema.json
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/parlo COMPONENT runtime)
+    endif()
 endif()
 
 set(CPACK_GENERATOR DEB)

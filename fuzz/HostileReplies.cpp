@@ -193,26 +193,38 @@ Cost Measure(const Shape& shape, std::size_t nSize, int nReplies)
             static_cast<double>(usage.ru_maxrss) * 1024};
 }
 
-// Measures the shape and prints a line. False, and says why, when it costs too much.
+struct Doubling {
+    Cost stHalf;
+    Cost stFull;
+    bool bSlow;
+};
+
+// The cost at half the size and at the full one: the shortest time of several runs as long as the ratio looks bad.
+Doubling MeasureDoubling(const Shape& shape, std::size_t nSize, int nReplies)
+{
+    Doubling d{Measure(shape, nSize / 2, nReplies), Measure(shape, nSize, nReplies), false};
+    for (int i = 0; i < kMostRuns; ++i) {
+        d.bSlow = d.stFull.fSeconds > kShortSeconds && d.stFull.fSeconds > kMostTimes * d.stHalf.fSeconds;
+        if (!d.bSlow || !kJudgesCosts) break;
+        d.stHalf.fSeconds = std::min(d.stHalf.fSeconds, Measure(shape, nSize / 2, nReplies).fSeconds);
+        d.stFull.fSeconds = std::min(d.stFull.fSeconds, Measure(shape, nSize, nReplies).fSeconds);
+    }
+    return d;
+}
+
+// Measures the shape and prints a line. False, and says why, when it costs too much. A step in the costs of the
+// allocator makes one doubling slow, a time worse than linear the next one too.
 bool Judge(const Shape& shape, std::size_t nSize, int nReplies, double fIdle)
 {
-    Cost stHalf = Measure(shape, nSize / 2, nReplies);
-    Cost stFull = Measure(shape, nSize, nReplies);
-    const auto isSlow = [&] {
-        return stFull.fSeconds > kShortSeconds && stFull.fSeconds > kMostTimes * stHalf.fSeconds;
-    };
-    for (int i = 1; i < kMostRuns && isSlow(); ++i) {
-        stHalf.fSeconds = std::min(stHalf.fSeconds, Measure(shape, nSize / 2, nReplies).fSeconds);
-        stFull.fSeconds = std::min(stFull.fSeconds, Measure(shape, nSize, nReplies).fSeconds);
-    }
-    const bool bKilled = stHalf.nExit < 0 || stFull.nExit < 0;
-    const double fPeak = std::max(stFull.fPeakBytes - fIdle, 0.0);
-    const double fMost = shape.nMostPerByte * static_cast<double>(nSize);
-    std::printf("%-20s %7d %8.3f %6.1f %9.1f %9.1f%s\n", shape.szName, nReplies, stFull.fSeconds,
-                stFull.fSeconds / std::max(stHalf.fSeconds, 1e-3), fPeak / 1048576, fPeak / static_cast<double>(nSize),
-                stFull.nExit == kRefused && !shape.bInARow ? "  refused" : "");
-    const bool bSlow = kJudgesCosts && isSlow();
-    const bool bLarge = kJudgesCosts && fPeak > fMost + kSlackBytes;
+    const Doubling d = MeasureDoubling(shape, nSize, nReplies);
+    const double fPeak = std::max(d.stFull.fPeakBytes - fIdle, 0.0);
+    const double fMost = shape.nMostPerByte * static_cast<double>(nSize) + kSlackBytes;
+    std::printf("%-20s %7d %8.3f %6.1f %9.1f %9.1f%s\n", shape.szName, nReplies, d.stFull.fSeconds,
+                d.stFull.fSeconds / std::max(d.stHalf.fSeconds, 1e-3), fPeak / 1048576,
+                fPeak / static_cast<double>(nSize), d.stFull.nExit == kRefused && !shape.bInARow ? "  refused" : "");
+    const bool bKilled = d.stHalf.nExit < 0 || d.stFull.nExit < 0;
+    const bool bSlow = kJudgesCosts && d.bSlow && MeasureDoubling(shape, nSize * 2, nReplies).bSlow;
+    const bool bLarge = kJudgesCosts && fPeak > fMost;
     if (bKilled) std::printf("%s: the process was killed\n", shape.szName);
     if (bSlow) std::printf("%s: twice the length takes more than %.1f times as long\n", shape.szName, kMostTimes);
     if (bLarge) std::printf("%s: more than %d bytes for each byte\n", shape.szName, shape.nMostPerByte);

@@ -21,6 +21,10 @@ TEST_F(DataHandler, InitializeDataClearsWhatBelongsToTheReply)
     _DisCtrlInfo stInfo{7, 7, {}};
     Store().GetDisplayControlResult(stInfo);
     EXPECT_TRUE(stInfo.numberOfItem == 0 && stInfo.nAction == -1 && stInfo.vItems.empty());
+
+    Store().SetDisplayControlResult({false, 1, 102, {{5, "t"}}});
+    Store().GetDisplayControlResult(stInfo);
+    EXPECT_FALSE(Store().GetDisplayControlSetFlag()) << "read once";
 }
 
 // The operations that take the store's lock: a writer and a reader each.

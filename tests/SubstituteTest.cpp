@@ -114,15 +114,18 @@ TEST_F(Substitute, RecordIsOneLineFitForATerminal)
 {
     setenv("PARLO_LOG", "error", 1);
     const std::string strKept =
-        "m \\ \\n \xC2\xA0 \xC3\xA9 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF";
+        "m \" \xC2\xA0 \xC3\xA9 \xD8\x9B \xE2\x80\x8D \xE2\x80\xA7 \xE2\x80\xAF \xE2\x81\xA5 \xE2\x81\xAA \xDF\xBF "
+        "\xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF";
     EXPECT_EQ("E Tag: " + strKept + "\n", Written(strKept));
-    // Controls; C1; cut characters; overlong ones; surrogates and what is beyond the last character; no UTF-8.
+    // Controls; C1; what turns the direction of text, at the ends of its ranges; cut characters; overlong ones;
+    // surrogates and what is beyond the last character; no UTF-8.
     const std::string strEscaped =
-        "\x1B \r \a \x7F \xC2\x80 \xC2\x9B \xC2\x9F \x80 \xBF \xC3 \xE2\x82 \xF0\x9F\x98 \xC0\xAF \xC1\xBF "
+        "\x1B \r \a \x7F \xC2\x80 \xC2\x9B \xC2\x9F \xD8\x9C \xE2\x80\x8E \xE2\x80\x8F \xE2\x80\xA8 \xE2\x80\xAE "
+        "\xE2\x81\xA6 \xE2\x81\xA9 \x80 \xBF \xC3 \xE2\x82 \xF0\x9F\x98 \xC0\xAF \xC1\xBF "
         "\xE0\x9F\xBF "
         "\xF0\x8F\xBF\xBF \xED\xA0\x80 \xED\xBF\xBF \xF4\x90\x80\x80 \xF5\x80\x80\x80 \xFE \xFF \xC3\xC3";
     EXPECT_EQ("E Tag: " + Hexadecimal(strEscaped) + "\n", Written(strEscaped));
-    EXPECT_EQ("E Tag: one\\ntwo\\t\\xC3\xC3\xA9\\n\n", Written("one\ntwo\t\xC3\xC3\xA9\n"));
+    EXPECT_EQ("E Tag: one\\ntwo\\t\\xC3\xC3\xA9\\n \\\\n\n", Written("one\ntwo\t\xC3\xC3\xA9\n \\n")) << "reversible";
 
     testing::internal::CaptureStderr();
     __dlog_print(6, "T\nag", "a%cb", 0);

@@ -9,8 +9,16 @@
 namespace Host
 {
 
+// Whether the character changes the direction or breaks the line of what stands around it: text could show as
+// something else than it is.
+constexpr bool IsFormatControl(unsigned nCode)
+{
+    return nCode == 0x061C || nCode == 0x200E || nCode == 0x200F || (nCode >= 0x2028 && nCode <= 0x202E) ||
+           (nCode >= 0x2066 && nCode <= 0x2069);
+}
+
 // How many bytes the UTF-8 character at the start of `szText` takes; 0 when it is a control character (C0, DEL,
-// C1) or no UTF-8.
+// C1, or one of the above) or no UTF-8.
 inline std::size_t PrintableLength(std::string_view szText)
 {
     // The smallest code that needs so many bytes; at two bytes, the first one behind the C1 controls.
@@ -30,12 +38,14 @@ inline std::size_t PrintableLength(std::string_view szText)
         nCode = nCode << 6U | (Byte(i) & 0x3FU);
     }
     const bool bSurrogate = nCode >= 0xD800 && nCode <= 0xDFFF;
-    return nCode >= kSmallest[nLength] && nCode <= 0x10FFFF && !bSurrogate ? nLength : 0;
+    const bool bAllowed = nCode >= kSmallest[nLength] && nCode <= 0x10FFFF && !bSurrogate && !IsFormatControl(nCode);
+    return bAllowed ? nLength : 0;
 }
 
 // `szText` with every control character and every byte that is no UTF-8 written as \xNN, line breaks and tabs as
-// \n and \t. A backslash stays as it is.
-inline std::string Printable(std::string_view szText)
+// \n and \t. A character of `szEscaped` gets a backslash before it; with the backslash among them, the text can be
+// told from the result.
+inline std::string Printable(std::string_view szText, std::string_view szEscaped = {})
 {
     constexpr char kHex[] = "0123456789ABCDEF";
 
@@ -44,7 +54,9 @@ inline std::string Printable(std::string_view szText)
     while (!szText.empty()) {
         const std::size_t nLength = PrintableLength(szText);
         const auto nByte = static_cast<unsigned char>(szText.front());
-        if (nLength > 0)
+        if (szEscaped.find(szText.front()) != std::string_view::npos)
+            strResult.append({'\\', szText.front()});
+        else if (nLength > 0)
             strResult += szText.substr(0, nLength);
         else if (nByte == '\n' || nByte == '\t')
             strResult += nByte == '\n' ? "\\n" : "\\t";

@@ -6,6 +6,10 @@
 //   PARLO_LANGUAGE     the voice language; "none": the service does not start    default en_US
 //   PARLO_VOICE_RECOG  the factory flag, 0 or 1; "none": it cannot be read       default 1
 //   PARLO_LOG          off, error or debug: what is written to standard error    default off
+//
+// A record of the log is one line of "LETTER TAG: TEXT", fit for a terminal and reversible: a line break is \n, a tab
+// \t, a backslash \\, and each byte of any other control character, of a character that turns the direction of text,
+// and of what is no UTF-8 is \xNN.
 #include <unistd.h>
 
 #include <cstdarg>
@@ -72,7 +76,10 @@ void WriteRecord(int nPriority, const char* szTag, std::string_view szText)
     if (!IsColoured()) szColour = {};
     std::string strLine(szColour);
     strLine.append({PriorityLetter(nPriority), ' '}).append(Host::Printable(szTag == nullptr ? "" : szTag));
-    strLine.append(": ").append(Host::Printable(szText)).append(szColour.empty() ? "" : kColourReset).append("\n");
+    strLine.append(": ")
+        .append(Host::Printable(szText, "\\"))
+        .append(szColour.empty() ? "" : kColourReset)
+        .append("\n");
     static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));  // nobody to tell
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "commands/ActionFacts.h"
 #include "parlo-api.h"
 #include "rendering/RecordJson.h"
 
@@ -45,6 +46,43 @@ void ForEachVocabulary(const Visit& visit)
     visit("Rules of a search schema", "schema_rules", kSortRuleWords);
 }
 
+// Calls `visit` for each country and voice language, with the substitute set to them.
+template <typename Visit>
+void ForEachSet(const Visit& visit)
+{
+    for (const char* szCountry : kCountries) {
+        setenv("PARLO_COUNTRY", szCountry, 1);
+        for (const char* szLanguage : kLanguages) {
+            setenv("PARLO_LANGUAGE", szLanguage, 1);
+            visit(szCountry, szLanguage);
+        }
+    }
+}
+
+Json::Value List(const std::vector<std::string>& vTexts)
+{
+    Json::Value list(Json::arrayValue);
+    for (const std::string& strText : vTexts) list.append(strText);
+    return list;
+}
+
+Json::Value FactsValue(const ActionFacts& stFacts)
+{
+    Json::Value value;
+    value["lookup"] = stFacts.strLookup;
+    value["takes"] = List(stFacts.vTakes);
+    value["fills"] = List(stFacts.vFills);
+    value["after"] = List(stFacts.vAfter);
+    if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
+        value["code_without_position"] = stFacts.nCodeWithout;
+    return value;
+}
+
+std::string LineOf(const char* szLabel, const std::string& strValue, const CPaint& paint)
+{
+    return "  " + paint.Label(Padded(szLabel, 17)) + (strValue.empty() ? "-" : strValue) + '\n';
+}
+
 const StatusWords& WordsOf(int nStatus)
 {
     for (const StatusWords& stWords : kStatusWords)
@@ -68,10 +106,13 @@ std::string RenderVocabulary(const CPaint& paint)
 std::string VocabularyJson()
 {
     Json::Value root(Json::objectValue);
+    std::vector<Json::Value> vFacts;
+    for (const ActionFacts& stFacts : AllActionFacts()) vFacts.push_back(FactsValue(stFacts));
     ForEachVocabulary([&](const char*, const char* szName, const auto& vWords) {
         Json::Value& list = root[szName] = Json::arrayValue;
         for (const auto& stWord : vWords) {
-            Json::Value entry;
+            Json::Value entry(Json::objectValue);
+            if (&root[szName] == &root["actions"]) entry = vFacts[list.size()];
             entry["word"] = std::string(stWord.szWord);
             entry["code"] = static_cast<int>(stWord.eCode);
             list.append(entry);
@@ -80,9 +121,63 @@ std::string VocabularyJson()
     return JsonLine(root);
 }
 
-std::string RenderStatus()
+std::string RenderAction(const std::string& strWord, const CPaint& paint)
 {
-    const int nStatus = ca_get_conv_status();
+    for (const ActionFacts& stFacts : AllActionFacts()) {
+        if (stFacts.strWord != strWord) continue;
+        std::string strCode = std::to_string(stFacts.nCode);
+        if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
+            strCode += ", without a position " + std::to_string(stFacts.nCodeWithout);
+        return paint.Title(strWord) + '\n' + LineOf("code", strCode, paint) +
+               LineOf("lookup", stFacts.strLookup, paint) + LineOf("takes", Joined(stFacts.vTakes), paint) +
+               LineOf("fills", Joined(stFacts.vFills), paint) + LineOf("may follow", Joined(stFacts.vAfter), paint);
+    }
+    return {};
+}
+
+std::string ActionJson(const std::string& strWord)
+{
+    for (const ActionFacts& stFacts : AllActionFacts()) {
+        if (stFacts.strWord != strWord) continue;
+        Json::Value value = FactsValue(stFacts);
+        value["word"] = strWord;
+        value["code"] = stFacts.nCode;
+        return JsonLine(value);
+    }
+    return {};
+}
+
+std::vector<std::string_view> ActionWords()
+{
+    std::vector<std::string_view> vWords;
+    for (const auto& stWord : kActionWords) vWords.push_back(stWord.szWord);
+    return vWords;
+}
+
+std::string StatusJson(int nStatus)
+{
+    Json::Value value;
+    value["status"] = nStatus;
+    value["available"] = nStatus == E_CA_CONV_STATUS_AVAILABLE;
+    value["text"] = WordsOf(nStatus).szWords;
+    return JsonLine(value);
+}
+
+std::string AllStatusesJson()
+{
+    std::string strLines;
+    ForEachSet([&](const char* szCountry, const char* szLanguage) {
+        Json::Value value;
+        value["country"] = szCountry;
+        value["language"] = szLanguage;
+        value["status"] = ca_get_conv_status();
+        strLines += JsonLine(value);
+    });
+    return strLines;
+}
+
+std::string RenderStatus(int nStatus)
+{
     return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
 }
 
@@ -90,14 +185,10 @@ std::string RenderAllStatuses(const CPaint& paint)
 {
     std::vector<std::vector<std::string>> vRows = {{"country"}};
     vRows.front().insert(vRows.front().end(), std::begin(kLanguages), std::end(kLanguages));
-    for (const char* szCountry : kCountries) {
-        setenv("PARLO_COUNTRY", szCountry, 1);
-        auto& vCells = vRows.emplace_back(1, szCountry);
-        for (const char* szLanguage : kLanguages) {
-            setenv("PARLO_LANGUAGE", szLanguage, 1);
-            vCells.emplace_back(WordsOf(ca_get_conv_status()).szShort);
-        }
-    }
+    ForEachSet([&](const char* szCountry, const char*) {
+        if (vRows.back().front() != szCountry) vRows.emplace_back(1, szCountry);
+        vRows.back().emplace_back(WordsOf(ca_get_conv_status()).szShort);
+    });
     std::string strLegend = "\n";
     for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)

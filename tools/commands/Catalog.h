@@ -3,17 +3,28 @@
 #define PARLO_CATALOG_H
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "rendering/Text.h"
 
-// Every word of the server with its code, as tables or as one line of JSON.
+// Every word of the server with its code, as tables; as one line of JSON with what the library makes of each action,
+// which needs a service.
 std::string RenderVocabulary(const CPaint& paint);
 std::string VocabularyJson();
 
-// The answer of ca_get_conv_status in words, with its number. Needs a service.
-std::string RenderStatus();
+// What the library makes of one action word; empty when there is none such. Needs a service.
+std::string RenderAction(const std::string& strWord, const CPaint& paint);
+std::string ActionJson(const std::string& strWord);
+std::vector<std::string_view> ActionWords();
 
-// The answers for all countries and voice languages as a table; sets the substitute's environment for each.
+// An answer of ca_get_conv_status in words, with its number.
+std::string RenderStatus(int nStatus);
+std::string StatusJson(int nStatus);
+
+// The answers for all countries and voice languages as a table, and as a line of JSON each; sets the substitute's
+// environment for each. Needs a service.
 std::string RenderAllStatuses(const CPaint& paint);
+std::string AllStatusesJson();
 
 #endif

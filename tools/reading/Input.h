@@ -1,30 +1,43 @@
-// Where replies come from: files of one reply each, and the lines of a conversation.
+// What a reply and a line of a conversation are, as text and as JSON.
 #ifndef PARLO_INPUT_H
 #define PARLO_INPUT_H
 
 #include <json/value.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-// A reply, with what the viewer had said and a name for messages.
+// A reply, with what the viewer had said and where it comes from.
 struct ServerReply {
-    std::string strSource;
+    std::string strSource;  // for messages: "evening.jsonl:3"
     std::string strUtterance;
     std::string strText;
+    std::string strFile = {};
+    std::size_t nLine = 1;         // of the file, where the reply or its turn begins
+    bool bNoUtterance = false;     // nobody said what the viewer said: strUtterance is a stand-in
+    bool bLive = false;            // whoever wrote it may be waiting for what is said of it: it came through a pipe
+    bool bMark = false;            // the file began with a byte order mark, which strText is without
+    std::size_t nOffset = 0;       // of strText in its line, in bytes
+    std::string_view szTurn = {};  // the line of the conversation, while the reply is handled; empty: none
 };
+
+// The mark that some editors put before a text.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // Parses `szText`, of two equal keys the last. With `bWhole` nothing may follow the value. When that fails, returns
 // false; `root` is then of no use.
 bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root);
 
-// Reads all bytes of the file `strFile` ("-": standard input) into `strText`. When that fails, returns false and
-// puts the system's reason into `strReason`.
-bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason);
-
 // Takes one line of a conversation, {"utterance": TEXT, "reply": OBJECT or TEXT}, into `stReply`. An object's
 // source text becomes the reply, byte by byte; a text is the raw reply itself, which need not be JSON. When the
 // line is something else, returns false and says in `strReason` what.
 bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strReason);
+
+// Whether it is JSON and a turn, or means to be one: an object without "rsp" that has an utterance or a reply.
+bool IsTurn(std::string_view szLine);
+
+// Whether it is JSON and a reply: an object with "rsp".
+bool IsReply(std::string_view szText);
 
 #endif

@@ -3,11 +3,16 @@
 
 #include <json/writer.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <sstream>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <vector>
+
+#include "host/Printable.h"
 
 namespace
 {
@@ -106,60 +111,116 @@ FIELDS(_ConvActionInfo, FIELD(eActionType), FIELD(eSystemAction), FIELD(e2ndActi
 #undef FIELDS
 #undef FIELD
 
+// The record as it is before anything is filled.
+template <typename Record>
+const Record kFresh{};
+
+// Calls `visit` with the name, the value and the value in the record `fresh`, for each field.
+template <typename Record, typename Visit>
+void ForEachField(const Record& record, const Record& fresh, const Visit& visit)
+{
+    std::apply([&](const auto&... field) { (visit(field.szName, record.*field.pMember, fresh.*field.pMember), ...); },
+               Fields<Record>::v);
+}
+
 template <typename Value>
-Json::Value AnyToJson(const Value& value);
+constexpr bool kPlain = std::is_enum_v<Value> || std::is_constructible_v<Json::Value, const Value&>;
+
+// Whether a value is the same as in a fresh record.
+template <typename Element>
+bool IsSame(const std::vector<Element>& vList, const std::vector<Element>& fresh)
+{
+    return vList.empty() && fresh.empty();
+}
+
+template <typename Value>
+bool IsSame(const Value& value, const Value& fresh)
+{
+    if constexpr (kPlain<Value>) {
+        return value == fresh;
+    } else {
+        bool bSame = true;
+        ForEachField(value, fresh, [&](const char*, const auto& field, const auto& freshField) {
+            bSame = bSame && IsSame(field, freshField);
+        });
+        return bSame;
+    }
+}
+
+// A value as JSON; with `pFresh` without the fields that are the same there.
+template <typename Value>
+Json::Value AnyToJson(const Value& value, const Value* pFresh);
 
 template <typename Element>
-Json::Value AnyToJson(const std::vector<Element>& vList)
+Json::Value AnyToJson(const std::vector<Element>& vList, const std::vector<Element>* pFresh)
 {
     Json::Value list(Json::arrayValue);
-    for (const Element& element : vList) list.append(AnyToJson(element));
+    for (const Element& element : vList)
+        list.append(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>));
     return list;
 }
 
-// Calls `visit` with the name and the value of each field.
-template <typename Record, typename Visit>
-void ForEachField(const Record& record, const Visit& visit)
-{
-    std::apply([&](const auto&... field) { (visit(field.szName, record.*field.pMember), ...); }, Fields<Record>::v);
-}
-
 template <typename Record>
-Json::Value Object(const Record& record)
+Json::Value Object(const Record& record, const Record* pFresh)
 {
     Json::Value object(Json::objectValue);
-    ForEachField(record, [&](const char* szName, const auto& value) { object[szName] = AnyToJson(value); });
+    const Record& fresh = pFresh == nullptr ? kFresh<Record> : *pFresh;
+    ForEachField(record, fresh, [&](const char* szName, const auto& field, const auto& freshField) {
+        if (pFresh != nullptr && IsSame(field, freshField)) return;
+        object[szName] = AnyToJson(field, pFresh == nullptr ? nullptr : &freshField);
+    });
     return object;
 }
 
 template <typename Value>
-Json::Value AnyToJson(const Value& value)
+Json::Value AnyToJson(const Value& value, [[maybe_unused]] const Value* pFresh)
 {
     if constexpr (std::is_enum_v<Value>)
         return static_cast<int>(value);
-    else if constexpr (std::is_constructible_v<Json::Value, const Value&>)
+    else if constexpr (kPlain<Value>)
         return value;
     else
-        return Object(value);
+        return Object(value, pFresh);
 }
 
-// JSON text allows DEL and the C1 controls raw inside texts; `strJson` with them written as \u00XX.
+// The code of what stands at the start of `szText` when it must not reach a terminal raw, 0 otherwise: DEL, a C1
+// control or one that Host::IsFormatControl knows. `nLength` is then its length.
+unsigned HiddenCode(std::string_view szText, std::size_t& nLength)
+{
+    const auto Byte = [szText](std::size_t i) -> unsigned {
+        return i < szText.size() ? static_cast<unsigned char>(szText[i]) : 0U;
+    };
+    nLength = Byte(0) == 0x7F ? 1 : Byte(0) == 0xE2 ? 3 : 2;
+    if (nLength == 1) return 0x7F;
+    if (nLength == 2 && (Byte(0) & 0xE0U) != 0xC0U) return 0;
+    for (std::size_t i = 1; i < nLength; ++i)
+        if ((Byte(i) & 0xC0U) != 0x80U) return 0;
+    const unsigned nCode = nLength == 3 ? 0x2000U | (Byte(1) & 0x3FU) << 6U | (Byte(2) & 0x3FU)
+                                        : (Byte(0) & 0x1FU) << 6U | (Byte(1) & 0x3FU);
+    return (nCode >= 0x80 && nCode < 0xA0) || Host::IsFormatControl(nCode) ? nCode : 0;
+}
+
+// JSON text allows these raw inside texts; `strJson` with them written as \uXXXX.
 std::string EscapeControls(const std::string& strJson)
 {
-    constexpr char kHex[] = "0123456789abcdef";
+    const auto IsSuspect = [](char c) { return static_cast<unsigned char>(c) >= 0x7F; };
     std::string strLine;
-    strLine.reserve(strJson.size());
-    for (std::size_t i = 0; i < strJson.size(); ++i) {
-        const bool bC1 = strJson[i] == '\xC2' && i + 1 < strJson.size() && (strJson[i + 1] & 0xE0) == 0x80;
-        if (!bC1 && strJson[i] != '\x7F') {
-            strLine += strJson[i];
-            continue;
+    std::size_t nDone = 0;
+    for (std::size_t n = 0;;) {
+        n = static_cast<std::size_t>(
+            std::find_if(strJson.begin() + static_cast<std::ptrdiff_t>(n), strJson.end(), IsSuspect) - strJson.begin());
+        if (n == strJson.size()) break;
+        std::size_t nLength = 0;
+        const unsigned nCode = HiddenCode(std::string_view(strJson).substr(n), nLength);
+        if (nCode != 0) {
+            char buffer[8];
+            static_cast<void>(std::snprintf(buffer, sizeof buffer, "\\u%04x", nCode));
+            strLine.append(strJson, nDone, n - nDone).append(buffer);
+            nDone = n + nLength;
         }
-        if (bC1) ++i;
-        const auto nCode = static_cast<unsigned char>(strJson[i]);
-        strLine.append("\\u00").append({kHex[nCode >> 4U], kHex[nCode & 0xFU]});
+        n += nCode != 0 ? nLength : 1;
     }
-    return strLine;
+    return nDone == 0 ? strJson : strLine.append(strJson, nDone);
 }
 
 // Writes values on one line; making one costs more than using it.
@@ -184,18 +245,26 @@ private:
     std::unique_ptr<Json::StreamWriter> m_pWriter;
 };
 
-template <typename Value, typename Write>
-void WriteValue(const CLineWriter& writer, const Value& value, const Write& write)
+const CLineWriter& LineWriter()
 {
-    write(writer.Text(AnyToJson(value)));
+    static const CLineWriter writer;
+    return writer;
 }
 
-template <typename Element, typename Write>
-void WriteValue(const CLineWriter& writer, const std::vector<Element>& vList, const Write& write)
+using Writer = std::function<void(const std::string&)>;
+
+template <typename Value>
+void WriteValue(const Value& value, const Value* pFresh, const Writer& write)
+{
+    write(LineWriter().Text(AnyToJson(value, pFresh)));
+}
+
+template <typename Element>
+void WriteValue(const std::vector<Element>& vList, const std::vector<Element>* pFresh, const Writer& write)
 {
     const char* szBefore = "[";
     for (const Element& element : vList) {
-        write(szBefore + writer.Text(AnyToJson(element)));
+        write(szBefore + LineWriter().Text(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>)));
         szBefore = ",";
     }
     write(vList.empty() ? "[]" : "]");
@@ -203,36 +272,38 @@ void WriteValue(const CLineWriter& writer, const std::vector<Element>& vList, co
 
 }  // namespace
 
-Json::Value ToJson(const _ConvActionInfo& info)
+Json::Value ToJson(const _ConvActionInfo& info, bool bCompact)
 {
-    return Object(info);
+    return Object(info, bCompact ? &kFresh<_ConvActionInfo> : nullptr);
 }
 Json::Value ToJson(const _ContentsItem& stItem)
 {
-    return Object(stItem);
+    return AnyToJson<_ContentsItem>(stItem, nullptr);
 }
 Json::Value ToJson(const _SAContents& stContents)
 {
-    return Object(stContents);
+    return AnyToJson<_SAContents>(stContents, nullptr);
 }
 Json::Value ToJson(const _Content& stContent)
 {
-    return Object(stContent);
+    return AnyToJson<_Content>(stContent, nullptr);
 }
 
-void WriteJsonLine(const _ConvActionInfo& info, const std::function<void(const std::string&)>& write)
+void WriteMembers(const _ConvActionInfo& info, bool bCompact, const std::function<void(const std::string&)>& write)
 {
-    const CLineWriter writer;
-    const char* szBefore = "{";
-    ForEachField(info, [&](const char* szName, const auto& value) {
-        write(szBefore + ('"' + std::string(szName) + "\":"));
-        szBefore = ",";
-        WriteValue(writer, value, write);
+    ForEachField(info, kFresh<_ConvActionInfo>, [&](const char* szName, const auto& field, const auto& fresh) {
+        if (bCompact && IsSame(field, fresh)) return;
+        write(",\"" + std::string(szName) + "\":");
+        WriteValue(field, bCompact ? &fresh : nullptr, write);
     });
-    write("}\n");
+}
+
+std::string JsonText(const Json::Value& value)
+{
+    return LineWriter().Text(value);
 }
 
 std::string JsonLine(const Json::Value& value)
 {
-    return CLineWriter().Text(value) + '\n';
+    return JsonText(value) + '\n';
 }

@@ -10,17 +10,20 @@
 
 #include "CADataRepository.h"
 
-Json::Value ToJson(const CADataRepository::_ConvActionInfo& info);
+// With `bCompact` without the fields that hold what a fresh record has; lists keep all their elements.
+Json::Value ToJson(const CADataRepository::_ConvActionInfo& info, bool bCompact = false);
 Json::Value ToJson(const CADataRepository::_ContentsItem& stItem);
 Json::Value ToJson(const CADataRepository::_SAContents& stContents);
 Json::Value ToJson(const CADataRepository::_Content& stContent);
 
-// The object of ToJson on one line with its line break, handed to `write` piece by piece: a long result list is
-// never in memory as JSON. UTF-8 stays as it came. DEL and the C1 controls, which JSON allows raw, are written as
-// \u00XX: a terminal would obey them.
-void WriteJsonLine(const CADataRepository::_ConvActionInfo& info, const std::function<void(const std::string&)>& write);
+// The members of ToJson's object, `,"NAME":VALUE` each, handed to `write` piece by piece: a long result list is
+// never in memory as JSON. UTF-8 stays as it came. What JSON allows raw and a terminal would obey is written as
+// \uXXXX: DEL, the C1 controls, and the characters that turn the direction of text or break its line.
+void WriteMembers(const CADataRepository::_ConvActionInfo& info, bool bCompact,
+                  const std::function<void(const std::string&)>& write);
 
-// Any value on one line, in the same way.
+// Any value in the same way, without and with a line break behind it.
+std::string JsonText(const Json::Value& value);
 std::string JsonLine(const Json::Value& value);
 
 #endif

@@ -148,7 +148,9 @@ void CRecordPage::Results()
 
 std::string Heading(const ServerReply& stReply, const CPaint& paint)
 {
-    return paint.Title(Shown(stReply.strSource) + ": " + Quoted(stReply.strUtterance)) + '\n';
+    const std::string strSaid =
+        stReply.bNoUtterance || stReply.strUtterance.empty() ? std::string() : ": " + Quoted(stReply.strUtterance);
+    return paint.Title(Shown(stReply.strSource) + strSaid) + '\n';
 }
 
 std::string RenderRecord(const ServerReply& stReply, const _ConvActionInfo& info, const CPaint& paint)

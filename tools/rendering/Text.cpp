@@ -11,8 +11,26 @@ namespace
 
 constexpr std::size_t kLongestShown = 240;  // bytes
 
+// The first `nBytes` bytes, less a character that this would cut.
+std::string_view Head(std::string_view szText, std::size_t nBytes)
+{
+    const auto InsideCharacter = [szText](std::size_t n) { return (szText[n] & 0xC0) == 0x80; };
+    for (int i = 0; i < 3 && InsideCharacter(nBytes); ++i) --nBytes;
+    return szText.substr(0, nBytes);
+}
+
+// What stands behind a text that was cut.
+std::string Rest(std::string_view szText)
+{
+    return "... (" + std::to_string(szText.size()) + " bytes)";
+}
+
+}  // namespace
+
 std::size_t Columns(const std::string& strText)
 {
+    const auto IsAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(strText.begin(), strText.end(), IsAscii)) return strText.size();  // controls are escaped by then
     std::size_t nColumns = 0;
     std::mbstate_t state{};
     for (std::size_t nAt = 0; nAt < strText.size();) {
@@ -25,16 +43,6 @@ std::size_t Columns(const std::string& strText)
     return nColumns;
 }
 
-// The first `nBytes` bytes, less a character that this would cut.
-std::string_view Head(std::string_view szText, std::size_t nBytes)
-{
-    const auto InsideCharacter = [szText](std::size_t n) { return (szText[n] & 0xC0) == 0x80; };
-    for (int i = 0; i < 3 && InsideCharacter(nBytes); ++i) --nBytes;
-    return szText.substr(0, nBytes);
-}
-
-}  // namespace
-
 std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
 {
     return m_bColoured ? "\033[" + std::string(szCode) + "m" + strText + "\033[0m" : strText;
@@ -43,12 +51,14 @@ std::string CPaint::Wrap(const char* szCode, const std::string& strText) const
 std::string Shown(std::string_view szText)
 {
     if (szText.size() <= kLongestShown) return Host::Printable(szText);
-    return Host::Printable(Head(szText, kLongestShown)) + "... (" + std::to_string(szText.size()) + " bytes)";
+    return Host::Printable(Head(szText, kLongestShown)) + Rest(szText);
 }
 
 std::string Quoted(std::string_view szText)
 {
-    return '"' + Shown(szText) + '"';
+    constexpr std::string_view kEscaped = "\"\\";
+    if (szText.size() <= kLongestShown) return '"' + Host::Printable(szText, kEscaped) + '"';
+    return '"' + Host::Printable(Head(szText, kLongestShown), kEscaped) + Rest(szText) + '"';
 }
 
 std::string Joined(const std::vector<std::string>& vTexts)

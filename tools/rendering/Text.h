@@ -20,10 +20,12 @@ private:
     bool m_bColoured;
 };
 
-// A text of a reply as it may be shown: no control characters, and a very long one cut with its length told.
+// A text of a reply as it may be shown: no control characters, the invisible ones that turn the direction of text
+// included, and a very long one cut with its length told.
 std::string Shown(std::string_view szText);
 
-// The same between quotation marks, so that an empty text and outer blanks show.
+// The same between quotation marks, so that an empty text and outer blanks show; a quotation mark and a backslash
+// within get a backslash before them.
 std::string Quoted(std::string_view szText);
 
 // "one, two, three"
@@ -32,7 +34,10 @@ std::string Joined(const std::vector<std::string>& vTexts);
 // "1 entry", "2 entries"; `szMany` is the word for any other number than one.
 std::string Count(std::size_t nCount, const char* szOne, const char* szMany);
 
-// `strText` with blanks up to `nColumns` columns of a terminal; wide characters count two.
+// How many columns of a terminal the text takes; wide characters count two.
+std::size_t Columns(const std::string& strText);
+
+// `strText` with blanks up to `nColumns` columns of a terminal.
 std::string Padded(const std::string& strText, std::size_t nColumns);
 
 // Rows of cells as aligned lines of `nIndent` blanks; the first row is the heading. An empty cell shows as "-".

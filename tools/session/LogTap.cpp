@@ -4,9 +4,12 @@
 #include <dlfcn.h>
 
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -16,6 +19,7 @@
 #pragma GCC visibility pop
 
 #include "Printable.h"
+#include "session/LogForm.h"
 
 namespace
 {
@@ -23,28 +27,63 @@ namespace
 constexpr std::size_t kLongestKept = 2000;  // bytes; some lines hold a whole reply
 
 LogSink g_Sink;
+int g_nQuiet = 0;
+LogFilter g_pWanted = nullptr;
+bool g_bLogged = false;  // whether lines go on to the platform's log, as long as there is a sink
 
-// "file: function(line) > message"
-LogLine Dissect(std::string_view szText)
+// The variable is the substitute's; without it the program keeps a set's own log free of its replies too.
+bool IsLogged()
+{
+    const char* szLevel = std::getenv("PARLO_LOG");
+    return szLevel != nullptr && std::strcmp(szLevel, "off") != 0;
+}
+
+// The message's part of a line's format.
+std::string_view MessageFormat(const char* szFormat)
+{
+    constexpr std::string_view kFrame = "%s: %s(%d) > ";
+    std::string_view szMessage = szFormat;
+    if (szMessage.substr(0, kFrame.size()) == kFrame) szMessage.remove_prefix(kFrame.size());
+    return szMessage;
+}
+
+LogLine Dissect(int nPriority, std::string_view szText)
 {
     LogLine stLine;
+    stLine.nPriority = nPriority;
     Host::CutColour(szText);
     stLine.strLine = szText.substr(0, kLongestKept);
-    const std::string_view szLine = stLine.strLine;
-    const std::size_t nFunction = szLine.find(": ");
-    const std::size_t nParen = szLine.find('(', nFunction);
-    const std::size_t nMessage = szLine.find(") > ", nParen);
-    if (nMessage == std::string_view::npos) return stLine;
-    stLine.strFunction = szLine.substr(nFunction + 2, nParen - nFunction - 2);
-    stLine.strMessage = szLine.substr(nMessage + 4);
+    LogForm stForm;
+    if (!ParseLogForm(stLine.strLine, stForm)) return stLine;
+    stLine.strFunction = stForm.szFunction;
+    stLine.strMessage = stForm.szMessage;
     return stLine;
+}
+
+// Whether there is a sink that wants the line. A format is a text of the library and stands where it stands, so the
+// answer is remembered by its address.
+bool IsWanted(const char* szFormat)
+{
+    struct Answer {
+        const char* szFormat = nullptr;
+        LogFilter pWanted = nullptr;
+        bool bWanted = false;
+    };
+    static Answer vAnswers[256];
+    if (!g_Sink || g_pWanted == nullptr) return static_cast<bool>(g_Sink);
+    Answer& stAnswer = vAnswers[(reinterpret_cast<std::uintptr_t>(szFormat) >> 3U) % std::size(vAnswers)];
+    if (stAnswer.szFormat != szFormat || stAnswer.pWanted != g_pWanted)
+        stAnswer = {szFormat, g_pWanted, g_pWanted(MessageFormat(szFormat))};
+    return stAnswer.bWanted;
 }
 
 }  // namespace
 
-CLogTap::CLogTap(LogSink sink)
+CLogTap::CLogTap(LogSink sink, LogFilter pWanted)
 {
     g_Sink = std::move(sink);
+    g_pWanted = pWanted;
+    g_bLogged = IsLogged();
 }
 
 CLogTap::~CLogTap()
@@ -52,8 +91,22 @@ CLogTap::~CLogTap()
     g_Sink = nullptr;
 }
 
+CLogQuiet::CLogQuiet()
+{
+    ++g_nQuiet;
+}
+
+CLogQuiet::~CLogQuiet()
+{
+    --g_nQuiet;
+}
+
 int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
+    const bool bWanted = IsWanted(format);
+    const bool bLogged = g_Sink ? g_bLogged : IsLogged();
+    if (g_nQuiet > 0 || (!bWanted && !bLogged)) return 0;
+
     using Writer = int (*)(int, const char*, const char*, ...);
     static const auto pPlatformLog = reinterpret_cast<Writer>(dlsym(RTLD_NEXT, "__dlog_print"));
 
@@ -65,9 +118,9 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
     if (nLength < 0) return -1;
     const std::unique_ptr<char, decltype(&std::free)> owner(pText, &std::free);
 
-    if (pPlatformLog != nullptr) pPlatformLog(priority, tag, "%s", pText);
+    if (bLogged && pPlatformLog != nullptr) pPlatformLog(priority, tag, "%s", pText);
     try {
-        if (g_Sink) g_Sink(Dissect({pText, static_cast<std::size_t>(nLength)}));
+        if (bWanted) g_Sink(Dissect(priority, {pText, static_cast<std::size_t>(nLength)}));
     } catch (const std::exception&) {
         // No memory for the line: whoever listens misses it, the library is not disturbed.
     }

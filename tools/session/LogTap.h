@@ -1,30 +1,47 @@
 // The library's log lines, as they are written.
 //
-// The program defines the platform's log function itself, so that every line passes here first; it then goes on
-// to the platform's own, which writes it if that is wanted (--log).
+// The program defines the platform's log function itself, so that every line passes here first; when a log is wanted
+// (PARLO_LOG, --log) it then goes on to the platform's own, which writes it. A line that nobody wants costs a look at
+// its format.
 #ifndef PARLO_LOGTAP_H
 #define PARLO_LOGTAP_H
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 // One line, "CAService: InitService(41) > message", without its colour sequence and cut to a readable length.
 struct LogLine {
     std::string strLine;      // the whole line
     std::string strFunction;  // "InitService"; empty when the line has another form
     std::string strMessage;   // "message"
+    int nPriority = 0;        // 6 error, 3 debug; 0 when it is not known
 };
 
 using LogSink = std::function<void(const LogLine&)>;
 
-// Hands every line to `sink` while it lives; there is one at a time. Not thread-safe. The sink must not log.
+// Whether lines whose message has the given format are wanted.
+using LogFilter = bool (*)(std::string_view szFormat);
+
+// Hands every line that `pWanted` wants, null: every line, to `sink` while it lives; there is one at a time. Not
+// thread-safe. The sink must not log.
 class CLogTap
 {
 public:
-    explicit CLogTap(LogSink sink);
+    explicit CLogTap(LogSink sink, LogFilter pWanted = nullptr);
     ~CLogTap();
     CLogTap(const CLogTap&) = delete;
     CLogTap& operator=(const CLogTap&) = delete;
+};
+
+// While it lives no line goes anywhere: for questions to the library that are no reply's.
+class CLogQuiet
+{
+public:
+    CLogQuiet();
+    ~CLogQuiet();
+    CLogQuiet(const CLogQuiet&) = delete;
+    CLogQuiet& operator=(const CLogQuiet&) = delete;
 };
 
 #endif

@@ -14,6 +14,8 @@ struct Meaning {
     const char* szReason;        // empty: all is well so far
 };
 
+constexpr std::size_t kTold = 12;  // characters that tell each of the lines from all others that are written often
+
 // Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
 // log does not name.
 constexpr Meaning kMeanings[] = {
@@ -21,6 +23,7 @@ constexpr Meaning kMeanings[] = {
     {"Start to parse search server data.", "it has no \"rsp\""},
     {"json parse error", "it is not JSON, or beyond a limit"},
     {"TAG_RSP", ""},
+    {"strCode:", ""},  // a log without its debug lines has this one only
     {"vTVControl is empty", "it holds no TV control command"},
     {"pDataHandler is NULL", "memory ran out"},
     {"stopped by an exception: std::bad_alloc", "memory ran out"},
@@ -38,6 +41,16 @@ bool Behind(std::string_view szText, std::string_view szPrefix, std::string_view
 
 }  // namespace
 
+bool CRefusal::Hears(std::string_view szFormat)
+{
+    std::string_view szRest;
+    if (Behind(szFormat, "errCode:", szRest) || Behind(szFormat, "nErrCode:", szRest)) return true;
+    const auto Begins = [&](const Meaning& stMeaning) {
+        return Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
+    };
+    return std::any_of(std::begin(kMeanings), std::end(kMeanings), Begins);
+}
+
 void CRefusal::Listen(const LogLine& stLine)
 {
     std::string_view szRest;
@@ -47,7 +60,9 @@ void CRefusal::Listen(const LogLine& stLine)
         m_strReason = "the server reported error " + Shown(szRest.substr(0, nMessage));
         m_strLine = stLine.strLine;
     } else if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "nErrCode:", szRest)) {
-        m_strReason = "the server reported error " + std::string(szRest);
+        // A code that is absent or no code reads as 0.
+        m_strReason = szRest == "0" ? "the server reported a failure without a code"
+                                    : "the server reported error " + std::string(szRest);
     }
     for (const Meaning& stMeaning : kMeanings) {
         if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;

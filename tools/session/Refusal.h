@@ -3,6 +3,7 @@
 #define PARLO_REFUSAL_H
 
 #include <string>
+#include <string_view>
 
 #include "session/LogTap.h"
 
@@ -11,6 +12,9 @@ class CRefusal
 {
 public:
     void Listen(const LogLine& stLine);
+
+    // Whether a line whose message has this format can say something: the others need not be listened to.
+    static bool Hears(std::string_view szFormat);
 
     // The reason as half a sentence, "it has no \"rsp\"".
     std::string Reason() const;

@@ -1,19 +1,18 @@
-// The way of a reply from its file through the library to standard output.
+// The way of a reply from its file through the library.
 #include "session/Session.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <new>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
-#include "Printable.h"
+#include "parlo-api.h"
+#include "rendering/Output.h"
 #include "session/Refusal.h"
 
 namespace
 {
+
+constexpr const char* kNoUtterance = "(utterance)";  // for the library, which takes no reply without one
 
 // Calls `call`; when memory runs out on the way, `recover`.
 template <typename Call, typename Recover>
@@ -28,34 +27,12 @@ void WithinMemory(const Call& call, const Recover& recover)
     }
 }
 
-bool IsBlank(std::string_view szLine)
-{
-    return szLine.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
 }  // namespace
 
-void Print(const std::string& strText)
-{
-    if (std::fwrite(strText.data(), 1, strText.size(), stdout) != strText.size())
-        throw std::system_error(errno, std::generic_category());
-}
-
-void FlushOutput()
-{
-    if (std::fflush(stdout) != 0) throw std::system_error(errno, std::generic_category());
-}
-
-void Complain(const std::string& strText)
-{
-    const std::string strLine = "parlo: " + Host::Printable(strText) + ".\n";
-    static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));
-}
-
-CSession::CSession(Show show, bool bKeepLog) : m_show(std::move(show)), m_bKeepLog(bKeepLog)
+CSession::CSession(bool bKeepLog) : m_bKeepLog(bKeepLog)
 {
     CRefusal refusal;
-    const CLogTap tap([&refusal](const LogLine& stLine) { refusal.Listen(stLine); });
+    const CLogTap tap([&refusal](const LogLine& stLine) { refusal.Listen(stLine); }, CRefusal::Hears);
     if (!ca_initial_service("parlo")) throw std::runtime_error("the service does not start: " + refusal.Reason());
 }
 
@@ -64,73 +41,52 @@ CSession::~CSession()
     ca_uninitial();
 }
 
-void CSession::RunReplyFile(const std::string& strFile, const std::string& strUtterance)
+void CSession::RunFile(const std::string& strFile, FileForm eForm, const std::string& strUtterance, const Show& show,
+                       bool bQuiet)
 {
-    const auto Handle = [&] {
-        ServerReply stReply{strFile, strUtterance, {}};
-        if (Read(strFile, stReply.strText)) Run(stReply);
+    const auto Read = [&] {
+        ForEachEntry(strFile, eForm, strUtterance, [&](Entry&& stEntry) { Run(std::move(stEntry), show, bQuiet); });
     };
-    WithinMemory(Handle, [&] { Fail(strFile + " is refused: memory ran out"); });
-}
-
-void CSession::RunConversationFile(const std::string& strFile)
-{
-    const auto Handle = [&] {
-        std::string strText;
-        if (!Read(strFile, strText)) return;
-        std::size_t nLine = 0;
-        for (std::string_view szRest = strText; !szRest.empty();) {
-            const std::string_view szLine = szRest.substr(0, szRest.find('\n'));
-            szRest.remove_prefix(std::min(szLine.size() + 1, szRest.size()));
-            ++nLine;
-            ServerReply stReply{strFile + ':' + std::to_string(nLine), {}, {}};
-            std::string strReason;
-            if (IsBlank(szLine)) continue;
-            if (ReadTurn(szLine, stReply, strReason))
-                Run(stReply);
-            else
-                Fail(stReply.strSource + " is refused: " + strReason);
-        }
-    };
-    WithinMemory(Handle, [&] { Fail(strFile + " is refused: memory ran out"); });
-}
-
-bool CSession::Read(const std::string& strFile, std::string& strText)
-{
-    std::string strReason;
-    if (ReadAll(strFile, strText, strReason)) return true;
-    Fail(strFile + " cannot be read: " + strReason);
-    return false;
-}
-
-void CSession::Run(ServerReply& stReply)
-{
-    if (stReply.strUtterance.empty()) return Fail(stReply.strSource + " is refused: the utterance is empty");
-    if (stReply.strText.empty()) return Fail(stReply.strSource + " is refused: the reply is empty");
-    const Outcome stOutcome = Ask(stReply);
-    m_show(stReply, stOutcome);
-    FlushOutput();
-    if (!stOutcome.bAccepted) Fail(stReply.strSource + " is refused: " + stOutcome.strRefusal);
-}
-
-Outcome CSession::Ask(ServerReply& stReply) const
-{
-    Outcome stOutcome;
-    CRefusal refusal;
-    const CLogTap tap([&](const LogLine& stLine) {
-        refusal.Listen(stLine);
-        if (m_bKeepLog) stOutcome.vLog.push_back(stLine);
+    WithinMemory(Read, [&] {
+        Entry stEntry;
+        stEntry.stReply.strFile = stEntry.stReply.strSource = strFile;
+        stEntry.strReason = "memory ran out";
+        Run(std::move(stEntry), show, bQuiet);
     });
-    stOutcome.bAccepted = ca_get_speech_action(stReply.strUtterance, stReply.strText, stOutcome.info);
-    if (!stOutcome.bAccepted) {
-        stOutcome.strRefusal = refusal.Reason();
-        stOutcome.strRefusalLine = refusal.Line();
-    }
-    return stOutcome;
 }
 
-void CSession::Fail(const std::string& strText)
+void CSession::Run(Entry&& stEntry, const Show& show, bool bQuiet) const
 {
-    m_bFailed = true;
-    Complain(strText);
+    CADataRepository::_ConvActionInfo info;
+    Case stCase;
+    stCase.stReply = std::move(stEntry.stReply);
+    if (stEntry.strReason.empty() && stCase.stReply.strText.empty()) stEntry.strReason = "the reply is empty";
+    if (stEntry.strReason.empty()) {
+        stCase.pInfo = &info;
+        Ask(stCase, info);
+    } else {
+        stCase.strRefusal = stEntry.bUnreadable ? "it cannot be read: " + stEntry.strReason : stEntry.strReason;
+    }
+    show(stCase);
+    if (stCase.bAccepted || (bQuiet && !stEntry.bUnreadable)) return;
+    const std::string& strSource = stCase.stReply.strSource;
+    Fail(stEntry.bUnreadable ? strSource + " cannot be read: " + stEntry.strReason
+                             : strSource + " is refused: " + stCase.strRefusal);
+}
+
+void CSession::Ask(Case& stCase, CADataRepository::_ConvActionInfo& info) const
+{
+    ServerReply& stReply = stCase.stReply;
+    stReply.bNoUtterance = stReply.strUtterance.empty();
+    if (stReply.bNoUtterance) stReply.strUtterance = kNoUtterance;
+    CRefusal refusal;
+    const auto Keep = [&](const LogLine& stLine) {
+        refusal.Listen(stLine);
+        if (m_bKeepLog) stCase.vLog.push_back(stLine);
+    };
+    const CLogTap tap(Keep, m_bKeepLog ? nullptr : CRefusal::Hears);
+    stCase.bAccepted = ca_get_speech_action(stReply.strUtterance, stReply.strText, info);
+    if (stCase.bAccepted) return;
+    stCase.strRefusal = refusal.Reason();
+    stCase.strRefusalLine = refusal.Line();
 }

@@ -1,0 +1,316 @@
+// What is found in a document and where, and what in a correct one: nothing.
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "JsonText.h"
+#include "findings/Check.h"
+#include "findings/Description.h"
+#include "rendering/FindingText.h"
+
+namespace
+{
+
+struct Row {
+    const char* szText;      // with single quotes, or the members of "rsp"
+    const char* szFindings;  // "code@pointer" of each, in order
+};
+
+std::string Codes(const std::vector<Finding>& vFindings)
+{
+    std::string strCodes;
+    for (const Finding& stFinding : vFindings)
+        strCodes += (strCodes.empty() ? "" : " ") + stFinding.strCode + '@' +
+                    std::regex_replace(stFinding.strPointer, std::regex("^/rsp/(tvcontrol/)?|/params(?=/)"), "");
+    return strCodes;
+}
+
+template <std::size_t N>
+void ExpectCodes(const Row (&rows)[N], std::vector<Finding> (*check)(std::string_view), bool bMembers)
+{
+    for (const auto& [szText, szFindings] : rows) {
+        SCOPED_TRACE(szText);
+        EXPECT_EQ(szFindings, Codes(check(bMembers ? Reply(szText) : Quoted(std::string(szText)))));
+    }
+}
+
+// A reply that plays content, with the given item.
+std::string Played(const std::string& strItem)
+{
+    return Reply(Command("play_content", "'index':1,'idx':1") + ",'tvcontent':[{" + strItem + "}]");
+}
+
+std::string Poster(const std::string& strUrl, const char* szIndex = "55,57")
+{
+    return Played("'type':'movie','poster':{'images':{'url':'" + strUrl + "'" +
+                  (*szIndex == '-' ? "" : ",'index':[" + std::string(szIndex) + "]") + "}}");
+}
+
+// The one finding of a text.
+Finding Only(const std::vector<Finding>& vFindings)
+{
+    EXPECT_EQ(1U, vFindings.size()) << Codes(vFindings);
+    return vFindings.empty() ? Finding() : vFindings.front();
+}
+
+}  // namespace
+
+TEST(Findings, CorrectReplyHasNone)
+{
+    for (const char* szMembers :
+         {"'tvcontrol':[{'action':'volumeup'}]", "'tvcontrol':[{'action':'volumeup','params':[{'amount':5.0}]}]",
+          "'stat':'fail','err':{'code':404,'msg':'x'}", "'stat':'fail','err':{'code':'E1'},'response_info':{}",
+          "'stat':null,'err':null,'domain':null,'tvcontrol':[{'action':'muteon','intent':null,'params':null}]",
+          "'domain':['a','b'],'system_sentence':'x','tvcontrol':[{'action':'display_content','intent':'play'}],"
+          "'tvcontent':[{'type':'epg'}],'nlu_info':{'dialog_type':1}",
+          "'domain':['tvcontrol'],'system_sentence':'x','tvcontrol':[{'action':'search_failed'}]",
+          "'tvcontrol':[{'action':'display_cast','params':[{'names':['a']}]},{'action':'set_channel','intent':'play'}]",
+          "'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'major':1}]},{'umd_channels':[{}]}]},"
+          "{'action':'show_moreinfo'}]",
+          "'system_sentence':'{Null}','tvcontrol':[{'action':'muteon'}],'displaycontrol':[{'action':'play_content'}]",
+          "'tvcontrol':[{'action':'quit_record'}],'tvcontent':[{'type':'app','app_info':{'id':'1','premium_flag':'ps',"
+          "'poster':{'images':{},'images4premium':{}}}}]"}) {
+        SCOPED_TRACE(szMembers);
+        EXPECT_EQ("", Codes(CheckReply(Reply(szMembers))));
+    }
+    EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/1/%d.jpg"))));
+    EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/%d.webp", "5"))));
+    EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/57.jpg", "-"))));
+}
+
+TEST(Findings, TextsThatAreNoJsonOrMoreThanThat)
+{
+    const Row rows[] = {
+        {"", "not-json@"},
+        {"{'rsp':{'stat':'ok',}}", "not-json@"},
+        {"{'rsp':True}", "not-json@"},
+        {"[]", "no-rsp@"},
+        {"{'rps':{}}", "unknown-key@/rps"},
+        {"{}", "no-rsp@"},
+        {"{'rsp':7}", "wrong-type@/rsp"},
+        {"\xEF\xBB\xBF{'rsp':{'tvcontrol':[{'action':'muteon'}]}}", "byte-order-mark@"},
+        {"\xFF\xFE{", "utf-16@"},
+        {"/**/{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}} {",
+         "comment@ not-utf8@ trailing-text@"},
+        {"{'rsp':{'tvcontrol':[{'action':'poweron','action':'muteon'}],'dialog':{'dialog_seq':01,'dialog_id':'\n'}}}",
+         "duplicate-key@0/action not-strict@ not-strict@"},
+    };
+    ExpectCodes(rows, CheckReply, false);
+    EXPECT_EQ("too-deep@", Codes(CheckReply("{\"rsp\":" + std::string(128, '['))));
+    std::string strMany;
+    for (int i = 0; i < 1 << 18; ++i) strMany += "{},\",\",";
+    EXPECT_EQ("too-many-values@", Codes(CheckReply("{\"rsp\":[" + strMany + "0]}")));
+}
+
+TEST(Findings, KeysTypesAndWordsThatAreNotRead)
+{
+    const Row rows[] = {
+        {"'tvcontrl':[]", "unknown-key@tvcontrl"},
+        {"'tvcontrol':{}", "wrong-type@tvcontrol"},
+        {"'tvcontrol':[5,null]", "wrong-type@0 wrong-type@1"},
+        {"'tvcontrol':[{'action':5,'intent':'Play','amount':1}],'tvcontent':[]",
+         "wrong-type@0/action unknown-word@0/intent unknown-key@0/amount"},
+        {"'tvcontrol':[{'action':'muteOn','params':[{'action':'mute_on','amount':'5','time':3000000000,'chanels':[]}]}"
+         "]",
+         "unknown-word@0/action unknown-word@0/0/action wrong-type@0/0/amount out-of-range@0/0/time "
+         "unknown-key@0/0/chanels"},
+        {"'stat':'fail','err':{'code':1.5,'msg':[],'a/b~c':1}",
+         "wrong-type@err/code wrong-type@err/msg "
+         "unknown-key@err/a~1b~0c"},
+        {"'stat':'failed','err':{}", "unknown-word@stat"},
+        {"'domain':[1,'a'],'dialog':[],'nlu_info':{'type':1},'response_info':{'query':1},'tvcontrol':[{'action':'login'"
+         "}]",
+         "wrong-type@domain/0 wrong-type@dialog unknown-key@nlu_info/type wrong-type@response_info/query"},
+        {"'tvcontrol':[{'action':'display_cast','params':[{'names':['a',5,{}]},{'names':7}]}]",
+         "no-effect@0/0/names converted@0/0/names/1 wrong-type@0/0/names/2 wrong-type@0/1/names"},
+        {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'number':5,'major':'1'}],'umd_channels':"
+         "[{'umd_channel':{'name':'x'}},{'channel_name':'x'}]}]}]",
+         "wrong-type@0/0/channels/0/number wrong-type@0/0/channels/0/major "
+         "unknown-key@0/0/umd_channels/0/umd_channel/name unknown-key@0/0/umd_channels/1/channel_name"},
+        {"'tvcontrol':[{'action':'login'}],'displaycontrol':['x',{'action':'volumeup','params':[{'idx':1,'title':2}]}]",
+         "wrong-type@displaycontrol/0 unknown-word@displaycontrol/1/action unknown-key@displaycontrol/1/0/idx "
+         "wrong-type@displaycontrol/1/0/title"},
+    };
+    ExpectCodes(rows, CheckReply, true);
+}
+
+TEST(Findings, CommandsAndParametersWithoutEffect)
+{
+    const Row rows[] = {
+        {"'stat':'ok'", "no-command@/rsp"},
+        {"'stat':'fail','err':{},'tvcontrol':[{'action':'x'}]", "no-effect@tvcontrol unknown-word@0/action"},
+        {"'stat':'ok','err':{'code':1},'tvcontrol':[{'intent':'play'}]", "no-effect@err no-action@0"},
+        {"'tvcontrol':[{'action':'show_colorkeys'}]", "no-lookup@0/action"},
+        {"'tvcontrol':[{'action':'display_content'}]", "wrong-domains@0/action"},
+        {"'domain':['a','b'],'tvcontrol':[{'action':'search_failed'}]", "wrong-domains@0/action"},
+        {"'domain':['tvcontrol'],'tvcontrol':[{'action':'search_failed','intent':'play'},{'action':'login'}],"
+         "'tvcontent':[{}]",
+         "no-effect@0/intent not-looked-at@1 no-effect@tvcontent"},
+        {"'tvcontrol':[{'action':'volumeup','intent':'play','params':[{'amount':1,'time':5},{'amount':-2},"
+         "{'direction':'up','index':1,'idx':2}]},{'action':'login','intent':'play'}]",
+         "no-effect@0/intent no-effect@0/0/amount no-effect@0/0/time negative@0/1/amount no-effect@0/2/direction "
+         "no-effect@0/2/idx not-looked-at@1"},
+        {"'tvcontrol':[{'action':'play_content','params':[{'idx':1},{'index':1},{'index':1,'idx':-1},{'indx':1,'idx':1}"
+         "]}]",
+         "no-effect@0/0/idx no-position@0/1/index negative@0/2/idx unknown-key@0/3/indx"},
+        {"'tvcontrol':[{'action':'display_detailinfo_cast','params':[{'names':['a']}]}]", "no-effect@0/0/names"},
+        {"'tvcontrol':[{'action':'login','params':[{'action':'logout'}]}]", "no-effect@0/action"},
+        {"'tvcontrol':[{'action':'set_channel'},{'action':'volumeup','intent':'play','params':[{}]},{}]",
+         "no-follow-up@1/action no-effect@1/intent no-effect@1/params not-looked-at@2"},
+        {"'tvcontrol':[{'action':'display_cast','intent':'play'},{'action':'play_content','intent':'play'},"
+         "{'intent':'play'}]",
+         "no-effect@0/intent no-effect@1/intent"},
+        {"'tvcontrol':[{'action':'display_cast','intent':'play'}]", "no-effect@0/intent"},
+        {"'system_sentence':'x','tvcontrol':[{'action':'login'}],'tvcontent':[{'type':'epg'}],"
+         "'displaycontrol':[{'action':'play_content'},{}]",
+         "no-effect@system_sentence no-effect@tvcontent no-effect@displaycontrol/0 no-action@displaycontrol/1"},
+    };
+    ExpectCodes(rows, CheckReply, true);
+}
+
+TEST(Findings, ItemsAndPosters)
+{
+    const std::pair<std::string, const char*> vRows[] = {
+        {Played("'id':'1'"), "no-type@tvcontent/0"},
+        {Played("'type':'Movie'"), "unknown-word@tvcontent/0/type"},
+        {Played("'type':'weather','condition':7"), "not-offered@tvcontent/0/type wrong-type@tvcontent/0/condition"},
+        {Played("'type':'tvshow','season':{'number':2},'cert_flag':'no','episode':{'number':'7'}"),
+         "no-effect@tvcontent/0/season unknown-word@tvcontent/0/cert_flag wrong-type@tvcontent/0/episode/number"},
+        {Played("'type':'app','title':'x'"), "no-app-info@tvcontent/0 unknown-key@tvcontent/0/title"},
+        {Played("'type':'apps','app_info':{'ID':'x'}"), "unknown-key@tvcontent/0/app_info/ID"},
+        {Played("'type':'apps','app_info':{}"), "no-id@tvcontent/0/app_info"},
+        {Played("'type':'apps','app_info':{'id':'x','premium_flag':'s','poster':{'images4premium':{}}}"),
+         "no-effect@tvcontent/0/app_info/poster/images4premium"},
+        {Played("'type':'apps','app_info':{'id':'x','poster':{'images':{}}}"), "no-effect@tvcontent/0/app_info/poster"},
+        {Played("'type':'movie','poster':{'images':{'index':['57']}}"), "wrong-type@tvcontent/0/poster/images/index/0"},
+    };
+    for (const auto& [strReply, szFindings] : vRows) {
+        SCOPED_TRACE(strReply);
+        EXPECT_EQ(szFindings, Codes(CheckReply(strReply)));
+    }
+    const struct {
+        const char* szUrl;
+        const char* szIndex;
+        const char* szCode;
+        const char* szBecomes;
+    } kPosters[] = {
+        {"http://a.example/%d.jpeg", "57", "poster-cut", "http://a.example/57.jpe"},
+        {"http://a.example/%d.jpg?q", "57", "poster-cut", "http://a.example/57.jpg?"},
+        {"http://a.example/%d.jpg", "157", "poster-cut", "http://a.example/157.j"},
+        {"http://a.example/57.gif", "57", "poster-cut", "http://a.example/57.gi"},
+        {"http://a.example/%d.jpg", "-", "poster-unfilled", "http://a.example/%d.jpg"},
+        {"http://a.example/%d/%d.jpg", "57", "poster-plain", "http://a.example/%d/%d.jpg"},
+        {"http://a.example//%d.jpg", "57", "poster-slash", "http://a.example/57.jpg"},
+        {"http://a.example/%d.jpg", "", "poster-size", "http://a.example/0.jpg"},
+    };
+    for (const auto& [szUrl, szIndex, szCode, szBecomes] : kPosters) {
+        SCOPED_TRACE(szUrl);
+        const Finding stFinding = Only(CheckReply(Poster(szUrl, szIndex)));
+        EXPECT_EQ(szCode, stFinding.strCode);
+        EXPECT_NE(std::string::npos, stFinding.strText.find('"' + std::string(szBecomes) + '"')) << stFinding.strText;
+    }
+}
+
+TEST(Findings, SearchSchema)
+{
+    const Row rows[] = {
+        {"{'rsp':{'schema':[{'category':'social','rules':[{'from':'2','to':'-5','cycle':'','rule':'result_after'}]}]}}",
+         ""},
+        {"{'rsp':{'schema':[{'category':'Social','rules':[{'from':2,'to':'5x','cycle':'9999999999'}]},{'rules':{}},"
+         "{'category':'others'},{'category':'lintra'}]}}",
+         "unknown-word@schema/0/category no-word@schema/0/rules/0 wrong-type@schema/0/rules/0/from "
+         "no-number@schema/0/rules/0/to no-number@schema/0/rules/0/cycle no-word@schema/1 wrong-type@schema/1/rules "
+         "no-effect@schema/3"},
+    };
+    ExpectCodes(rows, CheckSchema, false);
+    EXPECT_EQ("wrong-type@schema", Codes(CheckByForm(Reply("'schema':{}"))));
+}
+
+TEST(Findings, SuggestionIsWhatWasMeant)
+{
+    for (const auto& [szMembers, szSuggestion] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"'tvcontrol':[{'action':'volume_up'}]", "did you mean \"volumeup\"?"},
+             {"'tvcontrol':[{'action':'VolumeUp'}]", "did you mean \"volumeup\"?"},
+             {"'tvcontrol':[{'action':'volumeup '}]", "did you mean \"volumeup\"?"},
+             {"'tvcontrol':[{'action':'volmueup'}]", "did you mean \"volumeup\"?"},
+             {"'tvcontrol':[{'action':'xyz'}]", ""},
+             {"'tvcontrl':[]", "did you mean \"tvcontrol\"?"},
+             {"'tvcontrol':[{'action':'login','amount':5}]", "it belongs into an object of \"params\""},
+             {"'tvcontrol':[{'action':'set_volume','params':[{'amount':'5'}]}]",
+              "did you mean 5 without quotation marks?"},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'number':7}]}]}]", "did you mean \"7\"?"},
+             {"'tvcontrol':[{'action':'set_channel','params':{}}]", "put it into a list"}}) {
+        SCOPED_TRACE(szMembers);
+        EXPECT_EQ(szSuggestion, Only(CheckReply(Reply(szMembers))).strSuggestion);
+    }
+}
+
+TEST(Findings, StandWhereTheyAreInTheText)
+{
+    const struct {
+        const char* szText;
+        std::size_t nLine, nColumn, nLength;
+    } kRows[] = {
+        {"{'rsp':\r\n {'тв':1,'stat':'fail'}}", 2, 3, 6},  // a key, two bytes a letter
+        {"{'rsp':\n {'stat':'fail','é':0}}", 2, 17, 4},
+        {"{'rsp':{'tvcontrol':[{'action':\n'x'}]}}", 2, 1, 3},                         // a value
+        {"{'rsp':{'stat':'fail',\n 'err': {'msg':1,'msg': /*'msg'*/ 2}}}", 2, 18, 5},  // the repeated key
+        {"{'rsp':{'stat':'fail'", 1, 22, 0},                                           // the end of the text
+        {"{'rsp':\n[1,\n]}", 2, 3, 1},                                                 // the comma, not the bracket
+        {"\xEF\xBB\xBF", 1, 1, 0},
+    };
+    for (const auto& [szText, nLine, nColumn, nLength] : kRows) {
+        SCOPED_TRACE(szText);
+        const std::vector<Finding> vFindings = CheckReply(Quoted(std::string(szText)));
+        ASSERT_FALSE(vFindings.empty());
+        EXPECT_EQ(nLine, vFindings.front().nLine);
+        EXPECT_EQ(nColumn, vFindings.front().nColumn);
+        EXPECT_EQ(nLength, vFindings.front().nLength);
+    }
+}
+
+TEST(Findings, ConversationIsCheckedLineByLine)
+{
+    const std::string strText = Quoted(std::string(
+        "\xEF\xBB\xBF\n{'utterance':'u','reply':{'rsp':{'tvcontrol':[{'action':'muteon'}]}},'expect':{'strAction':'x'}}"
+        "\n"
+        "{'utterance':'ü','reply':{'rsp':{'tvcontrol':[{'action':'x'}]}}}\n"
+        "{'utterance':'u','reply':'{'}\n{'utterance':'','reply':5}\n{'reply':{'rsp':{'stat':'fail'}}} x\nx"));
+    const std::vector<Finding> vFindings = CheckByForm(strText);
+    std::string strPlaces;
+    for (const Finding& stFinding : vFindings)
+        strPlaces += FindingLine("f", stFinding, CPaint(false)).substr(0, 6) + stFinding.strCode + '\n';
+    EXPECT_EQ(
+        "f:3:57unknown-word\nf:4:26not-json\nf:5:1:not-a-turn\nf:5:1:not-a-turn\nf:6:35not-a-turn\nf:7:1:not-json\n",
+        strPlaces);
+    EXPECT_NE(std::string::npos, vFindings[1].strText.find("line 1, column 2 of this text"));
+    EXPECT_EQ("not-a-turn", Only(CheckByForm("{\"utterance\":\"u\",\n\"reply\":{\"rsp\":{}}}")).strCode);
+}
+
+TEST(Findings, LineAndMarkerAreFitForATerminal)
+{
+    const std::string strKey = "\u0085\u202Ex\u8A9E";
+    const std::string strText = "{\"rsp\":{\"stat\":\"fail\",\t\"" + strKey + "\":1}}";
+    const Finding stFinding = Only(CheckReply(strText));
+    const std::string strShown =
+        FindingLine("\033.json", stFinding, CPaint(false)) + FindingExcerpt(strText, stFinding, CPaint(false));
+    EXPECT_EQ(std::string::npos, strShown.find_first_of("\033\x85")) << strShown;
+    EXPECT_EQ(std::string::npos, strShown.find("\u202E")) << strShown;
+    const std::string strExcerpt = FindingExcerpt(strText, stFinding, CPaint(false));
+    EXPECT_EQ(strExcerpt.find('"' + std::string("\\xC2")), strExcerpt.find('^') - strExcerpt.find('\n') - 1);
+
+    const std::string strLong = "{\"rsp\":{\"stat\":\"fail\",\"" + std::string(100000, 'x') + "\":1}}";
+    EXPECT_LT(FindingExcerpt(strLong, Only(CheckReply(strLong)), CPaint(false)).size(), 400U);
+}
+
+// The description and the library's own tables name the same keys: a document with every key has none unknown.
+TEST(Findings, DescriptionKnowsEveryKey)
+{
+    std::string strUnknown;
+    for (const Finding& stFinding : CheckByForm(DataFile("every-key.json")))
+        if (stFinding.strCode == "unknown-key") strUnknown += stFinding.strPointer + '\n';
+    EXPECT_EQ(
+        "/rsp/tvcontent/0/casting\n/rsp/tvcontent/0/channel\n/rsp/tvcontent/0/schedule\n"
+        "/rsp/tvcontent/4/trainer\n/rsp/tvcontent/4/category\n/rsp/tvcontent/5/character\n",
+        strUnknown);
+}

@@ -1,0 +1,81 @@
+// A walk of two values side by side.
+#include "comparing/Difference.h"
+
+#include <set>
+
+#include "rendering/RecordJson.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+class CComparison
+{
+public:
+    explicit CComparison(bool bPart) : m_bPart(bPart) {}
+    void Compare(const std::string& strPath, const Json::Value& one, const Json::Value& other);
+
+    std::vector<Difference> m_vDifferences;
+
+private:
+    void Members(const std::string& strPath, const Json::Value& one, const Json::Value& other);
+    bool m_bPart;
+};
+
+void CComparison::Members(const std::string& strPath, const Json::Value& one, const Json::Value& other)
+{
+    const std::vector<std::string> vOne = one.getMemberNames();
+    std::set<std::string> names(vOne.begin(), vOne.end());
+    if (!m_bPart)
+        for (const std::string& strName : other.getMemberNames()) names.insert(strName);
+    for (const std::string& strName : names) {
+        const std::string strMember = strPath.empty() ? strName : strPath + '.' + strName;
+        if (one.isMember(strName) && other.isMember(strName))
+            Compare(strMember, one[strName], other[strName]);
+        else if (one.isMember(strName))
+            m_vDifferences.push_back({strMember, JsonText(one[strName]), {}});
+        else
+            m_vDifferences.push_back({strMember, {}, JsonText(other[strName])});
+    }
+}
+
+void CComparison::Compare(const std::string& strPath, const Json::Value& one, const Json::Value& other)
+{
+    if (one.isObject() && other.isObject()) return Members(strPath, one, other);
+    if (!one.isArray() || !other.isArray() || one.size() != other.size()) {
+        if (one != other) m_vDifferences.push_back({strPath, JsonText(one), JsonText(other)});
+        return;
+    }
+    for (Json::ArrayIndex i = 0; i < one.size(); ++i)
+        Compare(strPath + '[' + std::to_string(i) + ']', one[i], other[i]);
+}
+
+}  // namespace
+
+std::vector<Difference> Differences(const Json::Value& one, const Json::Value& other, bool bPart)
+{
+    CComparison comparison(bPart);
+    comparison.Compare("", one, other);
+    return std::move(comparison.m_vDifferences);
+}
+
+Json::Value PartLike(const Json::Value& value, const Json::Value& part)
+{
+    if (value.isArray() && part.isArray() && value.size() == part.size()) {
+        Json::Value list(Json::arrayValue);
+        for (Json::ArrayIndex i = 0; i < value.size(); ++i) list.append(PartLike(value[i], part[i]));
+        return list;
+    }
+    if (!value.isObject() || !part.isObject()) return value;
+    Json::Value object(Json::objectValue);
+    for (const std::string& strName : part.getMemberNames())
+        if (value.isMember(strName)) object[strName] = PartLike(value[strName], part[strName]);
+    return object;
+}
+
+std::string DifferenceText(const Difference& stDifference, const char* szOne, const char* szOther)
+{
+    const auto Value = [](const std::string& strJson) { return strJson.empty() ? "nothing" : Shown(strJson); };
+    return "    " + Shown(stDifference.strPath) + ": " + szOne + ' ' + Value(stDifference.strOne) + ", " + szOther +
+           ' ' + Value(stDifference.strOther) + '\n';
+}

@@ -1,0 +1,63 @@
+// From the text to the findings: encoding and syntax, shape, effects.
+#include "findings/Check.h"
+
+#include <json/value.h>
+
+#include "findings/Description.h"
+#include "findings/Effects.h"
+#include "findings/Report.h"
+#include "findings/Shape.h"
+#include "findings/Syntax.h"
+#include "reading/Input.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+using Effects = void (*)(const Node& document, CReport& report);
+
+void CheckDocument(const Json::Value& root, const Description::Object& stObject, Effects effects, CReport& report)
+{
+    const Node document{root, ""};
+    const Node rsp = document.Member("rsp");
+    if (!root.isObject())
+        return report.At({0, 1}, "", {Severity::ERROR, "no-rsp", "the document is no object: it is refused"});
+    CheckShape(document, stObject, report);
+    if (!rsp.value.isNull())
+        effects(document, report);
+    else if (!report.IsDoubted(rsp))
+        report.AtValue(document, {Severity::ERROR, "no-rsp", "it has no \"rsp\": it is refused"});
+}
+
+std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects)
+{
+    const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
+    szText.remove_prefix(nMark);
+    const CPlaces places(szText);
+    CReport report(szText, places);
+    if (nMark > 0)
+        report.At({0, 0}, "",
+                  {Severity::ERROR, "byte-order-mark",
+                   "the text begins with a byte order mark, which the library takes for no JSON",
+                   "save it as UTF-8 without one"});
+    Json::Value root;
+    if (ParseDocument(szText, root, report)) {
+        CheckText(szText, report);
+        CheckDocument(root, stObject, effects, report);
+    }
+    std::vector<Finding> vFindings = report.Take();
+    for (Finding& stFinding : vFindings) stFinding.nOffset += nMark;
+    return vFindings;
+}
+
+}  // namespace
+
+std::vector<Finding> CheckReply(std::string_view szReply)
+{
+    return Check(szReply, Description::kReply, CheckReplyEffects);
+}
+
+std::vector<Finding> CheckSchema(std::string_view szDocument)
+{
+    return Check(szDocument, Description::kSearchSchema, CheckSchemaEffects);
+}

@@ -1,0 +1,24 @@
+// What is wrong with a document of the server, found without the service.
+#ifndef PARLO_FINDINGS_CHECK_H
+#define PARLO_FINDINGS_CHECK_H
+
+#include <string_view>
+#include <vector>
+
+#include "findings/Finding.h"
+
+// All findings of a reply, in the order of the text. A correct reply has none.
+std::vector<Finding> CheckReply(std::string_view szReply);
+
+// The same for a search schema document.
+std::vector<Finding> CheckSchema(std::string_view szDocument);
+
+// The same for a conversation, a turn a line. What is wrong with a reply that is given as an object stands where it
+// is in the conversation; a reply that is given as a text has all its findings at that text. A pointer begins at the
+// reply.
+std::vector<Finding> CheckConversation(std::string_view szText);
+
+// The one of them that the text looks like.
+std::vector<Finding> CheckByForm(std::string_view szText);
+
+#endif

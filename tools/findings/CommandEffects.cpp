@@ -1,0 +1,215 @@
+// The first command's parameters, everybody's intents, and the commands behind the first.
+#include "findings/CommandEffects.h"
+
+#include "CADataRepository/Enumerations.h"
+#include "findings/Actions.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+class CCommandEffects
+{
+public:
+    CCommandEffects(const Node& commands, const std::string& strAction, const ActionUse& stUse, CReport& report)
+        : m_commands(commands), m_strAction(strAction), m_stUse(stUse), m_report(report)
+    {
+    }
+    void FirstParams();
+    void Intents();
+    void Later();
+
+private:
+    void Param(const Node& params, Json::ArrayIndex n);
+    void Untaken(const Node& param, const std::string& strKey);
+    void Position(const Node& param);
+    void Overwritten(const Node& params, Json::ArrayIndex n, const std::string& strKey);
+    void Negative(const Node& param, const std::string& strKey);
+    void Second(const Node& command);
+    bool HasFollowUps() const { return m_stUse.eLookup == Lookup::CHANNEL || m_stUse.eLookup == Lookup::CANDIDATE; }
+    bool LooksUpIntents() const
+    {
+        return m_stUse.eLookup == Lookup::CANDIDATE && (m_commands.Size() == 2 || m_commands.Size() == 3);
+    }
+    void NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy);
+
+    const Node& m_commands;
+    const std::string& m_strAction;
+    const ActionUse& m_stUse;
+    CReport& m_report;
+};
+
+void CCommandEffects::NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy)
+{
+    if (m_report.IsDoubted(object.Member(strKey))) return;
+    m_report.AtKey(object, strKey, {Severity::WARNING, "no-effect", Quoted(strKey) + " has no effect: " + strWhy});
+}
+
+void CCommandEffects::FirstParams()
+{
+    const Node params = m_commands.Element(0).Member("params");
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        if (params.value[i].isObject()) Param(params, i);
+}
+
+void CCommandEffects::Param(const Node& params, Json::ArrayIndex n)
+{
+    const Node param = params.Element(n);
+    for (const std::string& strKey : param.value.getMemberNames()) {
+        if (!param.Has(strKey) || m_report.IsDoubted(param.Member(strKey))) continue;
+        if (!m_stUse.Takes(strKey)) {
+            if (strKey != "index" || !param.Has("idx")) Untaken(param, strKey);
+        } else {
+            Negative(param, strKey);
+            Overwritten(params, n, strKey);
+        }
+    }
+    if (m_stUse.Takes("idx")) Position(param);
+}
+
+void CCommandEffects::Untaken(const Node& param, const std::string& strKey)
+{
+    const bool bCast =
+        m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST;
+    if (strKey == "names" && bCast)
+        NoEffect(param, strKey, "the names are the cast of what is shown in detail");
+    else if (AnyActionTakes(strKey))
+        NoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
+    else
+        m_report.AtKey(param, strKey,
+                       {Severity::NOTE, "no-effect", Quoted(strKey) + " has no effect: no action takes it"});
+}
+
+// The position is "idx", and counts only beside an integer "index".
+void CCommandEffects::Position(const Node& param)
+{
+    const Node index = param.Member("index");
+    const Node idx = param.Member("idx");
+    if (m_report.IsDoubted(index) || m_report.IsDoubted(idx)) return;
+    if (idx.value.isInt() && index.value.isNull()) NoEffect(param, "idx", "it counts only beside an integer \"index\"");
+    if (index.value.isInt() && idx.value.isNull())
+        m_report.AtKey(param, "index",
+                       {Severity::ERROR, "no-position",
+                        "\"index\" only says that \"idx\" counts, which is not there: position 0"});
+}
+
+void CCommandEffects::Overwritten(const Node& params, Json::ArrayIndex n, const std::string& strKey)
+{
+    const Json::Value& value = params.Element(n).Member(strKey).value;
+    if (value.isArray() && strKey != "names") return;  // channels add up
+    if (strKey == "index" || (strKey == "idx" && !params.Element(n).IsInt("index"))) return;
+    const std::string strDecider = strKey == "idx" ? "index" : strKey;
+    for (Json::ArrayIndex i = n + 1; i < params.Size(); ++i) {
+        const Json::Value& later = params.Element(i).Member(strDecider).value;
+        const bool bFits = value.isString() ? later.isString() : value.isInt() ? later.isInt() : !later.isNull();
+        if (bFits) return NoEffect(params.Element(n), strKey, "a later object of \"params\" overwrites it");
+    }
+}
+
+// Below 0 a number counts as absent.
+void CCommandEffects::Negative(const Node& param, const std::string& strKey)
+{
+    const Node member = param.Member(strKey);
+    if (!member.value.isInt() || member.value.asInt() >= 0 || strKey == "index") return;
+    const bool bMoreInfo = m_stUse.nCode == E_CA_TVCONTROL_SHOW_MOREINFO;
+    m_report.AtValue(member, {Severity::ERROR, "negative",
+                              Quoted(strKey) + " is negative: " +
+                                  (strKey == "idx" && !bMoreInfo ? "there is no position" : "its parameter is empty")});
+}
+
+void CCommandEffects::Intents()
+{
+    const Json::ArrayIndex nCount = m_commands.Size();
+    for (Json::ArrayIndex i = 0; i < nCount; ++i) {
+        const Node command = m_commands.Element(i);
+        if (command.Member("intent").Text().empty()) continue;
+        if (LooksUpIntents() && i + 1 == nCount) continue;
+        if (i > (HasFollowUps() ? 1U : 0U)) continue;  // the command is told of as a whole
+        if (LooksUpIntents())
+            NoEffect(command, "intent", "only the last command's intent is looked up");
+        else if (m_stUse.eLookup == Lookup::CANDIDATE)
+            NoEffect(command, "intent", "an intent is looked up of two or three commands only");
+        else
+            NoEffect(command, "intent", "no intent is looked up beside " + Quoted(m_strAction));
+    }
+}
+
+void CCommandEffects::Later()
+{
+    const Json::ArrayIndex nCount = m_commands.Size();
+    const bool bFollowUps = HasFollowUps();
+    for (Json::ArrayIndex i = 1; i < nCount; ++i) {
+        const Node command = m_commands.Element(i);
+        const bool bIntent = LooksUpIntents() && i + 1 == nCount && command.Has("intent");
+        if (i == 1 && bFollowUps)
+            Second(command);
+        else if (!bIntent)
+            m_report.AtValue(command, {Severity::WARNING, "not-looked-at",
+                                       std::string("the command is not looked at: ") +
+                                           (bFollowUps ? "only the second one is, and of two or three the last intent"
+                                                       : "only channels or names to choose from have a second one")});
+        if ((bIntent || (i == 1 && bFollowUps)) && command.Member("params").Size() > 0)
+            NoEffect(command, "params", "only those of the first command count");
+    }
+}
+
+void CCommandEffects::Second(const Node& command)
+{
+    const Node action = ActionOf(command, m_report);
+    if (m_report.IsDoubted(action) || UseOf(action.Text()).bFollowUp) return;
+    const bool bIntent = LooksUpIntents() && m_commands.Size() == 2 && command.Has("intent");
+    if (action.value.isNull() && !bIntent)
+        m_report.AtValue(command, {Severity::WARNING, "not-looked-at", "the second command has no \"action\""});
+    if (!action.value.isNull())
+        m_report.AtValue(action, {Severity::WARNING, "no-follow-up",
+                                  Quoted(action.Text()) + " cannot be a second command: ignored"});
+}
+
+// What "params" say of a command's action in the place of its own.
+void CheckReplacedAction(const Node& command, const Node& action, CReport& report)
+{
+    const Node own = command.Member("action");
+    if (own.strPointer == action.strPointer || own.Text().empty() || own.Text() == action.Text()) return;
+    if (report.IsDoubted(own)) return;
+    report.AtKey(command, "action",
+                 {Severity::WARNING, "no-effect",
+                  "\"action\" has no effect: \"params\" replace it by " + Quoted(action.Text())});
+}
+
+}  // namespace
+
+Node ActionOf(const Node& command, CReport& report)
+{
+    const Node params = command.Member("params");
+    for (Json::ArrayIndex i = params.Size(); i > 0; --i) {
+        const Node action = params.Element(i - 1).Member("action");
+        if (action.value.isString() || report.IsDoubted(action)) return action;
+    }
+    return command.Member("action");
+}
+
+bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report)
+{
+    const Node first = commands.Element(0);
+    const Node action = ActionOf(first, report);
+    const std::string strAction = action.Text();
+    CheckReplacedAction(first, action, report);
+    if (report.IsDoubted(action) || report.IsDoubted(first)) {
+        report.Doubt(action.strPointer);
+        return false;
+    }
+    const ActionUse stUse = bFailedSearch ? ActionUse() : UseOf(strAction);
+    if (strAction.empty()) {
+        report.AtValue(first, {Severity::ERROR, "no-action", "the first command has no \"action\": no match, code 0"});
+        report.Doubt(action.strPointer);
+    } else if (stUse.nCode == 0 && !bFailedSearch) {
+        report.AtValue(action, {Severity::ERROR, "no-lookup",
+                                Quoted(strAction) + " is known, but no lookup answers for it: no match, code 0"});
+    }
+    if (report.IsDoubted(action)) return false;
+    CCommandEffects effects(commands, strAction, stUse, report);
+    effects.FirstParams();
+    effects.Intents();
+    effects.Later();
+    return stUse.bShowsContents;
+}

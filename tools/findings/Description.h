@@ -1,0 +1,78 @@
+// The one description of the server's documents: every key that is read, its type, its words, and what it is for.
+//
+// The checks walk it, and `parlo schema` prints it. Keys that the library reads for an object stand in one table;
+// what depends on other parts of a reply is not here but in Effects.h.
+#ifndef PARLO_DESCRIPTION_H
+#define PARLO_DESCRIPTION_H
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace Description
+{
+
+enum class Type {
+    TEXT,
+    INTEGER,
+    BOOLEAN,
+    TEXT_OR_INTEGER,
+    SCALAR,    // anything but a list or an object; read as text
+    ANYTHING,  // whatever it is, nothing comes of it
+    OBJECT,
+    TEXTS,     // lists; other elements are skipped
+    INTEGERS,  //
+    SCALARS,   // a list; its elements are read as texts
+    OBJECTS,   // a list; other elements read as empty objects
+};
+
+using Words = std::vector<std::string_view> (*)();
+
+struct Object;
+
+struct Key {
+    std::string_view szName;
+    Type eType;
+    const char* szComment;
+    const Object* pObject = nullptr;    // of OBJECT and OBJECTS
+    Words pWords = nullptr;             // of TEXT: all that it may be; null: any text
+    const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
+    std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
+};
+
+// What the elements of a list are by the text of their key "type".
+struct Kind {
+    std::string_view szType;
+    const Object* pObject;
+    bool bOffered;  // whether items of this kind ever reach the list of results
+};
+
+// How a field is read when the value's type does not fit: overwritten by nothing, or left alone.
+enum class Reading { FILL, TAKE };
+
+struct Object {
+    const char* szName;     // its name as a definition: "Command"
+    const char* szWhere;    // where its keys belong: "an object of \"tvcontrol\""
+    const char* szComment;  //
+    Reading eReading;
+    const Key* pKeys;
+    std::size_t nKeys;
+    const Kind* pKinds = nullptr;  // the object's key "type" decides; null: it is always the same
+    std::size_t nKinds = 0;
+    const char* szNoObject = "reads as an empty object";  // what becomes of an element that is no object
+
+    const Key* begin() const { return pKeys; }
+    const Key* end() const { return pKeys + nKeys; }
+    const Key* Find(std::string_view szKey) const;
+    const Kind* KindOf(std::string_view szType) const;  // null when there is none
+};
+
+extern const Object kReply;
+extern const Object kSearchSchema;
+
+// The item tables, which are long enough for a file of their own.
+extern const Object kItem;
+
+}  // namespace Description
+
+#endif

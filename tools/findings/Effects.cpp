@@ -1,0 +1,128 @@
+// A reply's flow: which of its commands count, and what follows from that for its other parts.
+#include "findings/Effects.h"
+
+#include "findings/CommandEffects.h"
+#include "findings/ItemEffects.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+class CReplyEffects
+{
+public:
+    CReplyEffects(const Node& rsp, CReport& report) : m_rsp(rsp), m_report(report) {}
+    void Check();
+
+private:
+    void NoEffect(std::string_view szKey, const std::string& strWhy);
+    void Failure();
+    void Requests();
+    void NoCommand(const Node& commands);
+    void Flow(const Node& commands);
+    bool IsDomain(std::string_view szWord) const;
+
+    const Node& m_rsp;
+    CReport& m_report;
+};
+
+void CReplyEffects::NoEffect(std::string_view szKey, const std::string& strWhy)
+{
+    const Node member = m_rsp.Member(szKey);
+    if (member.value.isNull() || m_report.IsDoubted(member)) return;
+    if (member.value.isArray() && member.value.empty()) return;
+    m_report.AtKey(m_rsp, szKey, {Severity::WARNING, "no-effect", Quoted(szKey) + " has no effect: " + strWhy});
+}
+
+void CReplyEffects::Check()
+{
+    if (m_rsp.Member("stat").Text() == "fail") return Failure();
+    if (!m_report.IsDoubted(m_rsp.Member("stat"))) NoEffect("err", "it is read only when \"stat\" is \"fail\"");
+    const Node commands = m_rsp.Member("tvcontrol");
+    if (!m_report.IsDoubted(commands) && commands.Size() > 0) return Flow(commands);
+    Requests();
+    NoCommand(commands);
+}
+
+// The server failed: that is all that the library reads.
+void CReplyEffects::Failure()
+{
+    for (const char* szKey :
+         {"domain", "dialog", "system_sentence", "tvcontrol", "displaycontrol", "tvcontent", "nlu_info"})
+        NoEffect(szKey, "\"stat\" is \"fail\", so the reply is refused");
+}
+
+// Requests to act on the list on screen, and the sentence that they silence.
+void CReplyEffects::Requests()
+{
+    const Node requests = m_rsp.Member("displaycontrol");
+    if (requests.value.isNull()) return;
+    const std::string strSentence = m_rsp.Member("system_sentence").Text();
+    if (!strSentence.empty() && strSentence != "{Null}")
+        NoEffect("system_sentence", "nothing is said beside a \"displaycontrol\"");
+    const Node* pLast = nullptr;
+    std::vector<Node> vRequests;
+    for (Json::ArrayIndex i = 0; i < requests.Size(); ++i)
+        if (requests.value[i].isObject()) vRequests.push_back(requests.Element(i));
+    for (const Node& request : vRequests) {
+        pLast = &vRequests.back();
+        if (&request != pLast)
+            m_report.AtValue(
+                request, {Severity::WARNING, "no-effect", "the request has no effect: a later one takes its place"});
+        else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
+            m_report.AtValue(request, {Severity::ERROR, "no-action", "the request has no \"action\": code -1"});
+    }
+}
+
+void CReplyEffects::NoCommand(const Node& commands)
+{
+    if (m_report.IsDoubted(commands) || m_report.IsDoubted(m_rsp.Member("stat"))) return;
+    const Remark stRemark{Severity::ERROR, "no-command", "the reply is refused: it holds no command"};
+    if (commands.value.isNull())
+        m_report.AtValue(m_rsp, stRemark);
+    else
+        m_report.AtValue(commands, stRemark);
+}
+
+bool CReplyEffects::IsDomain(std::string_view szWord) const
+{
+    const Node domains = m_rsp.Member("domain");
+    return domains.Size() == 1 && domains.Element(0).Text() == szWord;
+}
+
+void CReplyEffects::Flow(const Node& commands)
+{
+    const Node domains = m_rsp.Member("domain");
+    std::size_t nDomains = 0;
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) nDomains += domains.value[i].isString() ? 1 : 0;
+    const Node action = ActionOf(commands.Element(0), m_report);
+    const std::string strAction = action.Text();
+    if (strAction == "display_content" && nDomains >= 2) return;  // the application reads the reply itself
+
+    const bool bFailedSearch = strAction == "search_failed" && IsDomain("tvcontrol");
+    if (!bFailedSearch) Requests();
+    if (bFailedSearch) {
+        for (const char* szKey : {"displaycontrol", "tvcontent"})
+            NoEffect(szKey, "after a failed search the application searches by itself");
+    } else if (strAction == "display_content" || strAction == "search_failed") {
+        const char* szDomains = strAction == "display_content" ? "two or more domains" : "the one domain \"tvcontrol\"";
+        if (!m_report.IsDoubted(domains))
+            m_report.AtValue(action, {Severity::ERROR, "wrong-domains",
+                                      Quoted(strAction) + " counts only with " + szDomains + ": no match, code 0"});
+        return;
+    }
+    const bool bContents = CheckCommands(commands, bFailedSearch, m_report);
+    if (bFailedSearch || m_report.IsDoubted(action)) return;
+    if (bContents)
+        CheckItems(m_rsp.Member("tvcontent"), m_report);
+    else
+        NoEffect("tvcontent", "the command " + Quoted(strAction) + " shows no contents");
+}
+
+}  // namespace
+
+void CheckReplyEffects(const Node& document, CReport& report)
+{
+    const Node rsp = document.Member("rsp");
+    if (!report.IsDoubted(rsp)) CReplyEffects(rsp, report).Check();
+}

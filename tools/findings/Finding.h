@@ -1,0 +1,33 @@
+// One thing that is wrong, without effect or worth knowing about a document, and where it stands in the text.
+#ifndef PARLO_FINDING_H
+#define PARLO_FINDING_H
+
+#include <cstddef>
+#include <string>
+
+enum class Severity {
+    NOTE,     // harmless, but worth knowing
+    WARNING,  // has no effect
+    ERROR,    // the document is refused, or what its author wrote is lost or misread
+};
+
+// "note", "warning", "error"
+inline const char* SeverityWord(Severity eSeverity)
+{
+    constexpr const char* kWords[] = {"note", "warning", "error"};
+    return kWords[static_cast<std::size_t>(eSeverity)];
+}
+
+struct Finding {
+    Severity eSeverity = Severity::NOTE;
+    std::string strCode;        // what kind of finding: "unknown-key"
+    std::string strPointer;     // JSON pointer of the value, "/rsp/tvcontrol/0/params/0/amount"; keys as they stand
+    std::size_t nOffset = 0;    // where it stands, in bytes of the text
+    std::size_t nLength = 0;    // how many bytes are meant; 0 at the end of the text
+    std::size_t nLine = 1;      // the same as a line and a column, both from 1; the column in characters
+    std::size_t nColumn = 1;    //
+    std::string strText;        // half a sentence without full stop, fit for a terminal
+    std::string strSuggestion;  // "did you mean \"volumeup\"?"; empty when there is none
+};
+
+#endif

@@ -1,0 +1,89 @@
+// Places of findings.
+#include "findings/Report.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "rendering/Text.h"
+
+namespace
+{
+
+constexpr std::size_t kMostFindings = 10000;
+
+// A key as a step of a JSON pointer.
+std::string Step(std::string_view szKey)
+{
+    std::string strStep = "/";
+    for (const char c : szKey) {
+        if (c == '~')
+            strStep += "~0";
+        else if (c == '/')
+            strStep += "~1";
+        else
+            strStep += c;
+    }
+    return strStep;
+}
+
+Span SpanOf(const Json::Value& value)
+{
+    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
+    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
+}
+
+}  // namespace
+
+Node Node::Member(std::string_view szKey) const
+{
+    const Json::Value* pValue = value.isObject() ? value.find(szKey.data(), szKey.data() + szKey.size()) : nullptr;
+    return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + Step(szKey)};
+}
+
+Node Node::Element(Json::ArrayIndex n) const
+{
+    return {value[n], strPointer + '/' + std::to_string(n)};
+}
+
+std::string Node::Text() const
+{
+    const char* pBegin = nullptr;
+    const char* pEnd = nullptr;
+    return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
+}
+
+void CReport::AtKey(const Node& object, std::string_view szKey, Remark stRemark)
+{
+    const auto nObject = static_cast<std::size_t>(object.value.getOffsetStart());
+    At(m_places.Key(nObject, szKey), object.strPointer + Step(szKey), std::move(stRemark));
+}
+
+void CReport::AtValue(const Node& node, Remark stRemark)
+{
+    At(SpanOf(node.value), node.strPointer, std::move(stRemark));
+}
+
+void CReport::At(Span stSpan, const std::string& strPointer, Remark stRemark)
+{
+    if (stRemark.eSeverity == Severity::ERROR) Doubt(strPointer);
+    if (m_vFindings.size() == kMostFindings)
+        stRemark = {Severity::NOTE, "too-many", "there are more findings, which are not shown"};
+    if (m_vFindings.size() > kMostFindings) return;
+    m_vFindings.push_back({stRemark.eSeverity, stRemark.szCode, strPointer, stSpan.nStart, stSpan.nLength, 1, 1,
+                           std::move(stRemark.strText), std::move(stRemark.strSuggestion)});
+}
+
+std::string_view CReport::Source(const Json::Value& value) const
+{
+    const Span stSpan = SpanOf(value);
+    return m_szText.substr(std::min(stSpan.nStart, m_szText.size()), stSpan.nLength);
+}
+
+std::vector<Finding> CReport::Take()
+{
+    std::stable_sort(m_vFindings.begin(), m_vFindings.end(),
+                     [](const Finding& stOne, const Finding& stOther) { return stOne.nOffset < stOther.nOffset; });
+    CLines lines(m_szText);
+    for (Finding& stFinding : m_vFindings) lines.Find(stFinding.nOffset, stFinding.nLine, stFinding.nColumn);
+    return std::exchange(m_vFindings, {});
+}

@@ -1,0 +1,64 @@
+// Collects findings about a parsed document and finds their places in its text.
+#ifndef PARLO_REPORT_H
+#define PARLO_REPORT_H
+
+#include <json/value.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "findings/Finding.h"
+#include "findings/Places.h"
+
+// A value of the document with its JSON pointer.
+struct Node {
+    const Json::Value& value;
+    std::string strPointer;
+
+    Node Member(std::string_view szKey) const;  // null when there is none
+    Node Element(Json::ArrayIndex n) const;
+    bool Has(std::string_view szKey) const { return !Member(szKey).value.isNull(); }
+    Json::ArrayIndex Size() const { return value.isArray() ? value.size() : 0; }
+    std::string Text() const;  // empty when it is no text
+    bool IsInt(std::string_view szKey) const { return Member(szKey).value.isInt(); }
+};
+
+// What a finding says, without its place.
+struct Remark {
+    Severity eSeverity;
+    const char* szCode;
+    std::string strText;
+    std::string strSuggestion = {};
+};
+
+class CReport
+{
+public:
+    // `szText` is what offsets of values count in. The report ends when it has more findings than anybody reads.
+    CReport(std::string_view szText, const CPlaces& places) : m_szText(szText), m_places(places) {}
+
+    void AtKey(const Node& object, std::string_view szKey, Remark stRemark);
+    void AtValue(const Node& node, Remark stRemark);
+    void At(Span stSpan, const std::string& strPointer, Remark stRemark);
+
+    // Remembers that the value at the pointer is not what its author meant: what follows from that is no finding
+    // of its own. A value with an error is remembered by itself.
+    void Doubt(const std::string& strPointer) { m_setDoubted.insert(strPointer); }
+    bool IsDoubted(const Node& node) const { return m_setDoubted.count(node.strPointer) > 0; }
+
+    const CPlaces& Places() const { return m_places; }
+    std::string_view Source(const Json::Value& value) const;  // the value's text as it stands
+
+    // In the order of the text, with lines and columns; the report is empty afterwards.
+    std::vector<Finding> Take();
+
+private:
+    std::string_view m_szText;
+    const CPlaces& m_places;
+    std::vector<Finding> m_vFindings;
+    std::set<std::string> m_setDoubted;
+};
+
+#endif

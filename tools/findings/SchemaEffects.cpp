@@ -1,0 +1,66 @@
+// Entries and rules of a search schema document that mean something else than they say.
+#include <cerrno>
+#include <cstdlib>
+#include <limits>
+#include <set>
+
+#include "findings/Effects.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+// What is wrong with a text that stands for a decimal number; empty when nothing is.
+std::string NoNumber(const std::string& strText)
+{
+    char* pEnd = nullptr;
+    errno = 0;
+    const long long nValue = std::strtoll(strText.c_str(), &pEnd, 10);
+    if (pEnd != strText.c_str() + strText.size()) return "no decimal number: it reads as what it begins with, or as 0";
+    const bool bFits = nValue >= std::numeric_limits<int>::min() && nValue <= std::numeric_limits<int>::max();
+    return bFits && errno == 0 ? "" : "out of range: it reads as the largest or smallest number";
+}
+
+void CheckRule(const Node& rule, CReport& report)
+{
+    for (const char* szKey : {"from", "to", "cycle"}) {
+        const Node member = rule.Member(szKey);
+        const std::string strWrong = member.value.isString() ? NoNumber(member.Text()) : "";
+        if (!strWrong.empty())
+            report.AtValue(member, {Severity::ERROR, "no-number",
+                                    Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
+    }
+    if (rule.Member("rule").Text().empty() && !report.IsDoubted(rule.Member("rule")))
+        report.AtValue(rule,
+                       {Severity::ERROR, "no-word", "there is no \"rule\": takes over the type of the rule before it"});
+}
+
+}  // namespace
+
+void CheckSchemaEffects(const Node& document, CReport& report)
+{
+    const Node rsp = document.Member("rsp");
+    const Node schema = rsp.Member("schema");
+    const bool bFail = rsp.Member("stat").Text() == "fail";
+    if ((bFail && rsp.Has("schema")) || (!bFail && rsp.Has("err") && !report.IsDoubted(rsp.Member("stat"))))
+        report.AtKey(rsp, bFail ? "schema" : "err",
+                     {Severity::WARNING, "no-effect",
+                      bFail ? "\"schema\" has no effect: \"stat\" is \"fail\""
+                            : "\"err\" has no effect: it is read only when \"stat\" is \"fail\""});
+    std::set<std::string> setMerged;
+    for (Json::ArrayIndex i = 0; i < schema.Size(); ++i) {
+        const Node entry = schema.Element(i);
+        const Node category = entry.Member("category");
+        const Node rules = entry.Member("rules");
+        for (Json::ArrayIndex j = 0; j < rules.Size(); ++j)
+            if (rules.value[j].isObject()) CheckRule(rules.Element(j), report);
+        if (!entry.value.isObject() || report.IsDoubted(category)) continue;
+        const std::string strCategory = category.Text();
+        if (strCategory.empty())
+            report.AtValue(entry, {Severity::ERROR, "no-word",
+                                   "there is no \"category\": takes over that of the entry before it"});
+        else if (setMerged.count("others") > 0 || !setMerged.insert(strCategory).second)
+            report.AtValue(entry, {Severity::WARNING, "no-effect",
+                                   "the entry has no effect: its source has been put into the list before"});
+    }
+}

@@ -1,0 +1,11 @@
+// A document against its description: unknown and repeated keys, wrong types, unknown words.
+#ifndef PARLO_SHAPE_H
+#define PARLO_SHAPE_H
+
+#include "findings/Description.h"
+#include "findings/Report.h"
+
+// Reports what of `document`, which is an object, is not as `stObject` says.
+void CheckShape(const Node& document, const Description::Object& stObject, CReport& report);
+
+#endif

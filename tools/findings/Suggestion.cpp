@@ -1,0 +1,82 @@
+// Likeness of words: first without what people get wrong most, then by the number of slips.
+#include "findings/Suggestion.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "rendering/Text.h"
+
+namespace
+{
+
+constexpr std::size_t kLongestWord = 64;  // longer ones are no slip of a word that is known
+
+std::string Plain(std::string_view szWord)
+{
+    std::string strPlain;
+    for (const char c : szWord)
+        if (std::string_view(" \t_-").find(c) == std::string_view::npos)
+            strPlain += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return strPlain;
+}
+
+// How many characters must be added, left out, replaced or swapped with their neighbour.
+std::size_t Slips(const std::string& strFrom, const std::string& strTo)
+{
+    std::vector<std::size_t> vBeforeLast(strTo.size() + 1);
+    std::vector<std::size_t> vLast(strTo.size() + 1);
+    std::vector<std::size_t> vRow(strTo.size() + 1);
+    for (std::size_t i = 0; i <= strTo.size(); ++i) vRow[i] = i;
+    for (std::size_t i = 1; i <= strFrom.size(); ++i) {
+        vBeforeLast.swap(vLast);
+        vLast.swap(vRow);
+        vRow[0] = i;
+        for (std::size_t j = 1; j <= strTo.size(); ++j) {
+            const bool bSame = strFrom[i - 1] == strTo[j - 1];
+            vRow[j] = std::min({vLast[j] + 1, vRow[j - 1] + 1, vLast[j - 1] + (bSame ? 0 : 1)});
+            if (i > 1 && j > 1 && strFrom[i - 1] == strTo[j - 2] && strFrom[i - 2] == strTo[j - 1])
+                vRow[j] = std::min(vRow[j], vBeforeLast[j - 2] + 1);
+        }
+    }
+    return vRow.back();
+}
+
+}  // namespace
+
+bool AreAlike(std::string_view szOne, std::string_view szOther)
+{
+    return Plain(szOne) == Plain(szOther);
+}
+
+std::string_view MostAlike(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    if (szWord.size() > kLongestWord) return {};
+    const std::string strPlain = Plain(szWord);
+    std::string_view szBest;
+    std::size_t nBest = std::clamp<std::size_t>(strPlain.size() / 3, 1, 3) + 1;
+    for (const std::string_view szCandidate : vWords) {
+        const std::string strCandidate = Plain(szCandidate);
+        const std::size_t nSlips = Slips(strPlain, strCandidate);
+        if (nSlips >= nBest || nSlips + 1 >= std::max<std::size_t>(strCandidate.size(), 2)) continue;
+        nBest = nSlips;
+        szBest = szCandidate;
+    }
+    return szBest;
+}
+
+std::string_view Abbreviated(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    const std::string strPlain = Plain(szWord);
+    for (const std::string_view szCandidate : vWords) {
+        const std::string strCandidate = Plain(szCandidate);
+        std::size_t nFound = 0;
+        for (const char c : strCandidate) nFound += nFound < strPlain.size() && c == strPlain[nFound] ? 1 : 0;
+        if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
+    }
+    return {};
+}
+
+std::string DidYouMean(std::string_view szWord)
+{
+    return szWord.empty() ? std::string() : "did you mean " + Quoted(szWord) + '?';
+}

@@ -1,0 +1,196 @@
+// Why a text is no JSON, in plain words: the JSON library's messages, and a look at what stands there.
+#include "findings/Syntax.h"
+
+#include <json/reader.h>
+
+#include <algorithm>
+#include <cctype>
+#include <exception>
+
+#include "reading/Input.h"
+#include "rendering/Text.h"
+
+namespace
+{
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+
+struct Reason {
+    std::string_view szMessage;  // what the JSON library's message contains
+    const char* szText;
+};
+
+constexpr Reason kReasons[] = {
+    {"Missing ':'", "a colon is missing between this key and its value"},
+    {"Missing ',' or '}'", "a comma is missing here, or the object's closing brace"},
+    {"Missing ',' or ']'", "a comma is missing here, or the list's closing bracket"},
+    {"Missing '}' or object member name", "a key between double quotation marks is missing here"},
+    {"value, object or array expected", "a value is missing here"},
+    {"is not a number", "the number is too large"},
+    {"Empty escape", "nothing follows the backslash"},
+    {"Bad escape", "a backslash stands before a character that it cannot stand before"},
+    {"Bad unicode", "\\u needs four hexadecimal digits"},
+    {"surrogate pair", "this is one half of a surrogate pair: the other \\u is missing"},
+};
+
+struct ForeignWord {
+    std::string_view szWord;
+    const char* szMeant;
+};
+
+constexpr ForeignWord kForeignWords[] = {
+    {"True", "did you mean true?"},   {"TRUE", "did you mean true?"},      {"False", "did you mean false?"},
+    {"FALSE", "did you mean false?"}, {"None", "did you mean null?"},      {"NULL", "did you mean null?"},
+    {"Null", "did you mean null?"},   {"undefined", "did you mean null?"},
+};
+
+// The text from `nStart` on as far as letters and digits go.
+std::string_view WordAt(std::string_view szText, std::size_t nStart)
+{
+    std::size_t nEnd = nStart;
+    while (nEnd < szText.size() && (std::isalnum(static_cast<unsigned char>(szText[nEnd])) != 0 || szText[nEnd] == '_'))
+        ++nEnd;
+    return szText.substr(nStart, nEnd - nStart);
+}
+
+// The last character before `nEnd` that is no blank; npos when there is none.
+std::size_t Before(std::string_view szText, std::size_t nEnd)
+{
+    return nEnd == 0 ? kNowhere : szText.find_last_not_of(" \t\r\n", nEnd - 1);
+}
+
+// What is wrong at `stSpan`, where the JSON library gave up with `szMessage`; may move the place.
+Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan, const CPlaces& places)
+{
+    Remark stRemark{Severity::ERROR, "not-json", "it is not JSON"};
+    for (const Reason& stReason : kReasons)
+        if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
+
+    const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
+    if (!bSyntax) return stRemark;
+    const char c = stSpan.nStart < szText.size() ? szText[stSpan.nStart] : '\0';
+    const std::size_t nBefore = Before(szText, stSpan.nStart);
+    const std::string_view szWord = WordAt(szText, stSpan.nStart);
+    if (stSpan.nStart >= szText.size()) {
+        stRemark.strText =
+            places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
+    } else if (c == '"' && stSpan.nStart + stSpan.nLength == szText.size()) {
+        stRemark.strText = "this text is not closed";
+    } else if ((c == '}' || c == ']') && nBefore != kNowhere && szText[nBefore] == ',') {
+        stRemark.strText = "nothing follows this comma";
+        stRemark.strSuggestion = "leave it out";
+        stSpan = {nBefore, 1};
+    } else if (c == '\'') {
+        stRemark.strText = "texts and keys stand between double quotation marks";
+    } else if (c == '/') {
+        const bool bOpen = szText.substr(stSpan.nStart, 2) == "/*" && szText.find("*/", stSpan.nStart + 2) == kNowhere;
+        stRemark.strText = bOpen ? "this comment is not closed" : "the library takes no comment here";
+    } else if (!szWord.empty()) {
+        stSpan.nLength = szWord.size();
+        stRemark.strText += ", not " + Quoted(szWord);
+        for (const ForeignWord& stForeign : kForeignWords)
+            if (szWord == stForeign.szWord) stRemark.strSuggestion = stForeign.szMeant;
+    } else {
+        stRemark.strText += ", not " + Quoted(szText.substr(stSpan.nStart, 1));
+    }
+    return stRemark;
+}
+
+// How many bytes the UTF-8 character at the start takes; 0 when it is none.
+std::size_t CharacterLength(std::string_view szText)
+{
+    const auto Byte = [szText](std::size_t i) {
+        return i < szText.size() ? static_cast<unsigned char>(szText[i]) : 0U;
+    };
+    const unsigned nFirst = Byte(0);
+    const unsigned nSecond = Byte(1);
+    const auto Continues = [&](std::size_t i) { return (Byte(i) & 0xC0U) == 0x80U; };
+    if (nFirst < 0x80) return 1;
+    if (nFirst < 0xC2 || nFirst > 0xF4 || !Continues(1)) return 0;
+    if (nFirst < 0xE0) return 2;
+    const bool bOverlong = (nFirst == 0xE0 && nSecond < 0xA0) || (nFirst == 0xF0 && nSecond < 0x90);
+    const bool bNoCharacter = (nFirst == 0xED && nSecond > 0x9F) || (nFirst == 0xF4 && nSecond > 0x8F);
+    if (bOverlong || bNoCharacter || !Continues(2)) return 0;
+    if (nFirst < 0xF0) return 3;
+    return Continues(3) ? 4 : 0;
+}
+
+void CheckUtf8(std::string_view szText, CReport& report)
+{
+    std::size_t nFirst = 0;
+    std::size_t nBad = 0;
+    for (std::size_t i = 0; i < szText.size();) {
+        const std::size_t nLength = CharacterLength(szText.substr(i));
+        if (nLength == 0 && nBad++ == 0) nFirst = i;
+        i += std::max<std::size_t>(nLength, 1);
+    }
+    if (nBad == 0) return;
+    report.At({nFirst, 1}, "",
+              {Severity::ERROR, "not-utf8",
+               "the byte " + Quoted(szText.substr(nFirst, 1)) + " is not UTF-8" +
+                   (nBad > 1 ? ", nor are " + Count(nBad - 1, "more", "more") : "")});
+}
+
+bool IsUtf16(std::string_view szText)
+{
+    const std::string_view szStart = szText.substr(0, 2);
+    return szStart == "\xFF\xFE" || szStart == "\xFE\xFF" ||
+           (szStart.size() == 2 && (szStart[0] == '\0') != (szStart[1] == '\0'));
+}
+
+}  // namespace
+
+bool HasByteOrderMark(std::string_view szText)
+{
+    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+}
+
+bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
+{
+    if (IsUtf16(szText)) {
+        report.At({0, 1}, "", {Severity::ERROR, "utf-16", "the text is UTF-16", "write it as UTF-8"});
+        return false;
+    }
+    const CPlaces& places = report.Places();
+    if (places.TooMany() != kNowhere)
+        report.At({places.TooMany(), 1}, "",
+                  {Severity::ERROR, "too-many-values",
+                   "it holds more than " + std::to_string(CPlaces::kMostValues) + " values, and is refused"});
+    if (places.TooDeep() != kNowhere)
+        report.At({places.TooDeep(), 1}, "",
+                  {Severity::ERROR, "too-deep",
+                   "it is nested deeper than " + std::to_string(CPlaces::kDeepest) + " levels, and is refused"});
+    if (places.TooMany() != kNowhere || places.TooDeep() != kNowhere) return false;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader of the library, which tells places
+    Json::Reader reader;
+    try {
+        if (reader.parse(szText.data(), szText.data() + szText.size(), root, false)) return true;
+    } catch (const Json::Exception& e) {
+        report.At({0, 1}, "", {Severity::ERROR, "not-json", std::string("it is refused: ") + Shown(e.what())});
+        return false;
+    }
+    const std::vector<Json::Reader::StructuredError> vErrors = reader.getStructuredErrors();
+#pragma GCC diagnostic pop
+    const auto nStart = vErrors.empty() ? 0 : static_cast<std::size_t>(vErrors.front().offset_start);
+    const auto nEnd = vErrors.empty() ? 0 : static_cast<std::size_t>(vErrors.front().offset_limit);
+    Span stSpan{nStart, std::max(nEnd, nStart) - nStart};
+    const Remark stRemark = Explain(szText, vErrors.empty() ? "" : vErrors.front().message, stSpan, places);
+    report.At(stSpan, "", stRemark);
+    return false;
+}
+
+void CheckText(std::string_view szText, CReport& report)
+{
+    CheckUtf8(szText, report);
+    for (const Span& stComment : report.Places().Comments())
+        report.At(stComment, "", {Severity::NOTE, "comment", "a comment is no JSON, although the library takes it"});
+    for (const Span& stLoose : report.Places().Loose())
+        report.At(
+            stLoose, "",
+            {Severity::NOTE, "not-strict",
+             szText[stLoose.nStart] == '"' ? "a control character in a text is no JSON, although the library takes it"
+                                           : "such a number is no JSON, although the library takes it"});
+    if (const Span stRest = report.Places().Rest(); stRest.nLength > 0)
+        report.At(stRest, "", {Severity::WARNING, "trailing-text", "the text behind the document has no effect"});
+}

@@ -1,0 +1,243 @@
+// The fixed order of the library's lines as a table, and what they say.
+#include "log/CallDigest.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+namespace
+{
+
+enum Effect : unsigned {
+    NOTHING = 0,
+    ENDS = 1,     // nothing that matters comes behind it
+    ACCEPTS = 2,  // the reply is used, the service started
+    REFUSES = 4,
+    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
+    NO_SERVICE = 16,
+    HANDS_OVER = 32,
+    SEARCHES = 64,  // a failed search
+    TWICE = 128,
+};
+
+constexpr int kAside = -1;
+
+// A line that a call of the kind always writes when it comes so far, `nStep` being its place in the order; or one of
+// a branch, kAside, before which the first `nNeeds` steps were written.
+struct Row {
+    CallKind eKind;
+    std::string_view szFunction;
+    std::string_view szStart;
+    int nStep;
+    int nNeeds;
+    unsigned nEffect;
+};
+
+constexpr Row Step(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nStep,
+                   unsigned nEffect = NOTHING)
+{
+    return {eKind, szFunction, szStart, nStep, nStep, nEffect};
+}
+
+constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect)
+{
+    return {eKind, szFunction, szStart, kAside, nNeeds, nEffect};
+}
+
+constexpr CallKind kStart = CallKind::START;
+constexpr CallKind kReply = CallKind::REPLY;
+constexpr CallKind kStatus = CallKind::STATUS;
+constexpr CallKind kStop = CallKind::STOP;
+
+constexpr Row kRows[] = {
+    Step(kStart, "InitializeMap", "", 0, DEBUG),
+    Step(kStart, "InitService", "m_strAppName:", 1),
+    Step(kStart, "ca_initial_service", "initial succeed", 2, ENDS | ACCEPTS),
+    Aside(kStart, "InitService", "init service again", 0, TWICE),
+    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES),
+    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES),
+    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES),
+
+    Step(kReply, "ca_get_speech_action", "get action from json package", 0),
+    Step(kReply, "PrintRcvData", "=================print all receive data", 1),
+    Step(kReply, "PrintRcvData", "###########strRawData", 2),
+    Step(kReply, "ParseData", "t_eStatus:", CCallDigest::kPieces + 1),
+    Step(kReply, "t_ParseSearchServer", "Start to parse", 5),
+    Step(kReply, "t_ParseSearchServer", "TAG_RSP", 6, DEBUG),
+    Step(kReply, "t_ParseSearchServer", "strCode:", CCallDigest::kCode),
+    Step(kReply, "GetSpeechActionData", "strSysResponse:", 8),
+    Step(kReply, "t_IsContentsSearchAction", "domain[0]:", 9),
+    Step(kReply, "t_IsContentsSearchAction", "vDomain is empty", 9),
+    Step(kReply, "GetSystemAction", "strAction = ", 10),
+    Step(kReply, "GetSystemAction", "eControl = ", 11),
+    Step(kReply, "GetSystemAction", "eControl:", 12),
+    Step(kReply, "t_SetSpeechInfo", "it is not tv control", 13),
+    Step(kReply, "GetSystemActionChannel", "strAction = ", 14),
+    Step(kReply, "GetSystemActionChannel", "eControl = ", 15),
+    Step(kReply, "GetSystemActionChannel", "eControl:", 16),
+    Step(kReply, "GetSystemActionCandidate", "strAction = ", 17),
+    Step(kReply, "GetSystemActionCandidate", "eControl = ", 18),
+    Step(kReply, "GetSystemActionCandidate", "eControl:", 19),
+    Step(kReply, "t_SetSpeechInfo", "eSysAction:", 20),
+    Step(kReply, "t_SetSpeechInfo", "No one match", 21, ENDS | ACCEPTS),
+    Aside(kReply, "ca_get_speech_action", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
+    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES),
+    Aside(kReply, "ParseDataFlow", "strPreAllResult is empty", 1, NOTHING),
+    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING),
+    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES),
+    Aside(kReply, "GetSpeechActionData", "vTVControl is empty", 9, NOTHING),
+    Aside(kReply, "ca_get_speech_action", "GetSpeechActionData failed", 9, ENDS | REFUSES),
+    Aside(kReply, "t_IsContentsSearchAction", "search_failed will", 10, ENDS | ACCEPTS | SEARCHES),
+    Aside(kReply, "t_IsContentsSearchAction", "Show search result", 10, HANDS_OVER),
+    Aside(kReply, "t_UpdateSearchResult", "strSearchKeywords:", 10, ENDS | ACCEPTS | HANDS_OVER),
+    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING),
+    Aside(kReply, "t_GetActionIntent", "tv control error", 21, ENDS | ACCEPTS),
+    Aside(kReply, "t_GetActionIntent", "eActionIntent is", 21, ENDS | ACCEPTS),
+
+    Step(kStatus, "ca_get_conv_status", "get action from json package", 0),
+    Step(kStatus, "GetConversationStatus", "Get conversation status", 1, DEBUG),
+    Step(kStatus, "IsConversationFactorySupport", "GetData return:", 2),
+    Step(kStatus, "IsCountrySupportConv", "country[", 3),
+    Step(kStatus, "CompareCountryLanguage", "country[", 4, ENDS | ACCEPTS),
+    Aside(kStatus, "ca_get_conv_status", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
+    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES),
+    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS),
+    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS),
+    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS),
+
+    Step(kStop, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS),
+    Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | ACCEPTS | NO_SERVICE),
+};
+
+// The functions whose other lines are a status call's; all others' are a reply's.
+constexpr std::string_view kStatusFunctions[] = {"GetCountry", "GetVCSettingLanguage", "IsConversationFactorySupport",
+                                                 "IsCountrySupportConv", "CompareCountryLanguage"};
+
+bool Begins(std::string_view szText, std::string_view szStart)
+{
+    return szText.substr(0, szStart.size()) == szStart;
+}
+
+bool Matches(const Row& row, const LogLine& stLine)
+{
+    return stLine.strFunction == row.szFunction && Begins(stLine.strMessage, row.szStart);
+}
+
+const Row* FindRow(const LogLine& stLine)
+{
+    const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& r) { return Matches(r, stLine); });
+    return row == std::end(kRows) ? nullptr : &*row;
+}
+
+// The number behind `szStart`; false when the line has another message.
+bool Number(const LogLine& stLine, std::string_view szFunction, std::string_view szStart, int& nNumber)
+{
+    if (stLine.strFunction != szFunction || !Begins(stLine.strMessage, szStart)) return false;
+    nNumber = static_cast<int>(std::strtol(stLine.strMessage.c_str() + szStart.size(), nullptr, 10));
+    return true;
+}
+
+}  // namespace
+
+const char* NameOf(CallKind eKind)
+{
+    constexpr const char* kNames[] = {"start", "reply", "status", "stop"};
+    return kNames[static_cast<int>(eKind)];
+}
+
+CallKind KindOf(const LogLine& stLine)
+{
+    if (const Row* pRow = FindRow(stLine)) return pRow->eKind;
+    const bool bStatus = std::find(std::begin(kStatusFunctions), std::end(kStatusFunctions), stLine.strFunction) !=
+                         std::end(kStatusFunctions);
+    return bStatus ? CallKind::STATUS : CallKind::REPLY;
+}
+
+void CCallDigest::Listen(const LogLine& stLine)
+{
+    m_refusal.Listen(stLine);
+    TakeValues(stLine);
+    const Row* pRow = FindRow(stLine);
+    if (pRow == nullptr || pRow->eKind != m_eKind) return;
+    if (pRow->nStep != kAside) {
+        m_nStep = std::max(m_nStep, pRow->nStep);
+        m_vSeen.insert(pRow->nStep);
+    }
+    m_nNeeded = std::max(m_nNeeded, pRow->nNeeds);
+    const auto Has = [pRow](unsigned nEffect) { return (pRow->nEffect & nEffect) != 0; };
+    m_bEnded = m_bEnded || Has(ENDS);
+    if (Has(ACCEPTS)) m_eResult = Result::DONE;
+    if (Has(REFUSES)) m_eResult = Result::REFUSED;
+    m_bNoService = m_bNoService || Has(NO_SERVICE);
+    m_bHandOver = m_bHandOver || Has(HANDS_OVER);
+    m_bFailedSearch = m_bFailedSearch || Has(SEARCHES);
+    m_bStartedTwice = m_bStartedTwice || Has(TWICE);
+}
+
+void CCallDigest::ListenToPiece()
+{
+    m_nStep = std::max(m_nStep, kPieces);
+    m_nNeeded = std::max(m_nNeeded, kPieces);
+}
+
+bool CCallDigest::IsOfNext(const LogLine& stLine) const
+{
+    if (KindOf(stLine) != m_eKind) return true;
+    const Row* pRow = FindRow(stLine);
+    return pRow != nullptr && pRow->nStep != kAside && pRow->nStep <= m_nStep;
+}
+
+void CCallDigest::TakeValues(const LogLine& stLine)
+{
+    constexpr std::string_view kWord = "szAction[0]:";
+    constexpr std::string_view kAnswer = "eControl:";
+    int nCode = 0;
+    if (stLine.strFunction == "t_IsContentsSearchAction" && Begins(stLine.strMessage, kWord))
+        m_strAction = stLine.strMessage.substr(kWord.size());
+    if (Number(stLine, "GetSystemAction", kAnswer, nCode)) {
+        m_nCode = nCode;
+        m_bEnded = m_bEnded || nCode != 0;
+    } else if (Number(stLine, "GetSystemActionChannel", kAnswer, nCode) ||
+               Number(stLine, "GetSystemActionCandidate", kAnswer, nCode)) {
+        m_nCode = nCode;
+    } else if (stLine.strFunction == "t_Get2ndAction" && m_vSeen.count(17) == 0) {
+        m_bEnded = m_bEnded || m_nCode > 0;  // a channel's: no more follows
+    }
+    if (m_eKind == CallKind::REPLY && m_bEnded && m_nCode > 0) m_eResult = Result::DONE;
+}
+
+std::vector<std::string> CCallDigest::Missing() const
+{
+    std::vector<std::string> vMissing;
+    int nLast = kAside;
+    for (const Row& row : kRows) {
+        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= m_nNeeded || row.nStep == nLast) continue;
+        if (m_vSeen.count(row.nStep) != 0 || (row.nEffect & DEBUG) != 0) continue;
+        nLast = row.nStep;
+        vMissing.push_back(std::string(row.szFunction) + ": " + std::string(row.szStart));
+    }
+    if (!m_bEnded) vMissing.emplace_back("the end");
+    return vMissing;
+}
+
+std::string CCallDigest::Reason() const
+{
+    if (m_bNoService) return "there is no service";
+    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason();
+}
+
+std::string CCallDigest::Words() const
+{
+    if (m_bNoService && m_eKind == CallKind::STOP) return "there was no service";
+    if (m_eResult == Result::REFUSED) return "refused: " + Reason();
+    if (m_eResult == Result::UNKNOWN) return "unknown";
+    return m_eKind == CallKind::REPLY ? RecordWords() : "done";
+}
+
+std::string CCallDigest::RecordWords() const
+{
+    if (m_bHandOver) return "search hand-over";
+    if (m_bFailedSearch) return "failed search";
+    const std::string strCode = m_nCode < 0 ? "code unknown" : "code " + std::to_string(m_nCode);
+    return (m_strAction.empty() ? "action unknown" : m_strAction) + ", " + strCode;
+}

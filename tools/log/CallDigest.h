@@ -1,0 +1,85 @@
+// What a call to the library came to, told from its log lines; and which lines the log must have lost, since the
+// library writes them in a fixed order.
+#ifndef PARLO_CALLDIGEST_H
+#define PARLO_CALLDIGEST_H
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "session/LogTap.h"
+#include "session/Refusal.h"
+
+enum class CallKind { START, REPLY, STATUS, STOP };
+
+// "start", "reply", "status", "stop"
+const char* NameOf(CallKind eKind);
+
+// Which kind of call writes such a line.
+CallKind KindOf(const LogLine& stLine);
+
+class CCallDigest
+{
+public:
+    enum class Result { UNKNOWN, DONE, REFUSED };
+
+    explicit CCallDigest(CallKind eKind) : m_eKind(eKind) {}
+
+    // Takes the next line. Not for the pieces of the reply.
+    void Listen(const LogLine& stLine);
+    void ListenToPiece();
+
+    // Whether `stLine` cannot be of this call, but begins another one or stands in the middle of it.
+    bool IsOfNext(const LogLine& stLine) const;
+
+    CallKind Kind() const { return m_eKind; }
+    Result GetResult() const { return m_eResult; }
+    bool HasEnded() const { return m_bEnded; }
+    bool HasRecord() const { return m_nStep > kCode; }  // the reply was read, and its record begun
+    int GetStep() const { return m_nStep; }             // the last one of the fixed order that was seen
+
+    // Of a reply: its action word and code as far as the log has them; -1 when not.
+    const std::string& Action() const { return m_strAction; }
+    int Code() const { return m_nCode; }
+    bool IsHandOver() const { return m_bHandOver; }
+    bool IsFailedSearch() const { return m_bFailedSearch; }
+
+    // Why it was refused, half a sentence, and the line that says so.
+    std::string Reason() const;
+    const std::string& ReasonLine() const { return m_refusal.Line(); }
+
+    // Of all: the call found no service. Of a start: the service was there already.
+    bool NoService() const { return m_bNoService; }
+    bool StartedTwice() const { return m_bStartedTwice; }
+
+    // What the log had to hold, up to the last line that it does: "FUNCTION: MESSAGE". Of a call that has not ended
+    // the last one is "the end".
+    std::vector<std::string> Missing() const;
+
+    // Says the result in words: "accepted: volumeup, code 12".
+    std::string Words() const;
+
+    static constexpr int kPieces = 3;  // the step of a reply's pieces
+    static constexpr int kCode = 7;    // the one behind which it is known to be no error
+
+private:
+    void TakeValues(const LogLine& stLine);
+    std::string RecordWords() const;
+
+    CallKind m_eKind;
+    Result m_eResult = Result::UNKNOWN;
+    bool m_bEnded = false;
+    int m_nStep = -1;   // the last step of the fixed order that was seen
+    int m_nNeeded = 0;  // the steps below it must have been written
+    std::set<int> m_vSeen;
+    std::string m_strAction;
+    int m_nCode = -1;
+    bool m_bHandOver = false;
+    bool m_bFailedSearch = false;
+    bool m_bNoService = false;
+    bool m_bStartedTwice = false;
+    CRefusal m_refusal;
+};
+
+#endif

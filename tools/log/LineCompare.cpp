@@ -1,0 +1,95 @@
+// Finds the set's lines among this library's, in order.
+#include "log/LineCompare.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "session/LogForm.h"
+
+namespace
+{
+
+constexpr int kErrorPriority = 6;
+constexpr std::size_t kCutLine = 500;    // bytes; a set's log may cut lines that are longer
+constexpr std::size_t kKeptLine = 1900;  // bytes; more than that may be cut here
+
+// What follows is the answer of the television, not of the library.
+constexpr std::string_view kAnswers[] = {"GetData return:", "vc setting initialize failed",
+                                         "vc_setting_get_language failed"};
+
+bool Begins(std::string_view szText, std::string_view szStart)
+{
+    return szText.substr(0, szStart.size()) == szStart;
+}
+
+// Readers take blanks and colours off the end of a line.
+std::string_view Trimmed(std::string_view szText)
+{
+    szText = szText.substr(0, szText.find_last_not_of("\r\n") + 1);
+    CutShownColour(szText);
+    return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
+}
+
+bool IsSameMessage(std::string_view szSet, std::string_view szHere)
+{
+    const auto Same = [&](std::string_view szStart) { return Begins(szSet, szStart) && Begins(szHere, szStart); };
+    if (std::any_of(std::begin(kAnswers), std::end(kAnswers), Same)) return true;
+    szSet = Trimmed(szSet);
+    szHere = Trimmed(szHere);
+    if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
+    if (!Begins(szSet, szHere)) return false;
+    // Behind the message there may be lines that only seem to belong to it.
+    const std::string_view szBehind = szSet.substr(szHere.size());
+    return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
+}
+
+bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
+{
+    const std::string_view szSet = stSet.strLine;
+    const std::string_view szHere = stHere.strLine;
+    return szSet.substr(0, szSet.find('(')) == szHere.substr(0, szHere.find('(')) &&
+           IsSameMessage(stSet.strMessage, stHere.strMessage);
+}
+
+}  // namespace
+
+void CLineCompare::Missing::Add(const Missing& stMore)
+{
+    if (nCount == 0) strFirst = stMore.strFirst;
+    nCount += stMore.nCount;
+}
+
+void CLineCompare::Here(const LogLine& stLine)
+{
+    const bool bDebug = stLine.nPriority < kErrorPriority;
+    if (m_nNext == m_vSet.size() || !IsSameLine(m_vSet[m_nNext], stLine)) {
+        if (m_strBehind.empty()) m_strBehind = stLine.strLine;
+        (bDebug ? m_stDebugBehind : m_stErrorBehind).Add({1, stLine.strLine});
+        return;
+    }
+    ++m_nNext;
+    m_bDebug = m_bDebug || bDebug;
+    m_stError.Add(m_stErrorBehind);
+    m_stDebug.Add(m_stDebugBehind);
+    m_stErrorBehind = m_stDebugBehind = Missing();
+    m_strBehind.clear();
+}
+
+Comparison CLineCompare::Result() const
+{
+    Comparison stResult;
+    if (m_nNext < m_vSet.size()) {
+        stResult.eResult = Comparison::Result::DIFFERS;
+        stResult.strSet = m_vSet[m_nNext].strLine;
+        stResult.strHere = m_strBehind;
+        return stResult;
+    }
+    Missing stMissing = m_stError;
+    if (m_bDebug) stMissing.Add(m_stDebug);
+    if (!m_bCut) stMissing.Add(m_stErrorBehind);
+    if (!m_bCut && m_bDebug) stMissing.Add(m_stDebugBehind);
+    stResult.nMissing = stMissing.nCount;
+    stResult.strHere = stMissing.strFirst;
+    stResult.eResult = stMissing.nCount == 0 ? Comparison::Result::SAME : Comparison::Result::MISSING;
+    return stResult;
+}

@@ -1,0 +1,164 @@
+// Sorting of records into calls.
+#include "log/LogCalls.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+#include "rendering/Text.h"
+
+namespace
+{
+
+constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
+constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
+constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
+constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
+
+constexpr std::string_view kPieceFunction = "PrintRcvData";
+constexpr std::string_view kDumpMessage = "=================print all receive data";
+constexpr std::string_view kSizeMessage = "###########strRawData############(print max length:50KB; actural size:";
+constexpr std::string_view kAppMessage = "m_strAppName:";
+constexpr std::string_view kWordsMessage = "strSearchKeywords:";
+constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
+
+bool Begins(std::string_view szText, std::string_view szStart)
+{
+    return szText.substr(0, szStart.size()) == szStart;
+}
+
+// The size in the line before the pieces; false when it is none.
+bool SizeIn(std::string_view szMessage, std::size_t& nSize)
+{
+    if (!Begins(szMessage, kSizeMessage)) return false;
+    const char* pEnd = szMessage.data() + szMessage.size();
+    const auto [pRest, error] = std::from_chars(szMessage.data() + kSizeMessage.size(), pEnd, nSize);
+    return error == std::errc() && pRest != pEnd && *pRest == ')';
+}
+
+LogLine LineOf(const LogForm& stForm, std::string strMessage)
+{
+    LogLine stLine;
+    stLine.strFunction = stForm.szFunction;
+    stLine.strLine.append(stForm.szFile).append(": ").append(stForm.szFunction);
+    stLine.strLine.append("(").append(stForm.szLine).append(") > ").append(strMessage, 0, kLongestKept);
+    stLine.strMessage = std::move(strMessage);
+    return stLine;
+}
+
+// What a gap with a known place is, and what one of unknown place.
+std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
+{
+    if (stGap.bPlace)
+        return Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
+    if (!reply.HasSize()) return "how long the reply was";
+    if (reply.Pieces() >= reply.Wanted()) return "the order of the reply's pieces, of which there are too many";
+    return std::to_string(reply.Wanted() - reply.Pieces()) + " of the reply's " +
+           Count(reply.Wanted(), "piece", "pieces");
+}
+
+}  // namespace
+
+std::vector<std::string> LogCall::Missing() const
+{
+    std::vector<std::string> vMissing = digest.Missing();
+    if (!reply.HasSize() && reply.Pieces() == 0) return vMissing;
+    for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
+    return vMissing;
+}
+
+void CLogCalls::Take(const LogRecord& stRecord)
+{
+    LogForm stForm;
+    if (!ParseLogForm(stRecord.strText, stForm)) return;
+    Stream& stStream = StreamOf(stRecord);
+    std::size_t nSize = 0;
+    const bool bDump = stForm.szFunction == kPieceFunction;
+    const bool bSize = bDump && SizeIn(stForm.szMessage, nSize);
+    const bool bExpected = !stStream.vOpen.empty() && stStream.vOpen.front().reply.ExpectsPiece();
+    const bool bPiece = bDump && (bExpected || !(bSize || Begins(stForm.szMessage, kDumpMessage)));
+    if (bSize && !bPiece) {
+        // This line ends in a line break: shown as an escape or as a line's end it tells what the log does.
+        stStream.bEscaped = stForm.szMessage.find(")\\n") != std::string_view::npos;
+        stStream.bKnown = true;
+    } else if (!stStream.bKnown) {
+        stStream.bEscaped = stRecord.bSubstitute;
+    }
+    const LogLine stLine =
+        LineOf(stForm, bPiece ? std::string() : WholeMessage(stRecord, stForm.szMessage, stStream.bEscaped));
+    LogCall& call = CallOf(stStream, stLine, bPiece, stRecord);
+    if (bPiece) {
+        call.digest.ListenToPiece();
+        return call.reply.Add(stRecord, stForm.szMessage, stStream.bEscaped);
+    }
+    call.digest.Listen(stLine);
+    call.stSet.Listen(stLine);
+    if (bSize) call.reply.Announce(nSize);
+    if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
+    if (Begins(stLine.strMessage, kWordsMessage)) call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
+    if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
+    Keep(call, stLine);
+}
+
+void CLogCalls::End()
+{
+    for (auto& [key, stStream] : m_mapStreams) Close(stStream);
+    m_mapStreams.clear();
+}
+
+CLogCalls::Stream& CLogCalls::StreamOf(const LogRecord& stRecord)
+{
+    const auto key = std::make_pair(stRecord.stPrefix.strProcess, stRecord.stPrefix.strThread);
+    if (m_mapStreams.count(key) == 0 && m_mapStreams.size() == kMostStreams) {
+        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+        const auto oldest = std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older);
+        Close(oldest->second);
+        m_mapStreams.erase(oldest);
+    }
+    Stream& stStream = m_mapStreams[key];
+    stStream.nUsed = ++m_nTime;
+    return stStream;
+}
+
+// The open call that the line belongs to; a new one when it belongs to none.
+LogCall& CLogCalls::CallOf(Stream& stStream, const LogLine& stLine, bool bPiece, const LogRecord& stRecord)
+{
+    if (!stStream.vOpen.empty()) {
+        const CCallDigest& digest = stStream.vOpen.front().digest;
+        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces;
+        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces : digest.IsOfNext(stLine);
+        if (!bNext) return stStream.vOpen.front();
+        Close(stStream);
+    }
+    LogCall& call = stStream.vOpen.emplace_back(bPiece ? CallKind::REPLY : KindOf(stLine));
+    call.nNumber = ++m_nCalls;
+    call.strFile = m_strFile;
+    call.nLine = stRecord.nLine;
+    call.strTime = stRecord.stPrefix.strTime;
+    call.strProcess = stRecord.stPrefix.strProcess;
+    call.strThread = stRecord.stPrefix.strThread;
+    return call;
+}
+
+void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
+{
+    if (!m_bKeepLines || call.bLinesDropped) return;
+    LogLine stKept = stLine;
+    stKept.strMessage.resize(std::min(stKept.strMessage.size(), kLongestKept));
+    const std::size_t nBytes =
+        kLineOverhead + stKept.strFunction.size() + stKept.strLine.size() + stKept.strMessage.size();
+    call.bLinesDropped = m_nKept + nBytes > kMostKept;
+    if (call.bLinesDropped) return;
+    m_nKept += nBytes;
+    call.nKept += nBytes;
+    call.vLines.push_back(std::move(stKept));
+}
+
+void CLogCalls::Close(Stream& stStream)
+{
+    for (LogCall& call : stStream.vOpen) {
+        m_sink(call);
+        m_nKept -= call.nKept;
+    }
+    stStream.vOpen.clear();
+}

@@ -1,0 +1,176 @@
+// Wording of calls.
+#include "log/LogReport.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "commands/Catalog.h"
+#include "log/LogExtract.h"
+#include "rendering/RecordJson.h"
+
+namespace
+{
+
+// The columns; the last one has no width. A log is listed while it is read, so that they cannot fit its contents.
+constexpr std::pair<const char*, std::size_t> kColumns[] = {{"call", 5}, {"time", 20}, {"process", 8},
+                                                            {"kind", 7}, {"place", 0}, {"outcome", 0}};
+constexpr std::size_t kPlace = 4;
+constexpr std::size_t kLineDigits = 8;
+
+std::string Row(const std::vector<std::string>& vCells, std::size_t nPlace)
+{
+    std::string strRow;
+    for (std::size_t i = 0; i + 1 < vCells.size(); ++i)
+        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i == kPlace ? nPlace : kColumns[i].second) + ' ';
+    return strRow + vCells.back();
+}
+
+std::string OutcomeOf(const LogCall& call, const CallReport& stReport)
+{
+    if (call.digest.Kind() != CallKind::STATUS || !stReport.nStatus) return call.digest.Words();
+    const std::string strOptions = call.stSet.Options();
+    std::string strStatus = RenderStatus(*stReport.nStatus);
+    strStatus.pop_back();  // its line break
+    return strStatus + (strOptions.empty() ? "" : ": " + strOptions);
+}
+
+std::string ReplyText(const CLogReply& reply)
+{
+    std::string strText = std::string("reply ") + NameOf(reply.GetState()) + ": " + std::to_string(reply.Text().size());
+    if (reply.HasSize()) strText += " of " + std::to_string(reply.Size());
+    return strText + " bytes";
+}
+
+// The result of a replay, each line of it.
+std::vector<std::string> Lines(const Comparison& stComparison)
+{
+    switch (stComparison.eResult) {
+        case Comparison::Result::SAME:
+            return {"replay: the same"};
+        case Comparison::Result::MISSING:
+            return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
+                        " that the log does not have, the first being",
+                    "  here: " + Shown(stComparison.strHere)};
+        case Comparison::Result::NOT_COMPARED:
+            return {"replay: not compared, since " + stComparison.strWhy};
+        case Comparison::Result::DIFFERS:
+            break;
+    }
+    if (!stComparison.strWhy.empty()) return {"replay: differs", "  " + Shown(stComparison.strWhy)};
+    const std::string strHere = stComparison.strHere.empty() ? "no more lines" : Shown(stComparison.strHere);
+    return {"replay: differs", "  set:  " + Shown(stComparison.strSet), "  here: " + strHere};
+}
+
+const char* NameOf(Comparison::Result eResult)
+{
+    constexpr const char* kNames[] = {"same", "lines_missing", "differs", "not_compared"};
+    return kNames[static_cast<int>(eResult)];
+}
+
+Json::Value List(const std::vector<std::string>& vTexts)
+{
+    Json::Value list(Json::arrayValue);
+    for (const std::string& strText : vTexts) list.append(strText);
+    return list;
+}
+
+Json::Value Number(std::size_t n)
+{
+    return static_cast<Json::UInt64>(n);
+}
+
+Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
+{
+    Json::Value value;
+    value["state"] = NameOf(reply.GetState());
+    if (reply.HasSize()) value["size"] = Number(reply.Size());
+    value["bytes"] = Number(reply.Text().size());
+    value["pieces"] = Number(reply.Pieces());
+    value["gaps"] = Json::arrayValue;
+    for (const CLogReply::Gap& stGap : reply.Pieces() == 0 ? std::vector<CLogReply::Gap>() : reply.Gaps()) {
+        Json::Value& gap = value["gaps"].append(Json::objectValue);
+        gap["offset"] = stGap.bPlace ? Number(stGap.nOffset) : Json::Value();
+        gap["bytes"] = stGap.nBytes > 0 ? Number(stGap.nBytes) : Json::Value();
+    }
+    if (!strFile.empty()) value["file"] = strFile;
+    return value;
+}
+
+Json::Value ReplayJson(const Comparison& stComparison)
+{
+    Json::Value value;
+    value["result"] = NameOf(stComparison.eResult);
+    if (!stComparison.strWhy.empty()) value["why"] = stComparison.strWhy;
+    if (!stComparison.strSet.empty()) value["set"] = stComparison.strSet;
+    if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
+    if (stComparison.nMissing > 0) value["missing"] = Number(stComparison.nMissing);
+    return value;
+}
+
+bool HasReply(const LogCall& call)
+{
+    return call.reply.HasSize() || call.reply.Pieces() > 0;
+}
+
+}  // namespace
+
+std::string PlaceOf(const LogCall& call)
+{
+    return call.strFile + ':' + std::to_string(call.nLine);
+}
+
+CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
+    : m_nPlace(kLineDigits), m_paint(paint)
+{
+    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() + kLineDigits);
+}
+
+std::string CCallList::Heading() const
+{
+    std::vector<std::string> vCells;
+    for (const auto& [szName, nWidth] : kColumns) vCells.emplace_back(szName);
+    return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
+}
+
+std::string CCallList::Call(const LogCall& call, const CallReport& stReport) const
+{
+    std::string strText = Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess),
+                               NameOf(call.digest.Kind()), Shown(PlaceOf(call)), Shown(OutcomeOf(call, stReport))},
+                              m_nPlace);
+    strText += '\n';
+    std::vector<std::string> vLines;
+    if (HasReply(call) && (!stReport.strFile.empty() || call.reply.GetState() != CLogReply::State::WHOLE))
+        vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
+    if (const std::vector<std::string> vMissing = call.Missing(); !vMissing.empty())
+        vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    if (stReport.stReplayed)
+        for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
+    for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
+    return strText + stReport.strExplanation;
+}
+
+Json::Value CallJson(const LogCall& call, const CallReport& stReport)
+{
+    Json::Value value;
+    value["call"] = Number(call.nNumber);
+    value["log"] = call.strFile;
+    value["line"] = Number(call.nLine);
+    if (!call.strTime.empty()) value["time"] = call.strTime;
+    if (!call.strProcess.empty()) value["process"] = call.strProcess;
+    if (!call.strThread.empty()) value["thread"] = call.strThread;
+    value["kind"] = NameOf(call.digest.Kind());
+    constexpr const char* kResults[] = {"unknown", "done", "refused"};
+    value["outcome"] = kResults[static_cast<int>(call.digest.GetResult())];
+    if (call.digest.GetResult() == CCallDigest::Result::REFUSED) value["reason"] = call.digest.Reason();
+    if (!call.digest.Action().empty()) value["action"] = call.digest.Action();
+    if (call.digest.Code() >= 0) value["code"] = call.digest.Code();
+    if (stReport.nStatus) value["status"] = *stReport.nStatus;
+    if (const std::string strSet = call.stSet.Options(); !strSet.empty()) value["set"] = strSet;
+    if (!call.strUtterance.empty()) value["utterance"] = call.strUtterance;
+    if (HasReply(call)) value["reply"] = ReplyJson(call.reply, stReport.strFile);
+    value["missing"] = List(call.Missing());
+    if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
+    if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
+    return value;
+}

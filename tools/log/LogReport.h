@@ -1,0 +1,47 @@
+// The calls of a log as a person or a program reads them.
+#ifndef PARLO_LOGREPORT_H
+#define PARLO_LOGREPORT_H
+
+#include <json/value.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "log/LineCompare.h"
+#include "log/LogCalls.h"
+#include "rendering/Text.h"
+
+// What there is to tell of a call beside the call itself.
+struct CallReport {
+    std::optional<int> nStatus;  // of a status call
+    std::string strFile;         // where its reply was written
+    std::optional<Comparison> stReplayed;
+    std::string strExplanation;  // for a person: lines, each with its break
+    Json::Value explanation;     // for a program
+};
+
+// Calls as a table that is printed while they end.
+class CCallList
+{
+public:
+    // For calls of the given logs.
+    CCallList(const std::vector<std::string>& vFiles, const CPaint& paint);
+
+    std::string Heading() const;
+
+    // A line with the columns, and indented lines for what the table has no columns for.
+    std::string Call(const LogCall& call, const CallReport& stReport) const;
+
+private:
+    std::size_t m_nPlace;  // the width of a place
+    CPaint m_paint;
+};
+
+Json::Value CallJson(const LogCall& call, const CallReport& stReport);
+
+// "log.txt:12"
+std::string PlaceOf(const LogCall& call);
+
+#endif

@@ -1,0 +1,195 @@
+// Telling replies and conversations apart, and the way through them.
+#include "reading/Files.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "reading/LineFile.h"
+#include "rendering/Progress.h"
+
+namespace
+{
+
+constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kLongestLook = std::size_t{16} << 20;  // bytes to see whether a broken conversation is a reply
+
+bool IsBlank(std::string_view szLine)
+{
+    return szLine.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+std::string_view WithoutMark(std::string_view szText)
+{
+    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark ? szText.substr(kByteOrderMark.size()) : szText;
+}
+
+// Takes the next line off the front of `szText`, without its line break. False at the end.
+bool TakeLine(std::string_view& szText, std::string_view& szLine)
+{
+    if (szText.empty()) return false;
+    szLine = szText.substr(0, szText.find('\n'));
+    szText.remove_prefix(std::min(szLine.size() + 1, szText.size()));
+    return true;
+}
+
+// The first line that is not blank; empty when all are.
+std::string_view FirstLine(std::string_view szText)
+{
+    std::string_view szLine;
+    while (TakeLine(szText, szLine))
+        if (!IsBlank(szLine)) return WithoutMark(szLine);
+    return {};
+}
+
+bool HasTurn(std::string_view szText)
+{
+    std::string_view szLine;
+    while (TakeLine(szText, szLine))
+        if (IsTurn(WithoutMark(szLine))) return true;
+    return false;
+}
+
+class CEntries
+{
+public:
+    CEntries(const std::string& strFile, const std::string& strUtterance, const std::function<void(Entry&&)>& handle)
+        : m_strFile(strFile),
+          m_strUtterance(strUtterance),
+          m_handle(handle),
+          m_file(strFile),
+          m_progress(strFile, m_file.Size())
+    {
+    }
+    void Read(FileForm eForm);
+
+private:
+    void ReadAhead();
+    bool IsConversation(FileForm eForm);
+    void Conversation();
+    void Turn(std::string_view szLine);
+    Entry Make(std::size_t nLine) const;
+    void Reply();
+    void Refuse(const std::string& strReason, bool bUnreadable);
+
+    const std::string& m_strFile;
+    const std::string& m_strUtterance;
+    const std::function<void(Entry&&)>& m_handle;
+    CLineFile m_file;
+    CProgress m_progress;
+    std::string m_strHead;  // what was read to see what the file is
+    std::size_t m_nLine = 0;
+};
+
+void CEntries::Read(FileForm eForm)
+{
+    ReadAhead();
+    const bool bConversation = m_file.Failure().empty() && IsConversation(eForm);
+    if (!m_file.Failure().empty())
+        Refuse(m_file.Failure(), true);
+    else if (eForm == FileForm::REPLY && bConversation)
+        Refuse("it is a conversation, which \"parlo conversation\" takes", false);
+    else if (eForm == FileForm::CONVERSATION && !bConversation)
+        Refuse("it is one reply, which \"parlo reply\" takes, not a conversation", false);
+    else if (bConversation)
+        Conversation();
+    else
+        Reply();
+}
+
+// Through the first line that is not blank.
+void CEntries::ReadAhead()
+{
+    std::string_view szLine;
+    while (FirstLine(m_strHead).empty() && m_file.Next(szLine)) m_strHead += szLine;
+}
+
+// A conversation may begin with a broken line, and so does a reply of several lines: that takes a look at the rest.
+bool CEntries::IsConversation(FileForm eForm)
+{
+    const std::string_view szFirst = FirstLine(m_strHead);
+    if (IsTurn(szFirst)) return true;
+    if (eForm == FileForm::CONVERSATION) {
+        Json::Value root;
+        const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
+        if (!bBegun) return true;
+        m_file.Rest(kLongestLook, m_strHead);
+        return !IsReply(m_strHead);
+    }
+    m_file.Rest(kWhole, m_strHead);
+    Json::Value root;
+    return szFirst.size() < m_strHead.size() && !ParseJson(m_strHead, false, root) && HasTurn(m_strHead);
+}
+
+void CEntries::Conversation()
+{
+    std::string_view szRest = m_strHead;
+    std::string_view szLine;
+    while (szRest.find('\n') != std::string_view::npos && TakeLine(szRest, szLine)) Turn(szLine);
+    std::string strCut(szRest);  // the look ended within this line
+    m_strHead = std::string();
+    while (m_file.Next(szLine)) {
+        if (!strCut.empty()) szLine = strCut += szLine;
+        if (szLine.back() == '\n') szLine.remove_suffix(1);
+        Turn(szLine);
+        strCut.clear();
+        m_progress.Show(m_file.Position());
+    }
+    if (!strCut.empty()) Turn(strCut);
+    if (!m_file.Failure().empty()) Refuse(m_file.Failure(), true);
+}
+
+void CEntries::Turn(std::string_view szLine)
+{
+    ++m_nLine;
+    if (IsBlank(szLine)) return;
+    Entry stEntry = Make(m_nLine);
+    stEntry.stReply.strSource += ':' + std::to_string(m_nLine);
+    stEntry.stReply.szTurn = szLine;
+    if (ReadTurn(szLine, stEntry.stReply, stEntry.strReason) && stEntry.stReply.strUtterance.empty())
+        stEntry.strReason = "the utterance is empty";
+    m_handle(std::move(stEntry));
+}
+
+Entry CEntries::Make(std::size_t nLine) const
+{
+    Entry stEntry;
+    stEntry.stReply.strFile = stEntry.stReply.strSource = m_strFile;
+    stEntry.stReply.nLine = nLine;
+    stEntry.stReply.bLive = m_file.Size() == 0;
+    return stEntry;
+}
+
+void CEntries::Reply()
+{
+    Entry stEntry = Make(1);
+    stEntry.stReply.strUtterance = m_strUtterance;
+    stEntry.stReply.strText = WithoutMark(m_strHead);
+    stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
+    m_handle(std::move(stEntry));
+}
+
+void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
+{
+    Entry stEntry = Make(m_nLine + 1);
+    stEntry.strReason = strReason;
+    stEntry.bUnreadable = bUnreadable;
+    m_handle(std::move(stEntry));
+}
+
+}  // namespace
+
+void ForEachEntry(const std::string& strFile, FileForm eForm, const std::string& strUtterance,
+                  const std::function<void(Entry&&)>& handle)
+{
+    CEntries(strFile, strUtterance, handle).Read(eForm);
+}
+
+bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
+{
+    CLineFile file(strFile);
+    strText.clear();
+    file.Rest(kWhole, strText);
+    strReason = file.Failure();
+    return strReason.empty();
+}

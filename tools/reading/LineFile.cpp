@@ -1,0 +1,56 @@
+// Reading on the C library's streams.
+#include "reading/LineFile.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+CLineFile::CLineFile(const std::string& strFile) : m_pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"))
+{
+    m_nError = m_pFile == nullptr ? errno : 0;
+    struct stat stStat = {};
+    if (m_pFile != nullptr && fstat(fileno(m_pFile), &stStat) == 0 && S_ISREG(stStat.st_mode))
+        m_nSize = static_cast<std::size_t>(stStat.st_size);
+}
+
+CLineFile::~CLineFile()
+{
+    std::free(m_pLine);
+    if (m_pFile != nullptr && m_pFile != stdin) static_cast<void>(std::fclose(m_pFile));
+}
+
+bool CLineFile::Next(std::string_view& szLine)
+{
+    if (m_pFile == nullptr) return false;
+    errno = 0;
+    const ssize_t nRead = getline(&m_pLine, &m_nRoom, m_pFile);
+    if (nRead < 0) {
+        if (errno == ENOMEM) throw std::bad_alloc();
+        if (std::ferror(m_pFile) != 0) m_nError = errno;
+        return false;
+    }
+    szLine = {m_pLine, static_cast<std::size_t>(nRead)};
+    m_nPosition += szLine.size();
+    return true;
+}
+
+void CLineFile::Rest(std::size_t nMost, std::string& strText)
+{
+    char buffer[1 << 16];
+    std::size_t nRead = sizeof buffer;
+    for (; m_pFile != nullptr && nRead > 0 && nMost > 0; nMost -= nRead) {
+        nRead = std::fread(buffer, 1, std::min(sizeof buffer, nMost), m_pFile);
+        strText.append(buffer, nRead);
+        m_nPosition += nRead;
+    }
+    if (m_pFile != nullptr && std::ferror(m_pFile) != 0) m_nError = errno;
+}
+
+std::string CLineFile::Failure() const
+{
+    return m_nError == 0 ? std::string() : std::strerror(m_nError);
+}

@@ -1,0 +1,42 @@
+// A file that is read line by line, or from some line on as a whole.
+#ifndef PARLO_LINEFILE_H
+#define PARLO_LINEFILE_H
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class CLineFile
+{
+public:
+    // Opens `strFile`; "-" is standard input.
+    explicit CLineFile(const std::string& strFile);
+    ~CLineFile();
+    CLineFile(const CLineFile&) = delete;
+    CLineFile& operator=(const CLineFile&) = delete;
+
+    // The next line with its line break, valid until the next call. False at the end, and when it cannot be read.
+    bool Next(std::string_view& szLine);
+
+    // Appends what Next has not handed out yet, up to `nMost` bytes.
+    void Rest(std::size_t nMost, std::string& strText);
+
+    // The system's reason when the file could not be opened or read; empty when all went well.
+    std::string Failure() const;
+
+    // Bytes handed out so far, and bytes of all, 0 when that is not known, as of a pipe.
+    std::size_t Position() const { return m_nPosition; }
+    std::size_t Size() const { return m_nSize; }
+
+private:
+    std::FILE* m_pFile;
+    int m_nError = 0;
+    char* m_pLine = nullptr;
+    std::size_t m_nRoom = 0;
+    std::size_t m_nPosition = 0;
+    std::size_t m_nSize = 0;
+};
+
+#endif

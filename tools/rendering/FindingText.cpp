@@ -1,0 +1,75 @@
+// Findings in three forms.
+#include "rendering/FindingText.h"
+
+#include <json/writer.h>
+
+#include <algorithm>
+
+#include "Printable.h"
+
+namespace
+{
+
+constexpr std::size_t kBefore = 40;  // bytes of a long line that are shown before the place, and from it on
+constexpr std::size_t kBehind = 80;
+
+// Moves `n` to where a character begins, at most three bytes back.
+std::size_t CharacterStart(std::string_view szText, std::size_t n)
+{
+    for (int i = 0; i < 3 && n > 0 && n < szText.size() && (static_cast<unsigned char>(szText[n]) & 0xC0U) == 0x80U;
+         ++i)
+        --n;
+    return n;
+}
+
+}  // namespace
+
+std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint)
+{
+    const std::string strPlace = Host::Printable(strFile) + ':' + std::to_string(stFinding.nLine) + ':' +
+                                 std::to_string(stFinding.nColumn) + ": ";
+    return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + stFinding.strText +
+           (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion) +
+           paint.Faint(" [" + stFinding.strCode + ']') + '\n';
+}
+
+std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, const CPaint& paint)
+{
+    const std::size_t nPlace = std::min(stFinding.nOffset, szText.size());
+    const std::size_t nLineStart = nPlace == 0 ? 0 : szText.rfind('\n', nPlace - 1) + 1;  // none before: npos + 1 is 0
+    std::size_t nLineEnd = std::min(szText.find('\n', nPlace), szText.size());
+    if (nLineEnd > nLineStart && szText[nLineEnd - 1] == '\r') --nLineEnd;
+
+    const bool bHead = nPlace - nLineStart > kBefore;
+    const std::size_t nFrom = bHead ? CharacterStart(szText, nPlace - kBefore) : nLineStart;
+    const bool bTail = nLineEnd > nPlace + kBehind;
+    const std::size_t nTo = bTail ? CharacterStart(szText, nPlace + kBehind) : std::max(nLineEnd, nPlace);
+    const std::size_t nMarkedTo = std::clamp(nPlace + stFinding.nLength, nPlace, nTo);
+
+    const std::string strBefore = (bHead ? "..." : "") + Host::Printable(szText.substr(nFrom, nPlace - nFrom));
+    const std::string strMarked = Host::Printable(szText.substr(nPlace, nMarkedTo - nPlace));
+    const std::string strBehind = Host::Printable(szText.substr(nMarkedTo, nTo - nMarkedTo)) + (bTail ? "..." : "");
+    const std::size_t nMarks = std::max<std::size_t>(Columns(strMarked), 1);
+    return "  " + strBefore + strMarked + strBehind + "\n  " + std::string(Columns(strBefore), ' ') +
+           paint.Label('^' + std::string(nMarks - 1, '~')) + '\n';
+}
+
+std::string FindingJson(const std::string& strFile, const Finding& stFinding)
+{
+    Json::Value object;
+    object["file"] = strFile;
+    object["line"] = static_cast<Json::UInt64>(stFinding.nLine);
+    object["column"] = static_cast<Json::UInt64>(stFinding.nColumn);
+    object["offset"] = static_cast<Json::UInt64>(stFinding.nOffset);
+    object["length"] = static_cast<Json::UInt64>(stFinding.nLength);
+    object["severity"] = SeverityWord(stFinding.eSeverity);
+    object["code"] = stFinding.strCode;
+    object["pointer"] = stFinding.strPointer;
+    object["text"] = stFinding.strText;
+    object["suggestion"] = stFinding.strSuggestion;
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    std::string strLine = Json::writeString(builder, object);
+    for (std::size_t n = 0; (n = strLine.find('\x7F', n)) != std::string::npos;) strLine.replace(n, 1, "\\u007f");
+    return strLine + '\n';
+}

@@ -1,0 +1,20 @@
+// A finding as a line for editors, as an excerpt for a person, as JSON for programs.
+#ifndef PARLO_FINDINGTEXT_H
+#define PARLO_FINDINGTEXT_H
+
+#include <string>
+#include <string_view>
+
+#include "findings/Finding.h"
+#include "rendering/Text.h"
+
+// "FILE:LINE:COLUMN: error: TEXT; SUGGESTION [code]" with its line break.
+std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint);
+
+// The line of `szText` where the finding stands, or the part of it around the place, and a marker below.
+std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, const CPaint& paint);
+
+// One object on one line, in ASCII.
+std::string FindingJson(const std::string& strFile, const Finding& stFinding);
+
+#endif

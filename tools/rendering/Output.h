@@ -1,0 +1,22 @@
+// Standard output, what the program says on standard error, and whether something failed.
+#ifndef PARLO_OUTPUT_H
+#define PARLO_OUTPUT_H
+
+#include <string>
+
+// Writes to standard output, FlushOutput what is still buffered. Both throw std::system_error when that fails.
+void Print(const std::string& strText);
+void FlushOutput();
+
+// Writes "parlo: `strText`." (a question keeps its mark instead) to standard error, fit for a terminal and behind what
+// was printed before.
+void Complain(const std::string& strText);
+
+// Complains of something for which the program ends with a failure, and goes on.
+void Fail(const std::string& strText);
+
+// The same without words, where standard output says it; whether anything failed so far.
+void NoteFailure();
+bool HasFailed();
+
+#endif
