@@ -107,6 +107,8 @@ constexpr Shape kShapes[] = {
 constexpr std::size_t kDepth = 120;     // as deep as the library reads, with what stands around it
 constexpr int kReplies[] = {1, 3, 10};  // in a row
 constexpr double kMostTimes = 2.4;
+constexpr double kWaitingBytes =
+    48 << 20;                            // of the memory, when several replies are in a row: what waits of older ones
 constexpr double kSlackBytes = 1 << 20;  // of the memory: the allocator takes it in large pieces
 constexpr double kShortSeconds = 0.05;   // of the time: not worth a comparison
 constexpr int kMostRuns = 12;            // before a time is believed, since others use the processor too
@@ -218,7 +220,8 @@ bool Judge(const Shape& shape, std::size_t nSize, int nReplies, double fIdle)
 {
     const Doubling d = MeasureDoubling(shape, nSize, nReplies);
     const double fPeak = std::max(d.stFull.fPeakBytes - fIdle, 0.0);
-    const double fMost = shape.nMostPerByte * static_cast<double>(nSize) + kSlackBytes;
+    const double fMost =
+        shape.nMostPerByte * static_cast<double>(nSize) + kSlackBytes + (nReplies > 1 ? kWaitingBytes : 0);
     std::printf("%-20s %7d %8.3f %6.1f %9.1f %9.1f%s\n", shape.szName, nReplies, d.stFull.fSeconds,
                 d.stFull.fSeconds / std::max(d.stHalf.fSeconds, 1e-3), fPeak / 1048576,
                 fPeak / static_cast<double>(nSize), d.stFull.nExit == kRefused && !shape.bInARow ? "  refused" : "");

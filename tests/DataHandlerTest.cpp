@@ -92,6 +92,7 @@ TEST_F(DataHandler, ThreadsShareTheLists)
 {
     const CCADataHandler::Before none = Store().BeginReply();
     const Call calls[] = {[] { EXPECT_EQ(120U, Store().GetTVControl().size()); },
+                          [] { EXPECT_EQ(120U, Store().GetContentsCount()); },
                           [] { EXPECT_EQ(120U, Store().BeginReply().nCommands); },
                           [&none] { Store().ForgetReply(CCADataHandler::Before(none)); }};
     for (const Call& call : calls) {
