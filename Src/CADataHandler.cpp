@@ -209,7 +209,6 @@ void CCADataHandler::TakeSAContentsList(std::vector<_SAContents>& vOut)
     CCAPollingLock lock(m_stMutex);
     t_Refresh(Items::MOVE);
     vOut = std::move(m_vSAContents);
-    t_ClearContents();
 }
 
 void CCADataHandler::InitializeData()
