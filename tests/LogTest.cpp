@@ -158,7 +158,7 @@ TEST_F(Log, IsTheSameInEveryForm)
         for (const std::string& strForeign : kForeign) {
             if (!strForeign.empty() && szForm == std::string("bare")) continue;
             SCOPED_TRACE(szForm + strForeign);
-            for (const std::size_t nPart : {1, 1000000}) {
+            for (const std::size_t nPart : {std::size_t{1}, std::size_t{1000000}}) {
                 const std::vector<Told> vTold = Read(Text(vRecords, form, strForeign), nPart);
                 EXPECT_EQ(
                     "start done [same]\nstatus done [same]\nreply muteon, code 14 [same]\n"
