@@ -62,6 +62,8 @@ TEST_F(DataHandler, GuardedOperationsWaitForTheLock)
     };
     int nRow = 0;
     for (const auto& [one, other] : kGuarded) EXPECT_EQ("wwlu wwlu", calls(one) + " " + calls(other)) << nRow++;
+    EXPECT_EQ("wwlulu wwlu wwlu", calls([] { Store().BeginReply(); }) + " " + calls([] { Store().ForgetReply({}); }) +
+                                      " " + calls([] { Store().GetContentsCount(); }));
     EXPECT_EQ("", calls([] {
                   _DisCtrlInfo stInfo;
                   Store().SetUserInputVOICE(Store().GetUserInputVoice());
