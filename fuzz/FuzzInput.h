@@ -43,8 +43,12 @@ inline void Require(bool bHolds)
 }
 
 // Sets the television up by a line "COUNTRY LANGUAGE FLAG", such as "US en_US 1". A word "none", or one that is not
-// there, makes the platform fail where it is asked for that setting.
+// there, makes the platform fail where it is asked for that setting. So do the country "empty", the language "refused",
+// which fails with a text all the same, "stuck", after which the settings cannot be closed, and "throws".
 void SetPlatform(const std::string& strLine);
+
+// Makes the `nLine`-th line from now on throw in the log, and all that follow when it is for good; 0: none.
+void FailLog(std::size_t nLine, bool bForGood = false);
 
 }  // namespace Fuzz
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
+#include <stdexcept>
 
 #include "FuzzInput.h"
 #include "ca_platform.h"
@@ -19,6 +20,9 @@ struct Settings {
     std::string strFlag;
 };
 Settings g_Settings;
+std::size_t g_nFailingLine = 0;
+bool g_bFailsForGood = false;
+bool g_bThrew = false;  // since FailLog, or the settings, said so
 
 const char* Setting(const std::string& strValue)
 {
@@ -30,7 +34,15 @@ const char* Setting(const std::string& strValue)
 void Fuzz::SetPlatform(const std::string& strLine)
 {
     g_Settings = Settings();
+    g_bThrew = false;
     std::istringstream(strLine) >> g_Settings.strCountry >> g_Settings.strLanguage >> g_Settings.strFlag;
+}
+
+void Fuzz::FailLog(std::size_t nLine, bool bForGood)
+{
+    g_nFailingLine = nLine;
+    g_bFailsForGood = bForGood;
+    g_bThrew = false;
 }
 
 int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
@@ -41,14 +53,18 @@ int __dlog_print(int /*priority*/, const char* tag, const char* format, ...)
     const int nLength = std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
     Fuzz::Require(std::strcmp(tag, "ParloAPI") == 0 && nLength > 0);
-    Fuzz::Require(std::strstr(format, "stopped by an exception") == nullptr);  // the boundary would hide it
-    return 0;
+    Fuzz::Require(g_bThrew || std::strstr(format, "stopped by an exception") == nullptr);  // it would be hidden
+    if (g_nFailingLine == 0 || --g_nFailingLine > 0) return 0;
+    g_nFailingLine = g_bFailsForGood ? 1 : 0;
+    g_bThrew = true;
+    throw std::runtime_error("no log");
 }
 
 char* vconf_get_str(const char* /*key*/)
 {
     const char* szCountry = Setting(g_Settings.strCountry);
-    return szCountry == nullptr ? nullptr : strdup(szCountry);
+    if (szCountry == nullptr) return nullptr;
+    return strdup(std::strcmp(szCountry, "empty") == 0 ? "" : szCountry);
 }
 
 int vc_setting_initialize()
@@ -58,13 +74,17 @@ int vc_setting_initialize()
 
 int vc_setting_get_language(char** language)
 {
+    if (g_Settings.strLanguage == "throws") {
+        g_bThrew = true;
+        throw std::runtime_error("no settings");
+    }
     *language = strdup(g_Settings.strLanguage.c_str());
-    return 0;
+    return g_Settings.strLanguage == "refused" ? -1 : 0;
 }
 
 int vc_setting_deinitialize()
 {
-    return 0;
+    return g_Settings.strLanguage == "stuck" ? -1 : 0;
 }
 
 int GetData(int /*item*/, void* buffer)

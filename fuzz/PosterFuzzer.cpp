@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "CAParseJson.h"
+#include "CAUtil.h"
 #include "FuzzInput.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize)
@@ -19,5 +20,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     CADataRepository::_Poster poster;
     Fuzz::Require(CCAParsePacket().t_ParsePoster(strKind, images, poster));
     Fuzz::Require(poster.szUrl.size() <= szInput.size());  // whatever the template asks for
+    Fuzz::Require(CCAUtil::VsnPrint(nullptr, 1, "%d", 1) == 0);
     return 0;
 }

@@ -20,9 +20,13 @@ void SortContents(const std::string& strSchema)
     parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strSchema, nCount);
     parser.ParseData(CA_PARSE_JSON_SEARCH_SERVER,
                      R"({"rsp":{"tvcontent":[{"type":"movie","id":"1"},{"type":"tvshow","id":"2"}]}})", nCount);
+    CADataRepository::_ContentsItem stLast;
+    CCADataHandler::GetInstance()->SetSeachServerContentsList(stLast);
     std::vector<CADataRepository::_SAContents> vContents;
     CCADataHandler::GetInstance()->GetSAContentsList(vContents);
-    Fuzz::Require(nCount == 2 && vContents.size() == 2 && vContents[0].stItem.stMnT.szId == "1");
+    Fuzz::Require(nCount == 2 && vContents.size() == 3 && vContents[0].stItem.stMnT.szId == "1");
+    CCADataSortFilter::SchemaSort(vContents, std::vector<CADataRepository::_SAContents>(1), {});
+    Fuzz::Require(vContents.size() == 4 && vContents[0].stItem.stMnT.szId == "1");
     delete CCADataHandler::pInstance;
     CCADataHandler::pInstance = nullptr;
 }

@@ -1,5 +1,6 @@
 // The store: what it caches, clears and keeps, and how threads share it.
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <new>
 #include <thread>
@@ -83,6 +84,40 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
     }
     EXPECT_EQ(120U, Store().GetTVControl().size());
     EXPECT_LE(60U, Results().size()) << "and what the taking thread came too late for";
+}
+
+// The same for what hands the lists out or shortens them: whoever takes the lock sees all that was set before, and
+// nothing else orders these threads.
+TEST_F(DataHandler, ThreadsShareTheLists)
+{
+    const CCADataHandler::Before none = Store().BeginReply();
+    const Call calls[] = {[] { EXPECT_EQ(120U, Store().GetTVControl().size()); },
+                          [] { EXPECT_EQ(120U, Store().GetContentsCount()); },
+                          [] { EXPECT_EQ(120U, Store().BeginReply().nCommands); },
+                          [&none] { Store().ForgetReply(CCADataHandler::Before(none)); }};
+    for (const Call& call : calls) {
+        std::atomic<int> nDone{0};
+        const auto fill = [&nDone] {
+            for (int i = 0; i < 60; ++i) Store().SetTVControl(_TVControl());
+            for (int i = 0; i < 60; ++i) Store().SetSeachServerContentsList(std::vector<_SAContents>(1));
+            nDone.fetch_add(1, std::memory_order_relaxed);
+        };
+        std::thread one(fill), other(fill);
+        while (nDone.load(std::memory_order_relaxed) < 2) std::this_thread::yield();
+        call();
+        one.join();
+        other.join();
+        Store().InitializeData();
+    }
+
+    std::atomic<bool> bBegun{false};
+    std::thread thread([&bBegun] {
+        while (!bBegun.load(std::memory_order_relaxed)) std::this_thread::yield();
+        Store().SetDomain({kText});
+    });
+    Store().BeginReply();  // reads what the thread writes next
+    bBegun.store(true, std::memory_order_relaxed);
+    thread.join();
 }
 
 // Whatever the memory that it is made in held.
