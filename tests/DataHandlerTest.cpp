@@ -92,10 +92,10 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
 // nothing else orders these threads.
 TEST_F(DataHandler, ThreadsShareTheLists)
 {
-    const CCADataHandler::Before none = Store().BeginReply();
+    const CCADataHandler::Before none = Store().BeginReply(0);
     const Call calls[] = {[] { EXPECT_EQ(120U, Store().GetTVControl().size()); },
                           [] { EXPECT_EQ(120U, Store().GetContentsCount()); },
-                          [] { EXPECT_EQ(120U, Store().BeginReply().nCommands); },
+                          [] { EXPECT_EQ(120U, Store().BeginReply(0).nCommands); },
                           [&none] { Store().ForgetReply(CCADataHandler::Before(none)); }};
     for (const Call& call : calls) {
         std::atomic<int> nDone{0};
@@ -117,7 +117,7 @@ TEST_F(DataHandler, ThreadsShareTheLists)
         while (!bBegun.load(std::memory_order_relaxed)) std::this_thread::yield();
         Store().SetDomain({kText});
     });
-    Store().BeginReply();  // reads what the thread writes next
+    Store().BeginReply(0);  // reads what the thread writes next
     bBegun.store(true, std::memory_order_relaxed);
     thread.join();
 }
