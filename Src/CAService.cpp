@@ -98,10 +98,16 @@ int CCAService::GetConversationStatus()
     return E_CA_CONV_STATUS_AVAILABLE;
 }
 
-std::optional<CCADataHandler::Before> CCAService::BeginReply()
+std::optional<CCADataHandler::Before> CCAService::BeginReply(const std::string& strPreAllResult,
+                                                             const std::string& strRawData)
 {
-    if (m_pDataMgr == nullptr) return std::nullopt;
+    if (!t_CanParse(strPreAllResult, strRawData)) return std::nullopt;
     return m_pDataMgr->BeginReply();
+}
+
+bool CCAService::t_CanParse(const std::string& strPreAllResult, const std::string& strRawData) const
+{
+    return !strPreAllResult.empty() && !strRawData.empty() && m_pDataMgr != nullptr;
 }
 
 void CCAService::ForgetReply(CCADataHandler::Before&& stBefore)
@@ -112,7 +118,7 @@ void CCAService::ForgetReply(CCADataHandler::Before&& stBefore)
 
 bool CCAService::ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData)
 {
-    if (strPreAllResult.empty() || strRawData.empty() || m_pDataMgr == nullptr) {
+    if (!t_CanParse(strPreAllResult, strRawData)) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-extra-args"  // both lengths go to the log, its text shows the first
         CA_LOGE("strPreAllResult is empty() or strRawData is empty(%u) or m_pDataMgr is NULL",

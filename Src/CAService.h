@@ -29,9 +29,9 @@ public:
     // Asks the set; an E_CA_CONV_STATUS without NO_SERVICE. Works without a store.
     int GetConversationStatus();
 
-    // Around a reply: what the store held before it, without value when there is no store; and the way back there when
-    // an exception stopped the reply.
-    std::optional<CCADataHandler::Before> BeginReply();
+    // Around a reply: what the store held before it, without value when it is not going to be parsed; and the way back
+    // there when an exception stopped the reply.
+    std::optional<CCADataHandler::Before> BeginReply(const std::string& strPreAllResult, const std::string& strRawData);
     void ForgetReply(CCADataHandler::Before&& stBefore);
 
     // Reads the server's reply into the store. False leaves there what older replies left.
@@ -42,6 +42,9 @@ public:
     bool GetSpeechActionData(CADataRepository::_ConvActionInfo& info);
 
 private:
+    // Whether there are an utterance, a reply and a store.
+    bool t_CanParse(const std::string& strPreAllResult, const std::string& strRawData) const;
+
     // Whether there is a store; logs its absence under the operation's name.
     bool t_HasStore(const char* szOperation) const;
 

@@ -91,7 +91,7 @@ bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, 
             CA_LOGE("m_pCAService is NULL");
             return false;
         }
-        before = m_pCAService->BeginReply();
+        before = m_pCAService->BeginReply(strPreAllResult, strRawData);
         if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) {
             CA_LOGE("ParseDataFlow failed");
             return false;

@@ -12,7 +12,8 @@
 //
 // Errors: no exception leaves these functions, whatever the reply holds and even when memory runs out. A
 // function that fails has written one or more lines that say why to the platform log, tag "ParloAPI", and
-// the next call works.
+// the next call works. That holds too when a call of the platform throws, or the calling thread is cancelled in one.
+// A call needs 128 KiB of stack at most, beside what the functions of the platform use.
 //
 // The functions have C linkage, so that they can be looked up by name, but take C++ types: build the caller
 // with the same C++ library.
@@ -30,23 +31,29 @@ class CCAService;
 extern "C" {
 
 // Creates the service. `strAppName` is the application's name, for the log; it may be empty.
-// Returns false when there is an initialised service already (which goes on unharmed), or memory runs out.
+// Returns false when there is an initialised service already (which goes on unharmed), or memory runs out; then
+// nothing is left that a second try would find in its way.
 PARLO_EXPORT bool ca_initial_service(std::string strAppName);
 
-// Releases the service and everything that it keeps; afterwards ca_initial_service works again.
-// Without a service it does nothing but say so in the log.
+// Releases the service and everything that it keeps, whatever fails meanwhile; afterwards ca_initial_service works
+// again. Without a service it does nothing but say so in the log.
 PARLO_EXPORT void ca_uninitial();
 
 // Turns the utterance `strPreAllResult` and the server's JSON reply `strRawData` into what the TV does next.
 //
 // The caller owns `info` and passes a fresh one for each reply; see _ConvActionInfo for which fields are
 // assigned. `strRawData` is read only. Both texts may have any length, but a reply of more than 524,288 values
-// (counted by its ',', '[' and '{') or nested deeper than 1,000 levels is refused as if it were no JSON.
-// Returns false, with the reason in the log, when there is no service, a text is empty, the reply is not JSON,
-// says that the server failed or holds no TV control command, or memory runs out. `info` is then as it was, except
-// that a reply without a command has assigned strSysResponse, and that a lack of memory may leave it half filled.
-// What a refused reply did bring stays in the store until the next success: its commands come before those of the
-// next reply.
+// (counted by its ',', '[' and '{') or nested deeper than 128 levels is refused as if it were no JSON. What is in
+// texts and comments, or behind the reply's value, does not count. The process's locale, C's or C++'s, changes nothing.
+//
+// Returns false, with the reason in the log, when
+// - there is no service, a text is empty, the reply is not JSON, lacks "rsp" or says that the server failed, or memory
+//   ran out while it was parsed: `info` is as it was, and nothing of the reply is kept;
+// - the reply holds no TV control command: `info` has got strSysResponse, and the reply's dialog state, sentence,
+//   domains, display control and content items wait for the next one, which overwrites what it brings itself. Content
+//   items add up: they come before those of the next reply, the last 4,096 of them;
+// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing of the reply is kept
+//   but what it changed of the dialog state. What older replies left waits on.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
                                        CADataRepository::_ConvActionInfo& info);
 

@@ -13,7 +13,7 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr std::size_t kMostStack = std::size_t{512} << 10;  // frames that nobody made smaller
 #else
 constexpr std::size_t kMostStack = std::size_t{128} << 10;

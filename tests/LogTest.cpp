@@ -65,11 +65,6 @@ std::string Letter(const LogLine& stLine)
     return stLine.nPriority == 6 ? "E" : "D";
 }
 
-std::string Substitutes(const LogLine& stLine)
-{
-    return Letter(stLine) + " ParloAPI: " + Host::Printable(stLine.strLine, "\\") + '\n';
-}
-
 std::string Threadtime(const LogLine& stLine, const char* szIds = "1234  1235")
 {
     return std::string("11-25 10:00:00.123  ") + szIds + ' ' + Letter(stLine) +
@@ -98,7 +93,8 @@ const std::pair<const char*, Form> kForms[] = {
          return "Nov 25 10:00:00 tv voice[1234]: " + Letter(l) + " ParloAPI: " + Coloured(l, "\\x1B") + '\n';
      }},
     {"bare", [](const LogLine& l) { return Coloured(l, "\033") + '\n'; }},
-    {"the substitute", Substitutes},
+    {"the substitute",
+     [](const LogLine& l) { return Letter(l) + " ParloAPI: " + Host::Printable(l.strLine, "\\") + '\n'; }},
     {"prefix repeated", Repeated}};
 
 std::string Text(const Records& vRecords, const Form& form, const std::string& strForeign = "")
@@ -106,12 +102,6 @@ std::string Text(const Records& vRecords, const Form& form, const std::string& s
     std::string strText;
     for (const LogLine& stLine : vRecords) strText += strForeign + form(stLine);
     return strText;
-}
-
-const char* Name(Comparison::Result eResult)
-{
-    constexpr const char* kNames[] = {"same", "missing", "differs", "not compared"};
-    return kNames[static_cast<int>(eResult)];
 }
 
 struct Told {
@@ -123,13 +113,14 @@ struct Told {
 
 std::vector<Told> Read(const std::string& strLog, std::size_t nPart = 1000)
 {
+    constexpr const char* kResults[] = {"same", "missing", "differs", "not compared"};
     std::vector<Told> vTold;
     CLogReplay replay;
     CLogCalls calls(
         [&](LogCall& call) {
             Told stTold{"", call.reply.Text(), call.Missing(), replay.Run(call)};
             stTold.strWords = std::string(NameOf(call.digest.Kind())) + ' ' + call.digest.Words() + " [" +
-                              Name(stTold.stReplayed.eResult) + ']';
+                              kResults[static_cast<int>(stTold.stReplayed.eResult)] + ']';
             vTold.push_back(std::move(stTold));
         },
         true);
@@ -330,7 +321,7 @@ TEST_F(Log, SettingsComeFromItsOwnLines)
         EXPECT_EQ(szOptions, stSet.Options());
         for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG"}) unsetenv(szName);
         EXPECT_EQ("start done [same]\nstatus done [same]\nstop done [same]\n",
-                  Words(Read(Text(vRecords, Substitutes))));
+                  Words(Read(Text(vRecords, kForms[5].second))));
     }
 }
 

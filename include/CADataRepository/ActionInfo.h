@@ -29,6 +29,8 @@ struct _DisCtrlInfo {
 //   keywords and the raw reply into vSystemActionParam; strSysResponse is empty;
 // - a failed search (strAction "search_failed" with the one domain "tvcontrol") fills strSysResponse and
 //   strAction; the application starts a search of its own.
+// A reply without a command fills strSysResponse only, and what it brought waits for the next one; see
+// ca_get_speech_action.
 struct _ConvActionInfo {
     int eActionType = 0;  // E_CA_ACTION_TYPE: SYSTEM, or NO_MATCH when no lookup knows the first command's action
     E_CA_TVCONTROL eSystemAction = E_CA_TVCONTROL_NONE;  // the first command's code
@@ -42,12 +44,12 @@ struct _ConvActionInfo {
     std::vector<std::string> vSystemActionParam;  // the action's parameters; their meaning depends on the code
     std::vector<_Channels> vChannels;             // the first command's channels; channel and reservation codes only
     std::vector<std::string> vCandidates;         // names to choose from; candidate codes only
-    std::vector<_SAContents> vSAContents;         // from "tvcontent", ordered; content-showing codes only
-    _DisCtrlInfo stDisCtrlInfo;                   // from "displaycontrol"; left alone without one
-    std::string strDialogId;                      // from "dialog" / "dialog_id"
-    std::vector<std::string> vDomain;             // from "domain"
-    std::string strFirstAction;                   // the first command's action word again
-    std::string strUserInputVoice;                // the utterance
+    std::vector<_SAContents> vSAContents;  // from "tvcontent", ordered, what waited first; content-showing codes only
+    _DisCtrlInfo stDisCtrlInfo;            // from "displaycontrol"; left alone without one
+    std::string strDialogId;               // from "dialog" / "dialog_id"
+    std::vector<std::string> vDomain;      // from "domain"
+    std::string strFirstAction;            // the first command's action word again
+    std::string strUserInputVoice;         // the utterance
     int nDialogType = -1;  // from "nlu_info" / "dialog_type"; without it the last one that a reply gave, -1 for none
     int nDialogSeq = -1;   // from "dialog" / "dialog_seq"; without it the last one that a reply gave, -1 for none
 };

@@ -50,7 +50,9 @@ struct _ScheduleInfo {
     std::string szEndTime;    // from "endtime"
 };
 
-// A broadcast programme ("epg").
+// A broadcast programme ("epg"). Its unfilled texts are four: where three were spoken of, the numbered list of the
+// fields was taken at its word, since an application that is built against the wrong number reads every field behind
+// them wrong.
 struct _OnTVContents {
     int nYear = -1;                        // from "year"
     std::string szId;                      // from "id"
@@ -58,6 +60,7 @@ struct _OnTVContents {
     std::string szSubtitle;                // unfilled
     std::string szSynopsis;                // unfilled
     std::string szProvider;                // unfilled
+    std::string szBroadcaster;             // unfilled
     std::string szCertFlag;                // from "cert_flag"; "No" is refused under the adult lock
     _Poster stPoster;                      // from "poster" / "images"
     _ScheduleInfo stSchedule;              // from "schedule"
@@ -145,7 +148,8 @@ struct _ContentsItem {
     }
 };
 
-// The programme that is shown in detail, with its cast.
+// The programme that is shown in detail, with its cast. The list holds records: a list of plain texts has been
+// described too, but what fills it and what reads it work on a cast with names.
 struct _Content {
     std::vector<_Casting> vCasting;  // from "casting"; an element without a name is an empty entry
     _OnTVContents stOnTV;

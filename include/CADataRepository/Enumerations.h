@@ -2,8 +2,8 @@
 #ifndef PARLO_CADATAREPOSITORY_ENUMERATIONS_H
 #define PARLO_CADATAREPOSITORY_ENUMERATIONS_H
 
-// What the TV does next, 0 to 94. The words of the server that stand for a code are in Vocabulary.h.
-// 62, 63, 64, 66 and 88 to 93 are reserved: no word produces them.
+// What the TV does next, 0 to 94. The words of the server that stand for a code are in Vocabulary.h; no word produces a
+// reserved code.
 enum E_CA_TVCONTROL : int {
     E_CA_TVCONTROL_NONE = 0,  // no action, or a word that the library does not know
     E_CA_TVCONTROL_POWEROFF = 1,
@@ -67,7 +67,11 @@ enum E_CA_TVCONTROL : int {
     E_CA_TVCONTROL_SHOW_ALARMEDPROGRAM = 59,
     E_CA_TVCONTROL_SHOW_SCHEDULEDPROGRAM = 60,
     E_CA_TVCONTROL_UNINSTALL_APPLICATION = 61,
+    E_CA_TVCONTROL_RESERVED_62 = 62,
+    E_CA_TVCONTROL_RESERVED_63 = 63,
+    E_CA_TVCONTROL_RESERVED_64 = 64,
     E_CA_TVCONTROL_RUN_YOUTUBE = 65,
+    E_CA_TVCONTROL_RESERVED_66 = 66,
     E_CA_TVCONTROL_SHOW_MOREINFO = 67,
     E_CA_TVCONTROL_SOCIAL_TALK = 68,
     E_CA_TVCONTROL_VOICE_GUIDE_ON = 69,
@@ -89,13 +93,22 @@ enum E_CA_TVCONTROL : int {
     E_CA_TVCONTROL_SPORTS_MODE_ON = 85,
     E_CA_TVCONTROL_SPORTS_MODE_OFF = 86,
     E_CA_TVCONTROL_RUN_ONDRA = 87,
+    E_CA_TVCONTROL_RESERVED_88 = 88,
+    E_CA_TVCONTROL_RESERVED_89 = 89,
+    E_CA_TVCONTROL_RESERVED_90 = 90,
+    E_CA_TVCONTROL_RESERVED_91 = 91,
+    E_CA_TVCONTROL_RESERVED_92 = 92,
+    E_CA_TVCONTROL_RESERVED_93 = 93,
     E_CA_TVCONTROL_RUN_GUIDIX = 94,
 };
 
-// What the viewer was after when the server chose the command. 2 to 4 are reserved: no word produces them.
+// What the viewer was after when the server chose the command. No word produces a reserved code.
 enum E_CA_TVCONTROL_INTENT : int {
     E_CA_TVCONTROL_INTENT_NONE = 0,  // no intent, or a word that the library does not know
     E_CA_TVCONTROL_INTENT_PLAY = 1,
+    E_CA_TVCONTROL_INTENT_RESERVED_2 = 2,
+    E_CA_TVCONTROL_INTENT_RESERVED_3 = 3,
+    E_CA_TVCONTROL_INTENT_RESERVED_4 = 4,
     E_CA_TVCONTROL_INTENT_SEARCH_TITLE = 5,
     E_CA_TVCONTROL_INTENT_SEARCH_GENRE = 6,
     E_CA_TVCONTROL_INTENT_SEARCH_CHANNEL = 7,

@@ -40,7 +40,7 @@ CLogExtract::CLogExtract(const std::string& strFolder)
 std::string CLogExtract::Add(const LogCall& call)
 {
     if (call.reply.Text().empty()) return {};
-    const std::string strFile = m_strFolder + '/' + NameFor(call);
+    std::string strFile = m_strFolder + '/' + NameFor(call);
     File pFile = Open(strFile);
     Write(pFile, call.reply.Text(), strFile);
 

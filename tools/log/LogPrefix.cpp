@@ -63,7 +63,7 @@ std::string_view TakeWord(std::string_view& szText)
     szText.remove_prefix(std::min(szText.find_first_not_of(kBlanks), szText.size()));
     const std::string_view szWord = szText.substr(0, szText.find_first_of(" \t"));
     szText.remove_prefix(szWord.size());
-    return szWord.substr(0, std::min(szWord.find_last_not_of("]") + 1, szWord.size()));
+    return szWord.substr(0, std::min(szWord.find_last_not_of(']') + 1, szWord.size()));
 }
 
 // Takes the time off the front of `szPrefix`, "Nov 25 10:00:00" and "11-25 10:00:00.123" being one each.

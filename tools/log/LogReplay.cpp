@@ -171,7 +171,7 @@ Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 
     bool bAccepted = false;
     const std::string strUtterance = call.strUtterance.empty() ? kPlaceholder : call.strUtterance;
-    const Comparison stResult = Compare(call, m_bDebug, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
+    Comparison stResult = Compare(call, m_bDebug, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
     LeaveBehind(call, stProcess, bAccepted);
     return stResult;
 }

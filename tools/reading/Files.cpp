@@ -101,7 +101,10 @@ void CEntries::Read(FileForm eForm)
 void CEntries::ReadAhead()
 {
     std::string_view szLine;
-    while (FirstLine(m_strHead).empty() && m_file.Next(szLine)) m_strHead += szLine;
+    while (m_file.Next(szLine)) {
+        m_strHead += szLine;
+        if (!FirstLine(szLine).empty()) return;
+    }
 }
 
 // A conversation may begin with a broken line, and so does a reply of several lines: that takes a look at the rest.

@@ -124,6 +124,7 @@ bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root)
 {
     static const std::unique_ptr<Json::CharReader> pReaders[] = {MakeReader(false), MakeReader(true)};
     try {
+        // cppcheck-suppress invalidLifetime ; a reader does not look at an earlier text again
         return pReaders[bWhole ? 1 : 0]->parse(szText.data(), szText.data() + szText.size(), &root, nullptr);
     } catch (const Json::Exception&) {  // nested deeper than the JSON library follows
         return false;
