@@ -14,7 +14,7 @@ namespace
 {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::size_t kMostStack = std::size_t{512} << 10;  // frames that nobody made smaller
+constexpr std::size_t kMostStack = std::size_t{2} << 20;  // the sanitizer keeps data of its own there
 #else
 constexpr std::size_t kMostStack = std::size_t{128} << 10;
 #endif
