@@ -62,7 +62,7 @@ TEST_F(DataHandler, GuardedOperationsWaitForTheLock)
     };
     int nRow = 0;
     for (const auto& [one, other] : kGuarded) EXPECT_EQ("wwlu wwlu", calls(one) + " " + calls(other)) << nRow++;
-    EXPECT_EQ("wwlulu wwlu wwlu", calls([] { Store().BeginReply(); }) + " " + calls([] { Store().ForgetReply({}); }) +
+    EXPECT_EQ("wwlulu wwlu wwlu", calls([] { Store().BeginReply(0); }) + " " + calls([] { Store().ForgetReply({}); }) +
                                       " " + calls([] { Store().GetContentsCount(); }));
     EXPECT_EQ("", calls([] {
                   _DisCtrlInfo stInfo;

@@ -185,7 +185,8 @@ CCommandLine::CCommandLine()
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, 3 conversation is not available "
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or nothing to compare (diff), 3 "
+        "conversation is not available "
         "(status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
