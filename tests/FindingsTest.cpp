@@ -7,6 +7,7 @@
 #include "findings/Check.h"
 #include "findings/Description.h"
 #include "rendering/FindingText.h"
+#include "rendering/Text.h"
 
 namespace
 {
@@ -73,6 +74,24 @@ TEST(Findings, CorrectReplyHasNone)
         SCOPED_TRACE(szMembers);
         EXPECT_EQ("", Codes(CheckReply(Reply(szMembers))));
     }
+    for (const char* szMembers :
+         {"'tvcontrol':[{'action':'control_focus','params':[{'direction':'up','prevnext':'next','play_speed':2,"
+          "'target_status':'on','listorder':1,'type':'x'}]}]",
+          "'tvcontrol':[{'action':'display_candidates','params':[{'names':['a']}]},{'action':'volumeup','intent':'play'"
+          "}]",
+          "'tvcontrol':[{'action':'login','intent':'','params':[{}]}],'displaycontrol':[],'tvcontent':[]",
+          "'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'apps','app_info':{'id':'1','premium_flag':'s',"
+          "'poster':{'images':{},'images4premium':{}}}},{'type':'app','app_info':{'id':'2','premium_flag':''}}]",
+          "'domain':['a','b'],'tvcontrol':[{'action':'display_content'}]"}) {
+        SCOPED_TRACE(szMembers);
+        EXPECT_EQ("", Codes(CheckReply(Reply(szMembers))));
+    }
+    for (const char* szUrl : {"a%20b.jpg", "caf%C3%A9.jpg", "caf%c3%a9.jpg", "%2F.jpg", "%D0%B0.jpg", "%d0%b0.jpg",
+                              "100%25.jpg", "x.jpeg?size=3&x=%2F", "50%off", "100%", "%%d.jpg", ""}) {
+        SCOPED_TRACE(szUrl);
+        EXPECT_EQ("", Codes(CheckReply(Poster(*szUrl == '\0' ? "" : "http://a.example/" + std::string(szUrl), "-"))));
+    }
+    EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/%03d.jpg"))));
     EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/1/%d.jpg"))));
     EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/%d.webp", "5"))));
     EXPECT_EQ("", Codes(CheckReply(Poster("http://a.example/57.jpg", "-"))));
@@ -88,14 +107,20 @@ TEST(Findings, TextsThatAreNoJsonOrMoreThanThat)
         {"{'rps':{}}", "unknown-key@/rps"},
         {"{}", "no-rsp@"},
         {"{'rsp':7}", "wrong-type@/rsp"},
+        {"{'rsp':null}", "no-rsp@/rsp"},
         {"\xEF\xBB\xBF{'rsp':{'tvcontrol':[{'action':'muteon'}]}}", "byte-order-mark@"},
         {"\xFF\xFE{", "utf-16@"},
+        {"\xFE\xFF{}", "utf-16@"},
         {"/**/{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}} {",
          "comment@ not-utf8@ trailing-text@"},
         {"{'rsp':{'tvcontrol':[{'action':'poweron','action':'muteon'}],'dialog':{'dialog_seq':01,'dialog_id':'\n'}}}",
          "duplicate-key@0/action not-strict@ not-strict@"},
     };
     ExpectCodes(rows, CheckReply, false);
+    for (const std::string_view szText : {std::string_view("\xFF\xFE\0\0{\0\0\0", 8), std::string_view("\0\0\0{", 4),
+                                          std::string_view("{\0\0\0", 4), std::string_view("\0\0\xFE\xFF", 4)})
+        EXPECT_EQ("utf-32@", Codes(CheckReply(szText)));
+    EXPECT_EQ("utf-16@", Codes(CheckReply(std::string_view("{\0\"\0", 4))));
     EXPECT_EQ("too-deep@", Codes(CheckReply("{\"rsp\":" + std::string(128, '['))));
     std::string strMany;
     for (int i = 0; i < 1 << 18; ++i) strMany += "{},\",\",";
@@ -118,6 +143,8 @@ TEST(Findings, KeysTypesAndWordsThatAreNotRead)
          "wrong-type@err/code wrong-type@err/msg "
          "unknown-key@err/a~1b~0c"},
         {"'stat':'failed','err':{}", "unknown-word@stat"},
+        {"'stat':'fail','err':{'code':1,'msg':5}", "converted@err/msg"},
+        {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[null]}]}]", "wrong-type@0/0/channels/0"},
         {"'domain':[1,'a'],'dialog':[],'nlu_info':{'type':1},'response_info':{'query':1},'tvcontrol':[{'action':'login'"
          "}]",
          "wrong-type@domain/0 wrong-type@dialog unknown-key@nlu_info/type wrong-type@response_info/query"},
@@ -140,6 +167,11 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
         {"'stat':'ok'", "no-command@/rsp"},
         {"'stat':'fail','err':{},'tvcontrol':[{'action':'x'}]", "no-effect@tvcontrol unknown-word@0/action"},
         {"'stat':'ok','err':{'code':1},'tvcontrol':[{'intent':'play'}]", "no-effect@err no-action@0"},
+        {"'tvcontrol':[{'action':''}]", "no-action@0/action"},
+        {"'tvcontrol':[{'action':'login','params':[{'action':''}]}]", "no-effect@0/action no-action@0/0/action"},
+        {"'tvcontrol':[{'action':'login'}],'displaycontrol':[{'action':''}]", "no-action@displaycontrol/0/action"},
+        {"'tvcontrol':[{'action':'set_channel'},{'intent':'play'}]", "not-looked-at@1 no-effect@1/intent"},
+        {"'tvcontrol':[]", "no-command@tvcontrol"},
         {"'tvcontrol':[{'action':'show_colorkeys'}]", "no-lookup@0/action"},
         {"'tvcontrol':[{'action':'display_content'}]", "wrong-domains@0/action"},
         {"'domain':['a','b'],'tvcontrol':[{'action':'search_failed'}]", "wrong-domains@0/action"},
@@ -148,7 +180,7 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
          "no-effect@0/intent not-looked-at@1 no-effect@tvcontent"},
         {"'tvcontrol':[{'action':'volumeup','intent':'play','params':[{'amount':1,'time':5},{'amount':-2},"
          "{'direction':'up','index':1,'idx':2}]},{'action':'login','intent':'play'}]",
-         "no-effect@0/intent no-effect@0/0/amount no-effect@0/0/time negative@0/1/amount no-effect@0/2/direction "
+         "no-effect@0/intent no-effect@0/0/amount no-effect@0/0/time negative@0/1/amount "
          "no-effect@0/2/idx not-looked-at@1"},
         {"'tvcontrol':[{'action':'play_content','params':[{'idx':1},{'index':1},{'index':1,'idx':-1},{'indx':1,'idx':1}"
          "]}]",
@@ -179,10 +211,18 @@ TEST(Findings, ItemsAndPosters)
         {Played("'type':'app','title':'x'"), "no-app-info@tvcontent/0 unknown-key@tvcontent/0/title"},
         {Played("'type':'apps','app_info':{'ID':'x'}"), "unknown-key@tvcontent/0/app_info/ID"},
         {Played("'type':'apps','app_info':{}"), "no-id@tvcontent/0/app_info"},
+        {Played("'type':'apps','app_info':{'id':''}"), "no-id@tvcontent/0/app_info/id"},
+        {Played("'type':''"), "no-type@tvcontent/0/type"},
+        {Played("'type':'app','app_info':{'id':'x','premium_flag':'sp','poster':{'images':{}}}"),
+         "unknown-word@tvcontent/0/app_info/premium_flag"},
+        {Played("'type':'movie','poster':{'images':{'index':[57]}}"), "poster-no-url@tvcontent/0/poster/images"},
+        {Played("'type':'movie','poster':{'images':{'url':'','index':[57]}}"),
+         "poster-no-url@tvcontent/0/poster/images/url"},
         {Played("'type':'apps','app_info':{'id':'x','premium_flag':'s','poster':{'images4premium':{}}}"),
          "no-effect@tvcontent/0/app_info/poster/images4premium"},
         {Played("'type':'apps','app_info':{'id':'x','poster':{'images':{}}}"), "no-effect@tvcontent/0/app_info/poster"},
-        {Played("'type':'movie','poster':{'images':{'index':['57']}}"), "wrong-type@tvcontent/0/poster/images/index/0"},
+        {Played("'type':'movie','poster':{'images':{'url':'http://a.example/%d.jpg','index':['57']}}"),
+         "wrong-type@tvcontent/0/poster/images/index/0"},
     };
     for (const auto& [strReply, szFindings] : vRows) {
         SCOPED_TRACE(strReply);
@@ -199,6 +239,14 @@ TEST(Findings, ItemsAndPosters)
         {"http://a.example/%d.jpg", "157", "poster-cut", "http://a.example/157.j"},
         {"http://a.example/57.gif", "57", "poster-cut", "http://a.example/57.gi"},
         {"http://a.example/%d.jpg", "-", "poster-unfilled", "http://a.example/%d.jpg"},
+        {"http://a.example/%d/a%20b.jpg", "-", "poster-unfilled", "http://a.example/%d/a%20b.jpg"},
+        {"http://a.example/%02d.jpg", "-", "poster-unfilled", "http://a.example/%02d.jpg"},
+        {"http://a.example/%i.jpg", "-", "poster-unfilled", "http://a.example/%i.jpg"},
+        {"http://a.example/%%d.jpg", "57", "poster-plain", "http://a.example/%d.jpg"},
+        {"http://a.example/%x.jpg", "57", "poster-plain", "http://a.example/39.jpg"},
+        {"http://a.example/%+d.jpg", "57", "poster-plain", "http://a.example/+57.jpg"},
+        {"http://a.example/{index}.jpg", "57", "poster-plain", "http://a.example/{index}.jpg"},
+        {"http://a.example/100%", "57", "poster-plain", "http://a.example/100"},
         {"http://a.example/%d/%d.jpg", "57", "poster-plain", "http://a.example/%d/%d.jpg"},
         {"http://a.example//%d.jpg", "57", "poster-slash", "http://a.example/57.jpg"},
         {"http://a.example/%d.jpg", "", "poster-size", "http://a.example/0.jpg"},
@@ -214,8 +262,13 @@ TEST(Findings, ItemsAndPosters)
 TEST(Findings, SearchSchema)
 {
     const Row rows[] = {
-        {"{'rsp':{'schema':[{'category':'social','rules':[{'from':'2','to':'-5','cycle':'','rule':'result_after'}]}]}}",
+        {"{'rsp':{'schema':[{'category':'social','rules':[{'from':'2','to':'-5','cycle':'0','rule':'result_after'}]}]}"
+         "}",
          ""},
+        {"{'rsp':{'schema':[{'category':'','rules':[{'from':'','to':'1','cycle':'+1','rule':''}]}]}}",
+         "no-word@schema/0/category no-number@schema/0/rules/0/from no-word@schema/0/rules/0/rule"},
+        {"{'rsp':{'stat':'fail','schema':[]}}", "no-effect@schema"},
+        {"{'rsp':{'err':{},'schema':[{'category':'social','rule':[]}]}}", "no-effect@err unknown-key@schema/0/rule"},
         {"{'rsp':{'schema':[{'category':'Social','rules':[{'from':2,'to':'5x','cycle':'9999999999'}]},{'rules':{}},"
          "{'category':'others'},{'category':'lintra'}]}}",
          "unknown-word@schema/0/category no-word@schema/0/rules/0 wrong-type@schema/0/rules/0/from "
@@ -234,6 +287,45 @@ TEST(Findings, SuggestionIsWhatWasMeant)
              {"'tvcontrol':[{'action':'volumeup '}]", "did you mean \"volumeup\"?"},
              {"'tvcontrol':[{'action':'volmueup'}]", "did you mean \"volumeup\"?"},
              {"'tvcontrol':[{'action':'xyz'}]", ""},
+             {"'tvcontrol':[{'action':'play'}]", "did you mean \"play_content\"?"},
+             {"'tvcontrol':[{'action':5}]", ""},
+             {"'tvcontrol':[{'action':'login'}],'stat':1", ""},
+             {"'tvcontrol':[{'action':'login'}],'dialog':{'dialog_id':1}", "did you mean \"1\"?"},
+             {"'tvcontrol':[{'action':'login'}],'system_sentence':true", ""},
+             {"'tvcontrol':[{'action':'login'}],'tvcontrl':[]", "did you mean \"tvcontrol\", which is there already?"},
+             {"'tvcontrol':[{'action':'login'}],'error':{}", "did you mean \"err\"?"},
+             {"'tvcontrol':[{'action':'login'}],'':1", ""},
+             {"'stat':'fail','err':{'message':'x'}", "did you mean \"msg\"?"},
+             {"'stat':'fail','err':{'error_code':1}", "did you mean \"code\"?"},
+             {"'tvcontrol':[{'action':'login'}],'dialog':{'seq':1}", "did you mean \"dialog_seq\"?"},
+             {"'tvcontrol':[{'action':'login'}],'dialog':{'id':'1'}", "did you mean \"dialog_id\"?"},
+             {"'tvcontrol':[{'action':'login'}],'nlu_info':{'type':1}", "did you mean \"dialog_type\"?"},
+             {"'tvcontrol':[{'action':'login'}],'dialog_id':'x'", "it belongs into \"dialog\""},
+             {"'tvcontrol':[{'action':'poweroff','params':[{'device':'tv'}]}]", "did you mean \"target_device\"?"},
+             {"'tvcontrol':[{'action':'display_cast','params':[{'name':[]}]}]", "did you mean \"names\"?"},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'umd_channel':[]}]}]", "did you mean \"umd_channels\"?"},
+             {"'tvcontrol':[{'action':'change_channel','params':[{'channel_number':'1'}]}]",
+              "did you mean \"channel_no\"?"},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'channel_name':'1'}]}]",
+              "it belongs into \"umd_channel\""},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'channel_name':'x'}]}]}]",
+              "did you mean \"name\"?"},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'frequency':'x'}]}]}]",
+              "did you mean \"freq\"?"},
+             {"'tvcontrol':[{'action':'set_channel','params':[{'umd_channels':[{'umd_channel':{'number':'1'}}]}]}]",
+              "did you mean \"channel_number\"?"},
+             {"'tvcontrol':[{'action':'login'}],'displaycontrol':[{'action':'schedule'}]",
+              "did you mean \"schedule_livecontent\"?"},
+             {"'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'application'}]", "did you mean \"app\"?"},
+             {"'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'movie','certification':[]}]",
+              "did you mean \"certifications\"?"},
+             {"'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'movie','cert_flag':true}]", ""},
+             {"'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'app','app_info':{'id':'1','premium_flag':"
+              "'P'}}]",
+              "did you mean \"p\"?"},
+             {"'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'app','app_info':{'id':'1','premium_flag':"
+              "'sp'}}]",
+              "did you mean \"ps\"?"},
              {"'tvcontrl':[]", "did you mean \"tvcontrol\"?"},
              {"'tvcontrol':[{'action':'login','amount':5}]", "it belongs into an object of \"params\""},
              {"'tvcontrol':[{'action':'set_volume','params':[{'amount':'5'}]}]",
@@ -243,6 +335,52 @@ TEST(Findings, SuggestionIsWhatWasMeant)
         SCOPED_TRACE(szMembers);
         EXPECT_EQ(szSuggestion, Only(CheckReply(Reply(szMembers))).strSuggestion);
     }
+}
+
+// What the line of a finding says besides its place.
+TEST(Findings, TextTellsWhatIsThere)
+{
+    for (const auto& [szText, szPart] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"{\"rsp\":null}", "f:1:8: error: \"rsp\" is null: it is refused"},
+             {"{\u201Crsp\u201D:{}}", "f:1:2: error: texts and keys stand between double quotation marks"},
+             {"{\"rsp\":\u20AC}", "not \"\u20AC\""},
+             {"{\"rsp\":[-Infinity]}", "f:1:9: error: \"-Infinity\" is no number"},
+             {"{\"rsp\":[0x10]}", "f:1:9: error: \"0x10\" is no number"},
+             {"{\"rsp\":[trueish]}", "f:1:9: error: \"trueish\" is no value"},
+             {"{1:2}", "f:1:2: error: a key between double quotation marks is missing here, not \"1\""},
+             {"{\"rsp\":{\"stat\":\"ok\" \"tvcontrol\":[]}}", "closing brace, before \"tvcontrol\""},
+             {"{\"rsp\":{\"stat\":\"ok}}", "f:1:16: error: this text is not closed"},
+             {"{\"rsp\":{\"stat\":\"fail\",\n\"stat\":\"fail\"}}",
+              "lost (it stands in line 1, column 9) [duplicate-key]"},
+             {"{\"rsp\":{\"tvcontrol\":[{\"action\":\"\"}]}}", "f:1:32: error: \"action\" is empty: no match, code 0"},
+             {"{\"rsp\":{\"tvcontrol\":[{\"action\":\"volumeup\u200B\"}]}}",
+              "is \"volumeup\\xE2\\x80\\x8B\", an unknown"},
+             {"{\"utterance\":\"u\",\"reply\":5}", "f:1:26: error: \"reply\" is neither an object nor a text"},
+             {"{\"utterance\":\"\",\"reply\":\"\"}", "f:1:14: error: \"utterance\" is empty"},
+             {"\n{\"utterance\":\"u\",\"reply\":{\"rsp\":{},\"rsp\":{}}}", "(it stands in line 2, column 27)"},
+         }) {
+        SCOPED_TRACE(szText);
+        std::string strLines;
+        for (const Finding& stFinding : CheckByForm(szText)) strLines += FindingLine("f", stFinding, CPaint(false));
+        EXPECT_NE(std::string::npos, strLines.find(szPart)) << strLines;
+    }
+}
+
+// The library leaves these parts to the application, and says nothing of what comes of them.
+TEST(Findings, HandedOverPartsHaveNoOutcome)
+{
+    const std::string strStart = "'domain':['a','b'],'dialog':[],'tvcontrol':[{'action':'display_content'}]";
+    const std::string strEnd = ",'nlu_info':{'dialog_type':'1'}";
+    const auto Outcomes = [](const std::string& strMembers) {
+        std::string strOutcomes;
+        for (const Finding& stFinding : CheckReply(Reply(strMembers)))
+            strOutcomes += stFinding.strText.substr(stFinding.strText.rfind(": ") + 2) + '|';
+        return strOutcomes;
+    };
+    const std::string strLeft = "left to the application, which reads it|";
+    EXPECT_EQ("reads as an empty object|" + strLeft + strLeft + strLeft,
+              Outcomes(strStart + ",'tvcontent':[{'type':'mvie'},{'type':'movie','x':1}]" + strEnd));
+    EXPECT_EQ("reads as an empty object|ignored|", Outcomes(strStart + strEnd));
 }
 
 TEST(Findings, StandWhereTheyAreInTheText)
@@ -281,10 +419,51 @@ TEST(Findings, ConversationIsCheckedLineByLine)
     for (const Finding& stFinding : vFindings)
         strPlaces += FindingLine("f", stFinding, CPaint(false)).substr(0, 6) + stFinding.strCode + '\n';
     EXPECT_EQ(
-        "f:3:57unknown-word\nf:4:26not-json\nf:5:1:not-a-turn\nf:5:1:not-a-turn\nf:6:35not-a-turn\nf:7:1:not-json\n",
+        "f:3:57unknown-word\nf:4:26not-json\nf:5:14not-a-turn\nf:5:25not-a-turn\nf:6:35not-a-turn\nf:7:1:not-json\n",
         strPlaces);
     EXPECT_NE(std::string::npos, vFindings[1].strText.find("line 1, column 2 of this text"));
     EXPECT_EQ("not-a-turn", Only(CheckByForm("{\"utterance\":\"u\",\n\"reply\":{\"rsp\":{}}}")).strCode);
+}
+
+TEST(Findings, TurnsAndTheirExpectations)
+{
+    const std::string strMute = "'reply':{'rsp':{'tvcontrol':[{'action':'muteon'}]}}";
+    const auto Turn = [](const std::string& strMembers) { return "{'utterance':'u'," + strMembers + "}\n"; };
+    const auto Shows = [&Turn](const char* szDomain) {
+        return Turn("'reply':{'rsp':{" + std::string(szDomain) + "'tvcontrol':[{'action':'display_content'}]}}");
+    };
+    const std::string strRefused = Turn("'reply':{'rsp':{'domain':['a','b']}}");
+    const std::pair<std::string, const char*> vRows[] = {
+        {Turn(strMute + ",'expect':{'refused':false,'accepted':true,'reason':'','stDisCtrlInfo':{'nAction':-1}}"), ""},
+        {Turn(strMute + ",'expect':{'eSystmAction':14}"), "unknown-key@/expect/eSystmAction"},
+        {Turn(strMute + ",'expect':{'refused':'no','stDisCtrlInfo':{'action':1}}"),
+         "wrong-type@/expect/refused unknown-key@/expect/stDisCtrlInfo/action"},
+        {Turn(strMute + ",'expect':5"), "wrong-type@/expect"},
+        {"{'utterance':'\xE9'," + strMute + "}", "not-utf8@"},
+        {"{'utterance':'u','reply':{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}}}", "not-utf8@"},
+        {strRefused + Shows(""), "no-command@/rsp"},
+        {strRefused + Turn("'reply':{'rsp':{'stat':'fail'}}") + Shows(""), "no-command@/rsp"},
+        {strRefused + Shows("'domain':['a'],"), "no-command@/rsp wrong-domains@0/action"},
+        {strRefused + Turn(strMute) + Shows(""), "no-command@/rsp wrong-domains@0/action"},
+        {Turn("'reply':{'rsp':{'stat':'fail'}}") + Shows(""), "wrong-domains@0/action"},
+    };
+    for (const auto& [strText, szFindings] : vRows) {
+        SCOPED_TRACE(strText);
+        EXPECT_EQ(szFindings, Codes(CheckByForm(Quoted(strText))));
+    }
+}
+
+// A character that does not show is told from what it stands beside; what scripts and emoji need stays.
+TEST(Findings, InvisibleCharactersShow)
+{
+    for (const char* szHidden :
+         {"\u00A0", "\u00AD", "\u200B", "\u200C", "\u200D", "\u2060", "\u2064", "\uFEFF", "\U000E0041"}) {
+        const std::string strShown = ::Quoted(std::string_view("a" + std::string(szHidden)));
+        EXPECT_EQ(std::string::npos, strShown.find(szHidden)) << strShown;
+        EXPECT_EQ(0U, strShown.find("\"a\\x")) << strShown;
+    }
+    for (const std::string_view szHonest : {"\U0001F468\u200D\U0001F469", "\u0645\u06CC\u200C\u062E", "\u00E9\u8A9E"})
+        EXPECT_EQ('"' + std::string(szHonest) + '"', ::Quoted(szHonest));
 }
 
 TEST(Findings, LineAndMarkerAreFitForATerminal)
