@@ -209,7 +209,6 @@ void CCADataHandler::TakeSAContentsList(std::vector<_SAContents>& vOut)
     CCAPollingLock lock(m_stMutex);
     t_Refresh(Items::MOVE);
     vOut = std::move(m_vSAContents);
-    t_ClearContents();
 }
 
 void CCADataHandler::InitializeData()
@@ -228,17 +227,18 @@ void CCADataHandler::InitializeData()
     Release(m_vDisplayItems);
 }
 
-CCADataHandler::Before CCADataHandler::BeginReply()
+CCADataHandler::Before CCADataHandler::BeginReply(std::size_t nLength)
 {
     if (const std::size_t nDropped = t_DropOldContents(); nDropped > 0)
         CA_LOGE("too much content waits for a command, the oldest is dropped: %u items",
                 static_cast<unsigned>(nDropped));
     CCAPollingLock lock(m_stMutex);
-    return {m_vTVControl.size(),
-            m_vContentsItem.size(),
-            m_strSystemMessage,
-            m_vDomain,
-            {m_bDisplayControlSet, m_nNumberOfItem, m_nDisplayAction, m_vDisplayItems}};
+    if (m_vContentsItem.empty()) m_nWaitingText = 0;
+    Before stBefore{m_vTVControl.size(), m_vContentsItem.size(),
+                    m_nWaitingText,      m_strSystemMessage,
+                    m_vDomain,           {m_bDisplayControlSet, m_nNumberOfItem, m_nDisplayAction, m_vDisplayItems}};
+    m_nWaitingText += nLength;
+    return stBefore;
 }
 
 void CCADataHandler::ForgetReply(Before&& stBefore)
@@ -246,6 +246,7 @@ void CCADataHandler::ForgetReply(Before&& stBefore)
     CCAPollingLock lock(m_stMutex);
     Shorten(m_vTVControl, stBefore.nCommands);
     Shorten(m_vContentsItem, stBefore.nContents);
+    m_nWaitingText = stBefore.nWaitingText;
     Release(m_vSAContents);
     m_bSorted = false;
     m_strSystemMessage.swap(stBefore.strSystemMessage);
@@ -267,8 +268,9 @@ void CCADataHandler::t_ClearContents()
 std::size_t CCADataHandler::t_DropOldContents()
 {
     CCAPollingLock lock(m_stMutex);
-    if (m_vContentsItem.size() <= kMostWaiting) return 0;
-    const std::size_t nDropped = m_vContentsItem.size() - kMostWaiting;
+    const std::size_t nMost = m_nWaitingText > kMostWaitingText ? 0 : kMostWaiting;
+    if (m_vContentsItem.size() <= nMost) return 0;
+    const std::size_t nDropped = m_vContentsItem.size() - nMost;
     std::vector<_SAContents> vKept(
         std::make_move_iterator(m_vContentsItem.begin() + static_cast<std::ptrdiff_t>(nDropped)),
         std::make_move_iterator(m_vContentsItem.end()));

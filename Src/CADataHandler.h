@@ -63,6 +63,7 @@ public:
     // there, so that the old list and a grown one are not both held.
     std::size_t GetContentsCount();
     static constexpr std::size_t kMostWaiting = 4096;
+    static constexpr std::size_t kMostWaitingText = std::size_t{1} << 20;
 
     // Asks for the search schema to be parsed before the next reply; CanRequestSchema answers once for it.
     void RequestSchema();
@@ -81,14 +82,16 @@ public:
     struct Before {
         std::size_t nCommands = 0;
         std::size_t nContents = 0;
+        std::size_t nWaitingText = 0;
         std::string strSystemMessage;
         std::vector<std::string> vDomain;
         CADataRepository::_DisplayControlInfo stDisplayControl;
     };
 
-    // Begins a reply: of the items of older replies at most kMostWaiting go on waiting, and a line in the log says so.
-    // ForgetReply takes back what has been stored since; the dialog state stays as it is.
-    Before BeginReply();
+    // Begins a reply of so many bytes. Of the items of older replies at most kMostWaiting go on waiting, and none when
+    // the replies since the first of them are longer than kMostWaitingText; a line in the log says so. ForgetReply
+    // takes back what has been stored since; the dialog state stays as it is.
+    Before BeginReply(std::size_t nLength);
     void ForgetReply(Before&& stBefore);
 
 private:
@@ -137,6 +140,8 @@ private:
     std::vector<CADataRepository::_SAContents> m_vSAContents;
 
     [[maybe_unused]] std::int32_t m_nReserved = 0;  // never read; keeps the object's layout
+
+    std::size_t m_nWaitingText = 0;  // guarded by m_stMutex: bytes of the replies since the first whose items wait
 };
 
 #endif

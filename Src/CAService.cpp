@@ -102,7 +102,7 @@ std::optional<CCADataHandler::Before> CCAService::BeginReply(const std::string& 
                                                              const std::string& strRawData)
 {
     if (!t_CanParse(strPreAllResult, strRawData)) return std::nullopt;
-    return m_pDataMgr->BeginReply();
+    return m_pDataMgr->BeginReply(strRawData.size());
 }
 
 bool CCAService::t_CanParse(const std::string& strPreAllResult, const std::string& strRawData) const

@@ -62,6 +62,8 @@ TEST_F(DataHandler, GuardedOperationsWaitForTheLock)
     };
     int nRow = 0;
     for (const auto& [one, other] : kGuarded) EXPECT_EQ("wwlu wwlu", calls(one) + " " + calls(other)) << nRow++;
+    EXPECT_EQ("wwlulu wwlu wwlu", calls([] { Store().BeginReply(0); }) + " " + calls([] { Store().ForgetReply({}); }) +
+                                      " " + calls([] { Store().GetContentsCount(); }));
     EXPECT_EQ("", calls([] {
                   _DisCtrlInfo stInfo;
                   Store().SetUserInputVOICE(Store().GetUserInputVoice());
@@ -90,10 +92,10 @@ TEST_F(DataHandler, ThreadsShareTheGuardedMembers)
 // nothing else orders these threads.
 TEST_F(DataHandler, ThreadsShareTheLists)
 {
-    const CCADataHandler::Before none = Store().BeginReply();
+    const CCADataHandler::Before none = Store().BeginReply(0);
     const Call calls[] = {[] { EXPECT_EQ(120U, Store().GetTVControl().size()); },
                           [] { EXPECT_EQ(120U, Store().GetContentsCount()); },
-                          [] { EXPECT_EQ(120U, Store().BeginReply().nCommands); },
+                          [] { EXPECT_EQ(120U, Store().BeginReply(0).nCommands); },
                           [&none] { Store().ForgetReply(CCADataHandler::Before(none)); }};
     for (const Call& call : calls) {
         std::atomic<int> nDone{0};
@@ -115,7 +117,7 @@ TEST_F(DataHandler, ThreadsShareTheLists)
         while (!bBegun.load(std::memory_order_relaxed)) std::this_thread::yield();
         Store().SetDomain({kText});
     });
-    Store().BeginReply();  // reads what the thread writes next
+    Store().BeginReply(0);  // reads what the thread writes next
     bBegun.store(true, std::memory_order_relaxed);
     thread.join();
 }

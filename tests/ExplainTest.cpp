@@ -41,7 +41,7 @@ protected:
             });
             m_stCase.bAccepted = ca_get_speech_action("hi", strText, m_info);
         }
-        m_stCase.strRefusal = refusal.Reason();
+        m_stCase.strRefusal = refusal.Reason(strText);
         m_stCase.strRefusalLine = refusal.Line();
         m_stCase.stReply = {"file", "hi", strText};
         m_stCase.pInfo = &m_info;

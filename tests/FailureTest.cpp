@@ -192,4 +192,11 @@ TEST_F(Failures, WhatWaitsForACommandIsBounded)
     EXPECT_EQ(CCADataHandler::kMostWaiting + 1, m_stInfo.vSAContents.size()) << "the reply's own are never dropped";
     EXPECT_EQ("app", m_stInfo.vSAContents.back().stItem.szType);
     EXPECT_TRUE(Say(Command("play_content")) && m_stInfo.vSAContents.empty());
+
+    // Nor do few items with much in them add up.
+    const std::string strItem = "'tvcontent':[{'type':'movie','title':'" + std::string(300 << 10, 'x') + "'}]";
+    for (int i = 0; i < 4; ++i) EXPECT_FALSE(Say(strItem));
+    EXPECT_EQ(0, g_Platform.Count(strError + "4 items"));
+    EXPECT_TRUE(Say(Command("play_content") + "," + strItem) && m_stInfo.vSAContents.size() == 1);
+    EXPECT_EQ(1, g_Platform.Count(strError + "4 items"));
 }

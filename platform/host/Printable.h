@@ -17,9 +17,22 @@ constexpr bool IsFormatControl(unsigned nCode)
            (nCode >= 0x2066 && nCode <= 0x2069);
 }
 
+// Whether the character shows as nothing, or as a blank that is none.
+constexpr bool IsInvisible(unsigned nCode)
+{
+    return nCode == 0xA0 || nCode == 0xAD || (nCode >= 0x200B && nCode <= 0x200D) ||
+           (nCode >= 0x2060 && nCode <= 0x2064) || nCode == 0xFEFF || (nCode >= 0xE0000 && nCode <= 0xE007F);
+}
+
+// Whether the character joins its neighbours or keeps them apart, as scripts and emoji need it.
+constexpr bool IsJoiner(unsigned nCode)
+{
+    return nCode == 0x200C || nCode == 0x200D;
+}
+
 // How many bytes the UTF-8 character at the start of `szText` takes; 0 when it is a control character (C0, DEL,
-// C1, or one of the above) or no UTF-8.
-inline std::size_t PrintableLength(std::string_view szText)
+// C1, or one of the first above) or no UTF-8. `pCode` gets its code, unless it is ASCII or the length 0.
+inline std::size_t PrintableLength(std::string_view szText, unsigned* pCode = nullptr)
 {
     // The smallest code that needs so many bytes; at two bytes, the first one behind the C1 controls.
     constexpr unsigned kSmallest[] = {0, 0, 0xA0, 0x800, 0x10000};
@@ -39,20 +52,28 @@ inline std::size_t PrintableLength(std::string_view szText)
     }
     const bool bSurrogate = nCode >= 0xD800 && nCode <= 0xDFFF;
     const bool bAllowed = nCode >= kSmallest[nLength] && nCode <= 0x10FFFF && !bSurrogate && !IsFormatControl(nCode);
+    if (bAllowed && pCode != nullptr) *pCode = nCode;
     return bAllowed ? nLength : 0;
 }
 
 // `szText` with every control character and every byte that is no UTF-8 written as \xNN, line breaks and tabs as
 // \n and \t. A character of `szEscaped` gets a backslash before it; with the backslash among them, the text can be
-// told from the result.
-inline std::string Printable(std::string_view szText, std::string_view szEscaped = {})
+// told from the result. `bInvisible`: characters that would not show are written as \xNN too, but for a joiner
+// between two characters that are not ASCII, which changes how those look.
+inline std::string Printable(std::string_view szText, std::string_view szEscaped = {}, bool bInvisible = false)
 {
     constexpr char kHex[] = "0123456789ABCDEF";
 
     std::string strResult;
     strResult.reserve(szText.size());
+    bool bAsciiBefore = true;
     while (!szText.empty()) {
-        const std::size_t nLength = PrintableLength(szText);
+        unsigned nCode = 0;
+        std::size_t nLength = PrintableLength(szText, &nCode);
+        if (bInvisible && IsInvisible(nCode)) {
+            const bool bAsciiBehind = nLength == szText.size() || static_cast<unsigned char>(szText[nLength]) < 0x80;
+            if (!IsJoiner(nCode) || bAsciiBefore || bAsciiBehind) nLength = 0;
+        }
         const auto nByte = static_cast<unsigned char>(szText.front());
         if (szEscaped.find(szText.front()) != std::string_view::npos)
             strResult.append({'\\', szText.front()});
@@ -62,6 +83,7 @@ inline std::string Printable(std::string_view szText, std::string_view szEscaped
             strResult += nByte == '\n' ? "\\n" : "\\t";
         else
             strResult.append("\\x").append({kHex[nByte >> 4U], kHex[nByte & 0xFU]});
+        bAsciiBefore = nByte < 0x80;
         szText.remove_prefix(nLength > 0 ? nLength : 1);
     }
     return strResult;

@@ -46,6 +46,34 @@ void ForEachVocabulary(const Visit& visit)
     visit("Rules of a search schema", "schema_rules", kSortRuleWords);
 }
 
+// What a word is where an action stands, but is none. The first two have no code.
+struct OtherUse {
+    std::string_view szWord;
+    const char* szUse;
+};
+
+constexpr OtherUse kFlowWords[] = {
+    {"display_content",
+     "with two or more domains a search hand-over: no lookup, the application reads the reply itself"},
+    {"search_failed",
+     "with the one domain \"tvcontrol\" a failed search: no lookup, the application searches by itself"},
+};
+
+// What the word is when it is no action: how it steers a reply, or which other vocabularies have it. Empty when it is
+// nothing.
+std::vector<std::string> OtherUses(std::string_view szWord)
+{
+    std::vector<std::string> vUses;
+    for (const auto& [szFlowWord, szUse] : kFlowWords)
+        if (szFlowWord == szWord) vUses.emplace_back(szUse);
+    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
+        for (const auto& stWord : vWords)
+            if (stWord.szWord == szWord)
+                vUses.push_back("listed under " + Quoted(szTitle) + ", code " + std::to_string(stWord.eCode));
+    });
+    return vUses;
+}
+
 // Calls `visit` for each country and voice language, with the substitute set to them.
 template <typename Visit>
 void ForEachSet(const Visit& visit)
@@ -132,7 +160,10 @@ std::string RenderAction(const std::string& strWord, const CPaint& paint)
                LineOf("lookup", stFacts.strLookup, paint) + LineOf("takes", Joined(stFacts.vTakes), paint) +
                LineOf("fills", Joined(stFacts.vFills), paint) + LineOf("may follow", Joined(stFacts.vAfter), paint);
     }
-    return {};
+    const std::vector<std::string> vUses = OtherUses(strWord);
+    std::string strResult = vUses.empty() ? std::string() : paint.Title(strWord) + '\n';
+    for (const std::string& strUse : vUses) strResult += LineOf("no action", strUse, paint);
+    return strResult;
 }
 
 std::string ActionJson(const std::string& strWord)
@@ -144,13 +175,19 @@ std::string ActionJson(const std::string& strWord)
         value["code"] = stFacts.nCode;
         return JsonLine(value);
     }
-    return {};
+    const std::vector<std::string> vUses = OtherUses(strWord);
+    if (vUses.empty()) return {};
+    Json::Value value;
+    value["word"] = strWord;
+    value["no_action"] = List(vUses);
+    return JsonLine(value);
 }
 
 std::vector<std::string_view> ActionWords()
 {
     std::vector<std::string_view> vWords;
     for (const auto& stWord : kActionWords) vWords.push_back(stWord.szWord);
+    for (const auto& stWord : kFlowWords) vWords.push_back(stWord.szWord);
     return vWords;
 }
 

@@ -13,10 +13,11 @@
 std::string RenderVocabulary(const CPaint& paint);
 std::string VocabularyJson();
 
-// What the library makes of one action word; empty when there is none such. Needs a service.
+// What the library makes of one action word; of another word of the server what it is instead; empty when there is none
+// such. Needs a service.
 std::string RenderAction(const std::string& strWord, const CPaint& paint);
 std::string ActionJson(const std::string& strWord);
-std::vector<std::string_view> ActionWords();
+std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.
 std::string RenderStatus(int nStatus);

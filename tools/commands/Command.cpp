@@ -23,14 +23,15 @@ struct SetOption {
     const char* szFlag;
     const char* szVariable;
     const char* szHelp;
-    std::vector<std::string> vValues;  // empty: any text
+    const char* szExample;  // any value of its form will do; empty: none but the values
+    std::vector<std::string> vValues;
 };
 
 const SetOption kSetOptions[] = {
-    {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", {}},
-    {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", {}},
-    {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", {"0", "1", "none"}},
-    {"--log", "PARLO_LOG", "what of the library's log goes to standard error (off)", {"off", "error", "debug"}},
+    {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", "US", {"none", ""}},
+    {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", "en_US", {"none", ""}},
+    {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", "", {"0", "1", "none"}},
+    {"--log", "PARLO_LOG", "what of the library's log goes to standard error (off)", "", {"off", "error", "debug"}},
 };
 
 // The arguments in the parser's order, the last one first. "--option=" is taken apart, as the parser would take
@@ -89,15 +90,32 @@ std::string WrongArgument(const CLI::App& app)
     return "unknown command " + Quoted(vLeft.front()) + Suggestion(vLeft.front(), vNames);
 }
 
-// What is wrong with the variables of the set; empty when nothing is.
+// Whether each character is of the same kind as in the example: a capital, a small letter, or that character itself.
+bool IsLike(std::string_view szValue, std::string_view szExample)
+{
+    const auto Kind = [](char c) { return c >= 'A' && c <= 'Z' ? 'A' : c >= 'a' && c <= 'z' ? 'a' : c; };
+    const auto Same = [&](char cOne, char cOther) { return Kind(cOne) == Kind(cOther); };
+    return std::equal(szValue.begin(), szValue.end(), szExample.begin(), szExample.end(), Same);
+}
+
+// What is wrong with a value of the set; empty when nothing is.
+std::string WrongValue(const SetOption& stOption, const std::string& strValue)
+{
+    const auto& vValues = stOption.vValues;
+    const bool bForm = *stOption.szExample != '\0';
+    if (std::find(vValues.begin(), vValues.end(), strValue) != vValues.end()) return {};
+    if (bForm && IsLike(strValue, stOption.szExample)) return {};
+    return Quoted(strValue) +
+           (bForm ? std::string(" is neither a code like ") + stOption.szExample + " nor " + vValues.front()
+                  : " is not one of " + Joined(vValues));
+}
+
 std::string WrongVariable()
 {
     for (const SetOption& stOption : kSetOptions) {
         const char* szValue = std::getenv(stOption.szVariable);
-        const auto& vValues = stOption.vValues;
-        if (szValue == nullptr || vValues.empty()) continue;
-        if (std::find(vValues.begin(), vValues.end(), szValue) == vValues.end())
-            return std::string(stOption.szVariable) + " is " + Quoted(szValue) + ", not one of " + Joined(vValues);
+        const std::string strWrong = szValue == nullptr ? std::string() : WrongValue(stOption, szValue);
+        if (!strWrong.empty()) return std::string(stOption.szVariable) + ": " + strWrong;
     }
     return {};
 }
@@ -107,7 +125,10 @@ std::string WrongVariable()
 CPaint Options::Paint() const
 {
     const char* szNoColour = std::getenv("NO_COLOR");
-    const bool bWanted = (szNoColour == nullptr || *szNoColour == '\0') && isatty(STDOUT_FILENO) != 0;
+    const char* szTerminal = std::getenv("TERM");
+    const bool bRefused = (szNoColour != nullptr && *szNoColour != '\0') ||
+                          (szTerminal != nullptr && std::string_view(szTerminal) == "dumb");
+    const bool bWanted = !bRefused && isatty(STDOUT_FILENO) != 0;
     return CPaint(strColour == "always" || (strColour == "auto" && bWanted));
 }
 
@@ -164,7 +185,8 @@ CCommandLine::CCommandLine()
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, 3 conversation is not available "
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or nothing to compare (diff), 3 "
+        "conversation is not available "
         "(status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
@@ -185,7 +207,7 @@ void CCommandLine::AddSetOptions()
         };
         CLI::Option* pOption = m_pApp->add_option_function<std::string>(stOption.szFlag, SetVariable, stOption.szHelp);
         pOption->group("The set")->type_name("TEXT");
-        if (!stOption.vValues.empty()) pOption->check(CLI::IsMember(stOption.vValues));
+        pOption->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); });
     }
 }
 
@@ -225,13 +247,13 @@ int CCommandLine::RunChosen(int argc, char** argv)
 
 int CCommandLine::Main(int argc, char** argv)
 {
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));  // a closed pipe is an error of the write
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));  // Output.h tells what a closed pipe is
     try {
         const int nExit = RunChosen(argc, argv);
         FlushOutput();
         return nExit;
     } catch (const std::system_error& e) {
-        // Whoever closed the pipe has seen enough; what was found wrong until then still counts.
+        // A command that only prints has ended with its reader; what had failed until then still counts.
         if (e.code() == std::errc::broken_pipe) return HasFailed() ? kExitFailure : kExitOk;
         Complain("the output cannot be written: " + e.code().message());
     } catch (const std::exception& e) {

@@ -26,7 +26,7 @@ class App;
 
 constexpr int kExitOk = 0;
 constexpr int kExitFailure = 1;      // a file or reply failed
-constexpr int kExitUsage = 2;        // the command line or the environment was wrong
+constexpr int kExitUsage = 2;        // the command line or the environment was wrong; "diff": nothing to compare
 constexpr int kExitUnavailable = 3;  // "status": the set does not offer conversation
 
 // The options that several commands have. A command declares those that it takes.
@@ -37,7 +37,7 @@ struct Options {
     bool bCompact = false;
     std::string strColour = "auto";
 
-    // Colours for standard output, as --color, NO_COLOR and the terminal want it.
+    // Colours for standard output, as --color, NO_COLOR and the terminal (TERM) want it.
     CPaint Paint() const;
 };
 

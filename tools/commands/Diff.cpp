@@ -13,8 +13,12 @@ namespace
 
 struct Told {
     std::string strSource;
+    std::string strUtterance;
+    bool bNoUtterance;  // nobody said what the viewer said
     Json::Value outcome;
 };
+
+constexpr const char* kParams = "vSystemActionParam";
 
 // A service for each file, so that one leaves nothing to the other.
 std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
@@ -22,10 +26,42 @@ std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
     std::vector<Told> vOutcomes;
     CSession session(false);
     const auto Take = [&](const Case& stCase) {
-        vOutcomes.push_back({stCase.stReply.strSource, OutcomeJson(stCase, true)});
+        const ServerReply& stReply = stCase.stReply;
+        vOutcomes.push_back({stReply.strSource, stReply.strUtterance, stReply.bNoUtterance, OutcomeJson(stCase, true)});
     };
     session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Take, true);
     return vOutcomes;
+}
+
+// The outcome without what the viewer said: where the record has it as its first parameter, null stands for it.
+Json::Value WithoutUtterance(const Told& stTold)
+{
+    Json::Value outcome = stTold.outcome;
+    outcome.removeMember("strUserInputVoice");
+    if (!outcome.isMember(kParams)) return outcome;
+    Json::Value& params = outcome[kParams];
+    if (!params.empty() && params[0] == stTold.strUtterance) params[0] = Json::Value();
+    return outcome;
+}
+
+// The parameters, of which only the one that is not known is null, as a person reads them.
+void NameUtterance(std::string& strJson)
+{
+    for (const std::string strStart : {"", "["})
+        if (strJson.rfind(strStart + "null", 0) == 0) strJson.replace(strStart.size(), 4, "the utterance");
+}
+
+// How two outcomes differ. What the viewer said counts when it is known of both.
+std::vector<Difference> DifferencesOf(const Told& stOne, const Told& stOther)
+{
+    if (!stOne.bNoUtterance && !stOther.bNoUtterance) return Differences(stOne.outcome, stOther.outcome, false);
+    std::vector<Difference> vDifferences = Differences(WithoutUtterance(stOne), WithoutUtterance(stOther), false);
+    for (Difference& stDifference : vDifferences) {
+        if (stDifference.strPath.rfind(kParams, 0) != 0) continue;
+        NameUtterance(stDifference.strOne);
+        NameUtterance(stDifference.strOther);
+    }
+    return vDifferences;
 }
 
 // Prints how the n-th outcomes differ. False when they do not.
@@ -36,7 +72,7 @@ bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
         Print(paint.Title(Shown(stTold.strSource)) + "\n    has no counterpart\n");
         return true;
     }
-    const std::vector<Difference> vDifferences = Differences(pOne->outcome, pOther->outcome, false);
+    const std::vector<Difference> vDifferences = DifferencesOf(*pOne, *pOther);
     if (vDifferences.empty()) return false;
     Print(paint.Title(Shown(pOne->strSource) + " and " + Shown(pOther->strSource)) + '\n');
     for (const Difference& stDifference : vDifferences) Print(DifferenceText(stDifference, "first", "then"));
@@ -45,19 +81,22 @@ bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
 
 int RunDiff(const Options& stOptions)
 {
-    if (stOptions.vFiles.size() != 2) {
-        Complain("diff compares two files; see parlo diff --help");
+    const bool bTwo = stOptions.vFiles.size() == 2;
+    if (!bTwo || (stOptions.vFiles[0] == "-" && stOptions.vFiles[1] == "-")) {
+        Complain(bTwo ? "standard input can be read once only; see parlo diff --help"
+                      : "diff compares two files; see parlo diff --help");
         return kExitUsage;
     }
     const std::vector<Told> vOne = Outcomes(stOptions.vFiles[0], stOptions);
     const std::vector<Told> vOther = Outcomes(stOptions.vFiles[1], stOptions);
+    if (HasFailed()) return kExitUsage;  // something cannot be read: that says nothing of a difference
     const CPaint paint = stOptions.Paint();
     bool bDiffer = false;
     for (std::size_t i = 0; i < std::max(vOne.size(), vOther.size()); ++i)
         bDiffer =
             TellDifference(i < vOne.size() ? &vOne[i] : nullptr, i < vOther.size() ? &vOther[i] : nullptr, paint) ||
             bDiffer;
-    return bDiffer || HasFailed() ? kExitFailure : kExitOk;
+    return bDiffer ? kExitFailure : kExitOk;
 }
 
 }  // namespace

@@ -96,6 +96,7 @@ void CLogRun::Show(LogCall& call)
     if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
     m_bFound = true;
     Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
+    if (!m_extract && !m_stLog.bReplay) StopWithoutReader();  // the files and the comparison are for all calls
 }
 
 CallReport CLogRun::Report(LogCall& call)
@@ -120,7 +121,7 @@ void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
     stCase.vLog = std::move(call.vLines);
     stCase.bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) {
-        stCase.strRefusal = call.digest.Reason();
+        stCase.strRefusal = call.digest.Reason(call.reply.Text());
         stCase.strRefusalLine = call.digest.ReasonLine();
     }
     if (m_stOptions.bJson)

@@ -3,11 +3,19 @@
 
 #include <set>
 
+#include "findings/Suggestion.h"
 #include "rendering/RecordJson.h"
 #include "rendering/Text.h"
 
 namespace
 {
+
+// The member of `other` that is most like the one which it does not have.
+std::string Hint(const std::string& strName, const Json::Value& other)
+{
+    const std::vector<std::string> vNames = other.getMemberNames();
+    return DidYouMean(MostAlike(strName, {vNames.begin(), vNames.end()}));
+}
 
 class CComparison
 {
@@ -33,9 +41,9 @@ void CComparison::Members(const std::string& strPath, const Json::Value& one, co
         if (one.isMember(strName) && other.isMember(strName))
             Compare(strMember, one[strName], other[strName]);
         else if (one.isMember(strName))
-            m_vDifferences.push_back({strMember, JsonText(one[strName]), {}});
+            m_vDifferences.push_back({strMember, JsonText(one[strName]), {}, m_bPart ? Hint(strName, other) : ""});
         else
-            m_vDifferences.push_back({strMember, {}, JsonText(other[strName])});
+            m_vDifferences.push_back({strMember, {}, JsonText(other[strName]), {}});
     }
 }
 
@@ -43,7 +51,7 @@ void CComparison::Compare(const std::string& strPath, const Json::Value& one, co
 {
     if (one.isObject() && other.isObject()) return Members(strPath, one, other);
     if (!one.isArray() || !other.isArray() || one.size() != other.size()) {
-        if (one != other) m_vDifferences.push_back({strPath, JsonText(one), JsonText(other)});
+        if (one != other) m_vDifferences.push_back({strPath, JsonText(one), JsonText(other), {}});
         return;
     }
     for (Json::ArrayIndex i = 0; i < one.size(); ++i)
@@ -77,5 +85,6 @@ std::string DifferenceText(const Difference& stDifference, const char* szOne, co
 {
     const auto Value = [](const std::string& strJson) { return strJson.empty() ? "nothing" : Shown(strJson); };
     return "    " + Shown(stDifference.strPath) + ": " + szOne + ' ' + Value(stDifference.strOne) + ", " + szOther +
-           ' ' + Value(stDifference.strOther) + '\n';
+           ' ' + Value(stDifference.strOther) + (stDifference.strHint.empty() ? "" : "; ") + stDifference.strHint +
+           '\n';
 }

@@ -12,6 +12,7 @@ struct Difference {
     std::string strPath;   // "vSAContents[1].stItem.szType"
     std::string strOne;    // the value as JSON; empty: there is none
     std::string strOther;  //
+    std::string strHint;   // "did you mean ...?" for a key that the other one does not have
 };
 
 // Everything in which `other` differs from `one`. With `bPart`, `one` says only what matters: keys that its objects
@@ -21,7 +22,7 @@ std::vector<Difference> Differences(const Json::Value& one, const Json::Value& o
 // Of `value` what `part` has too: its keys, and of lists of equal length those of the elements.
 Json::Value PartLike(const Json::Value& value, const Json::Value& part);
 
-// A line for each: "    PATH: ONE, not OTHER" in the given words.
+// A line for each, "    PATH: first ONE, then OTHER; HINT", in the given words.
 std::string DifferenceText(const Difference& stDifference, const char* szOne, const char* szOther);
 
 #endif

@@ -22,14 +22,19 @@ void CheckDocument(const Json::Value& root, const Description::Object& stObject,
     const Node rsp = document.Member("rsp");
     if (!root.isObject())
         return report.At({0, 1}, "", {Severity::ERROR, "no-rsp", "the document is no object: it is refused"});
+    if (IsHandOver(rsp, report) && rsp.Has("tvcontent"))
+        for (const char* szKey : {"tvcontent", "nlu_info"}) report.LeaveToApplication(rsp.Member(szKey).strPointer);
     CheckShape(document, stObject, report);
     if (!rsp.value.isNull())
         effects(document, report);
+    else if (root.isMember("rsp"))
+        report.AtValue(rsp, {Severity::ERROR, "no-rsp", "\"rsp\" is null: it is refused"});
     else if (!report.IsDoubted(rsp))
         report.AtValue(document, {Severity::ERROR, "no-rsp", "it has no \"rsp\": it is refused"});
 }
 
-std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects)
+std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects,
+                           Before eBefore = Before::NOTHING)
 {
     const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
     szText.remove_prefix(nMark);
@@ -43,10 +48,15 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
     Json::Value root;
     if (ParseDocument(szText, root, report)) {
         CheckText(szText, report);
+        if (eBefore == Before::DOMAINS && root.isObject() && !Node{root, ""}.Member("rsp").Has("domain"))
+            report.Doubt("/rsp/domain");
         CheckDocument(root, stObject, effects, report);
     }
     std::vector<Finding> vFindings = report.Take();
-    for (Finding& stFinding : vFindings) stFinding.nOffset += nMark;
+    for (Finding& stFinding : vFindings) {
+        stFinding.nOffset += nMark;
+        if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nMark;
+    }
     return vFindings;
 }
 
@@ -54,7 +64,22 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
 
 std::vector<Finding> CheckReply(std::string_view szReply)
 {
-    return Check(szReply, Description::kReply, CheckReplyEffects);
+    return CheckReplyAfter(Before::NOTHING, szReply);
+}
+
+std::vector<Finding> CheckReplyAfter(Before eBefore, std::string_view szReply)
+{
+    return Check(szReply, Description::kReply, CheckReplyEffects, eBefore);
+}
+
+Before LeftBy(std::string_view szReply, Before eBefore)
+{
+    Json::Value root;
+    if (!ParseJson(szReply, false, root)) return eBefore;
+    const Node rsp = Node{root, ""}.Member("rsp");
+    if (rsp.Member("stat").Text() == "fail") return eBefore;
+    if (rsp.Member("tvcontrol").Size() > 0) return Before::NOTHING;
+    return rsp.Has("domain") ? Before::DOMAINS : eBefore;
 }
 
 std::vector<Finding> CheckSchema(std::string_view szDocument)

@@ -7,8 +7,15 @@
 
 #include "findings/Finding.h"
 
+// What a reply that was refused leaves to the next one.
+enum class Before { NOTHING, DOMAINS };
+
 // All findings of a reply, in the order of the text. A correct reply has none.
 std::vector<Finding> CheckReply(std::string_view szReply);
+std::vector<Finding> CheckReplyAfter(Before eBefore, std::string_view szReply);
+
+// What the reply leaves when `eBefore` is there before it.
+Before LeftBy(std::string_view szReply, Before eBefore);
 
 // The same for a search schema document.
 std::vector<Finding> CheckSchema(std::string_view szDocument);

@@ -5,8 +5,10 @@
 #include "findings/Description.h"
 #include "findings/Report.h"
 #include "findings/Shape.h"
+#include "findings/Suggestion.h"
 #include "findings/Syntax.h"
 #include "reading/Input.h"
+#include "rendering/RecordJson.h"
 #include "rendering/Text.h"
 
 namespace
@@ -18,7 +20,7 @@ using Description::Type;
 constexpr Key kTurnKeys[] = {
     {"utterance", Type::TEXT, "What the viewer said."},
     {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
-    {"expect", Type::OBJECT, "What a test expects of the record."},
+    {"expect", Type::OBJECT, "What a test expects of the record.", nullptr, nullptr, "the turn fails a test"},
 };
 constexpr Description::Object kTurn = {
     "Turn", "the line", "One turn of a conversation.", Description::Reading::FILL, kTurnKeys, std::size(kTurnKeys)};
@@ -35,21 +37,37 @@ void ForEachLine(std::string_view szText, const Visit& visit)
     }
 }
 
+// An outcome with every member that an expectation can name.
+Json::Value OutcomeNames()
+{
+    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
+    outcome["accepted"] = outcome["refused"] = true;
+    outcome["reason"] = "";
+    return outcome;
+}
+
 // Findings of one line, their offsets from its start.
 class CTurn
 {
 public:
-    explicit CTurn(std::string_view szLine) : m_szLine(szLine), m_places(szLine), m_report(szLine, m_places) {}
+    // `eBefore`: what the turns before have left; becomes what this one leaves.
+    CTurn(std::string_view szLine, Before& eBefore)
+        : m_szLine(szLine), m_eBefore(eBefore), m_places(szLine), m_report(szLine, m_places)
+    {
+    }
     std::vector<Finding> Check();
 
 private:
     void Parts(const Node& turn);
     void Reply(const Node& reply);
+    void Expectation(const Node& part, const Json::Value& outcome);
 
     std::string_view m_szLine;
+    Before& m_eBefore;
     CPlaces m_places;
     CReport m_report;
     std::vector<Finding> m_vOfReply;
+    Span m_stReply;
 };
 
 std::vector<Finding> CTurn::Check()
@@ -64,22 +82,56 @@ std::vector<Finding> CTurn::Check()
             Parts({root, ""});
     }
     std::vector<Finding> vFindings = m_report.Take();
+    const auto IsOfReply = [this](const Finding& stFinding) {
+        return stFinding.nOffset >= m_stReply.nStart && stFinding.nOffset - m_stReply.nStart < m_stReply.nLength;
+    };
+    if (m_stReply.nLength > 0)  // its own findings tell of its text
+        vFindings.erase(std::remove_if(vFindings.begin(), vFindings.end(), IsOfReply), vFindings.end());
     vFindings.insert(vFindings.end(), m_vOfReply.begin(), m_vOfReply.end());
     return vFindings;
 }
 
 void CTurn::Parts(const Node& turn)
 {
+    CheckText(m_szLine, m_report);
     CheckShape(turn, kTurn, m_report);
     const Node utterance = turn.Member("utterance");
     const Node reply = turn.Member("reply");
     if (utterance.Text().empty() && !m_report.IsDoubted(utterance))
-        m_report.AtValue(turn, {Severity::ERROR, "not-a-turn", "the line has no \"utterance\": it is refused"});
+        m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
+    const Node expect = turn.Member("expect");
+    if (expect.value.isObject()) Expectation(expect, OutcomeNames());
     if (reply.value.isObject() || reply.value.isString())
         Reply(reply);
     else if (!m_report.IsDoubted(reply))
-        m_report.AtValue(turn,
-                         {Severity::ERROR, "not-a-turn", "the line has no \"reply\" that is an object or a text"});
+        m_report.AtValue(reply.value.isNull() ? turn : reply,
+                         {Severity::ERROR, "not-a-turn",
+                          reply.value.isNull() ? "the line has no \"reply\": the line is refused"
+                                               : "\"reply\" is neither an object nor a text: the line is refused"});
+}
+
+// What the record has no place for can never come true.
+void CTurn::Expectation(const Node& part, const Json::Value& outcome)
+{
+    std::vector<std::string_view> vNames;
+    for (auto it = outcome.begin(); it != outcome.end(); ++it) {
+        const char* pEnd = nullptr;
+        const char* pName = it.memberName(&pEnd);
+        vNames.emplace_back(pName, static_cast<std::size_t>(pEnd - pName));
+    }
+    for (const std::string& strKey : part.value.getMemberNames()) {
+        const Node member = part.Member(strKey);
+        if (!outcome.isMember(strKey))
+            m_report.AtKey(
+                part, strKey,
+                {Severity::ERROR, "unknown-key", Quoted(strKey) + " is no part of what comes out: never true",
+                 DidYouMean(Nearest(strKey, vNames))});
+        else if (outcome[strKey].isBool() && !member.value.isBool())
+            m_report.AtValue(member,
+                             {Severity::ERROR, "wrong-type", Quoted(strKey) + " is not true or false: never true"});
+        else if (outcome[strKey].isObject() && member.value.isObject())
+            Expectation(member, outcome[strKey]);
+    }
 }
 
 void CTurn::Reply(const Node& reply)
@@ -87,10 +139,15 @@ void CTurn::Reply(const Node& reply)
     const auto nStart = static_cast<std::size_t>(reply.value.getOffsetStart());
     const auto nLength = static_cast<std::size_t>(reply.value.getOffsetLimit()) - nStart;
     const bool bText = reply.value.isString();
-    m_vOfReply = CheckReply(bText ? std::string_view(reply.Text()) : m_szLine.substr(nStart, nLength));
+    const std::string strReply = bText ? reply.Text() : std::string(m_szLine.substr(nStart, nLength));
+    m_stReply = {nStart, nLength};
+    m_vOfReply = CheckReplyAfter(m_eBefore, strReply);
+    m_eBefore = LeftBy(strReply, m_eBefore);
     for (Finding& stFinding : m_vOfReply) {
         stFinding.nOffset = nStart + (bText ? 0 : stFinding.nOffset);
+        if (!bText && stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
         if (!bText) continue;
+        stFinding.nOther = Finding::kNoOther;
         stFinding.nLength = nLength;
         stFinding.strText = "in line " + std::to_string(stFinding.nLine) + ", column " +
                             std::to_string(stFinding.nColumn) + " of this text: " + stFinding.strText;
@@ -102,16 +159,15 @@ void CTurn::Reply(const Node& reply)
 std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
-    ForEachLine(szText, [&vFindings](std::string_view szLine, std::size_t nStart) {
-        for (Finding& stFinding : CTurn(szLine).Check()) {
+    Before eBefore = Before::NOTHING;
+    ForEachLine(szText, [&](std::string_view szLine, std::size_t nStart) {
+        for (Finding& stFinding : CTurn(szLine, eBefore).Check()) {
             stFinding.nOffset += nStart;
+            if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
             vFindings.push_back(std::move(stFinding));
         }
     });
-    std::stable_sort(vFindings.begin(), vFindings.end(),
-                     [](const Finding& stOne, const Finding& stOther) { return stOne.nOffset < stOther.nOffset; });
-    CLines lines(szText);
-    for (Finding& stFinding : vFindings) lines.Find(stFinding.nOffset, stFinding.nLine, stFinding.nColumn);
+    Locate(szText, vFindings);
     return vFindings;
 }
 

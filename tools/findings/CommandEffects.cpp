@@ -73,11 +73,8 @@ void CCommandEffects::Untaken(const Node& param, const std::string& strKey)
         m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST;
     if (strKey == "names" && bCast)
         NoEffect(param, strKey, "the names are the cast of what is shown in detail");
-    else if (AnyActionTakes(strKey))
+    else if (AnyActionTakes(strKey))  // what none takes says more about a reply than the set wants to know
         NoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
-    else
-        m_report.AtKey(param, strKey,
-                       {Severity::NOTE, "no-effect", Quoted(strKey) + " has no effect: no action takes it"});
 }
 
 // The position is "idx", and counts only beside an integer "index".
@@ -157,10 +154,10 @@ void CCommandEffects::Second(const Node& command)
 {
     const Node action = ActionOf(command, m_report);
     if (m_report.IsDoubted(action) || UseOf(action.Text()).bFollowUp) return;
-    const bool bIntent = LooksUpIntents() && m_commands.Size() == 2 && command.Has("intent");
-    if (action.value.isNull() && !bIntent)
+    if (LooksUpIntents() && m_commands.Size() == 2 && command.Has("intent")) return;  // it is there for that
+    if (action.value.isNull())
         m_report.AtValue(command, {Severity::WARNING, "not-looked-at", "the second command has no \"action\""});
-    if (!action.value.isNull())
+    else
         m_report.AtValue(action, {Severity::WARNING, "no-follow-up",
                                   Quoted(action.Text()) + " cannot be a second command: ignored"});
 }
@@ -176,9 +173,17 @@ void CheckReplacedAction(const Node& command, const Node& action, CReport& repor
                   "\"action\" has no effect: \"params\" replace it by " + Quoted(action.Text())});
 }
 
+void NoAction(const Node& first, const Node& action, CReport& report)
+{
+    const std::string strOutcome = "no match, code 0";
+    if (action.strPointer == first.Member("action").strPointer)
+        return report.AtMissing(first, "action", "no-action", "the first command", strOutcome);
+    report.AtValue(action, {Severity::ERROR, "no-action", "\"action\" is empty: " + strOutcome});
+}
+
 }  // namespace
 
-Node ActionOf(const Node& command, CReport& report)
+Node ActionOf(const Node& command, const CReport& report)
 {
     const Node params = command.Member("params");
     for (Json::ArrayIndex i = params.Size(); i > 0; --i) {
@@ -200,7 +205,7 @@ bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report)
     }
     const ActionUse stUse = bFailedSearch ? ActionUse() : UseOf(strAction);
     if (strAction.empty()) {
-        report.AtValue(first, {Severity::ERROR, "no-action", "the first command has no \"action\": no match, code 0"});
+        NoAction(first, action, report);
         report.Doubt(action.strPointer);
     } else if (stUse.nCode == 0 && !bFailedSearch) {
         report.AtValue(action, {Severity::ERROR, "no-lookup",

@@ -27,6 +27,14 @@ std::vector<std::string_view> Actions()
     return vWords;
 }
 
+// None, or what the viewer was after.
+std::vector<std::string_view> Intents()
+{
+    std::vector<std::string_view> vWords = All<kIntentWords>();
+    vWords.emplace_back("");
+    return vWords;
+}
+
 template <std::size_t N>
 constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, Reading eReading,
                       const Key (&keys)[N])
@@ -133,7 +141,7 @@ constexpr Key kCommandKeys[] = {
     {"intent", Type::TEXT,
      "What the viewer was after. Looked up beside names to choose from, of the last of two or "
      "three commands.",
-     nullptr, All<kIntentWords>},
+     nullptr, Intents},
     {"params", Type::OBJECTS, "What the action needs.", &kParam},
 };
 constexpr Object kCommand =
@@ -185,7 +193,7 @@ constexpr Key kRspKeys[] = {
 constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", Reading::FILL, kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    {"rsp", Type::OBJECT, "The reply itself.", &kRsp, nullptr, "the reply holds no command and is refused"},
+    {"rsp", Type::OBJECT, "The reply itself.", &kRsp, nullptr, "the reply holds no command and is refused", {}, true},
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
@@ -216,7 +224,7 @@ constexpr Key kSchemaRspKeys[] = {
 constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", Reading::FILL, kSchemaRspKeys);
 
 constexpr Key kSearchSchemaKeys[] = {
-    {"rsp", Type::OBJECT, "The document itself.", &kSchemaRsp},
+    {"rsp", Type::OBJECT, "The document itself.", &kSchemaRsp, nullptr, nullptr, {}, true},
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 

@@ -35,9 +35,10 @@ struct Key {
     Type eType;
     const char* szComment;
     const Object* pObject = nullptr;    // of OBJECT and OBJECTS
-    Words pWords = nullptr;             // of TEXT: all that it may be; null: any text
+    Words pWords = nullptr;             // of TEXT: all that it may be, the empty text if it may; null: any text
     const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
     std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
+    bool bNeeded = false;               // an object must be there, a text must not be empty
 };
 
 // What the elements of a list are by the text of their key "type".

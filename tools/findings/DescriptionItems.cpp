@@ -18,6 +18,12 @@ std::vector<std::string_view> Kinds()
     return vWords;
 }
 
+// Without a flag an application has no picture.
+std::vector<std::string_view> PremiumFlags()
+{
+    return {"s", "p", "ps", ""};
+}
+
 // An item's own key "type" is read before its kind is known.
 constexpr Key kType = {"type", Type::TEXT, kTypeComment, nullptr, Kinds, "the item is dropped"};
 
@@ -118,18 +124,20 @@ constexpr Object kProgramme =
 #undef SHARED_KEYS
 
 constexpr Key kAppInfoKeys[] = {
-    {"id", Type::TEXT, "The application's id. Without it the item is dropped."},
+    {"id", Type::TEXT, "The application's id. Without it the item is dropped.", nullptr, nullptr, nullptr, {}, true},
     {"title", Type::TEXT, "The application's title."},
     {"runtitle", Type::TEXT, "The title under which it runs."},
     {"category", Type::TEXT, "What it is for."},
-    {"premium_flag", Type::TEXT, "Which picture is taken: \"s\", \"p\", or \"ps\" for the one that suits the set."},
+    {"premium_flag", Type::TEXT, "Which picture is taken: \"s\", \"p\", or \"ps\" for the one that suits the set.",
+     nullptr, PremiumFlags, "the application has no picture"},
     {"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock.", nullptr, nullptr,
      nullptr, "No"},
     {"poster", Type::OBJECT, kPosterComment, &kAppPoster},
 };
 constexpr Object kAppInfo = Make("AppInfo", "\"app_info\"", "What there is to know of an application.", kAppInfoKeys);
 
-constexpr Key kAppKeys[] = {kType, {"app_info", Type::OBJECT, "The application.", &kAppInfo}};
+constexpr Key kAppKeys[] = {kType,
+                            {"app_info", Type::OBJECT, "The application.", &kAppInfo, nullptr, nullptr, {}, true}};
 constexpr Object kApp = Make("App", "an application", "An application.", kAppKeys);
 
 #define VIDEO_KEYS                                                                                     \

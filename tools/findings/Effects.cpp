@@ -70,7 +70,7 @@ void CReplyEffects::Requests()
             m_report.AtValue(
                 request, {Severity::WARNING, "no-effect", "the request has no effect: a later one takes its place"});
         else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
-            m_report.AtValue(request, {Severity::ERROR, "no-action", "the request has no \"action\": code -1"});
+            m_report.AtMissing(request, "action", "no-action", "the request", "code -1");
     }
 }
 
@@ -92,12 +92,10 @@ bool CReplyEffects::IsDomain(std::string_view szWord) const
 
 void CReplyEffects::Flow(const Node& commands)
 {
+    if (IsHandOver(m_rsp, m_report)) return;
     const Node domains = m_rsp.Member("domain");
-    std::size_t nDomains = 0;
-    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) nDomains += domains.value[i].isString() ? 1 : 0;
     const Node action = ActionOf(commands.Element(0), m_report);
     const std::string strAction = action.Text();
-    if (strAction == "display_content" && nDomains >= 2) return;  // the application reads the reply itself
 
     const bool bFailedSearch = strAction == "search_failed" && IsDomain("tvcontrol");
     if (!bFailedSearch) Requests();
@@ -120,6 +118,16 @@ void CReplyEffects::Flow(const Node& commands)
 }
 
 }  // namespace
+
+bool IsHandOver(const Node& rsp, const CReport& report)
+{
+    const Node commands = rsp.Member("tvcontrol");
+    const Node domains = rsp.Member("domain");
+    std::size_t nDomains = 0;
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) nDomains += domains.value[i].isString() ? 1 : 0;
+    if (nDomains < 2 || commands.Size() == 0) return false;
+    return ActionOf(commands.Element(0), report).Text() == "display_content";
+}
 
 void CheckReplyEffects(const Node& document, CReport& report)
 {

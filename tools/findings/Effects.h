@@ -8,4 +8,8 @@
 void CheckReplyEffects(const Node& document, CReport& report);
 void CheckSchemaEffects(const Node& document, CReport& report);
 
+// Whether the reply hands its search over to the application, which reads what was found by itself. Not when the
+// domains are those of an earlier reply.
+bool IsHandOver(const Node& rsp, const CReport& report);
+
 #endif

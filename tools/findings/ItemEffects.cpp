@@ -23,13 +23,13 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const std::string strFlag = flag.Text();
     const bool bBoth = strFlag == "ps";
     if (report.IsDoubted(flag) || !poster.value.isObject()) return;
-    if (strFlag != "s" && strFlag != "p" && !bBoth) {
+    if (strFlag.empty()) {
         NoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"", report);
         return;
     }
     const char* szTaken = strFlag == "s" ? "images" : "images4premium";
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
-    if (!bBoth || !poster.Has(szTaken))
+    if (!poster.Has(szTaken))
         NoEffect(poster, szOther, std::string("the flag is ") + Quoted(strFlag) + ", which takes " + Quoted(szTaken),
                  report);
     if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), "apps", report);
@@ -44,8 +44,7 @@ void CheckApp(const Node& item, CReport& report)
         return report.AtValue(
             item, {Severity::ERROR, "no-app-info", "the application has no \"app_info\": its entry is empty"});
     if (appInfo.Member("id").Text().empty() && !report.IsDoubted(appInfo.Member("id")))
-        return report.AtValue(appInfo,
-                              {Severity::ERROR, "no-id", "the application has no \"id\": the item is dropped"});
+        return report.AtMissing(appInfo, "id", "no-id", "the application", "the item is dropped");
     CheckAppPoster(appInfo, report);
 }
 
@@ -63,7 +62,7 @@ void CheckItem(const Node& item, CReport& report)
     const Description::Kind* pKind = Description::kItem.KindOf(strType);
     if (report.IsDoubted(type)) return;
     if (pKind == nullptr)
-        report.AtValue(item, {Severity::ERROR, "no-type", "the item has no \"type\": it is dropped"});
+        report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
     else if (!pKind->bOffered)
         report.AtValue(type, {Severity::WARNING, "not-offered",
                               "the item has no effect: " + Quoted(strType) + " items are not offered to the viewer"});

@@ -70,7 +70,24 @@ void CReport::At(Span stSpan, const std::string& strPointer, Remark stRemark)
         stRemark = {Severity::NOTE, "too-many", "there are more findings, which are not shown"};
     if (m_vFindings.size() > kMostFindings) return;
     m_vFindings.push_back({stRemark.eSeverity, stRemark.szCode, strPointer, stSpan.nStart, stSpan.nLength, 1, 1,
-                           std::move(stRemark.strText), std::move(stRemark.strSuggestion)});
+                           std::move(stRemark.strText), std::move(stRemark.strSuggestion), stRemark.nOther});
+}
+
+void CReport::AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
+                        const std::string& strOutcome)
+{
+    const Node member = object.Member(szKey);
+    const bool bEmpty = member.value.isString();
+    AtValue(bEmpty ? member : object,
+            {Severity::ERROR, szCode,
+             (bEmpty ? Quoted(szKey) + " is empty: " : strObject + " has no " + Quoted(szKey) + ": ") + strOutcome});
+}
+
+bool CReport::IsForApplication(const Node& node) const
+{
+    const std::string strPointer = node.strPointer + '/';
+    return std::any_of(m_vForApplication.begin(), m_vForApplication.end(),
+                       [&](const std::string& strPart) { return strPointer.compare(0, strPart.size(), strPart) == 0; });
 }
 
 std::string_view CReport::Source(const Json::Value& value) const
@@ -81,9 +98,22 @@ std::string_view CReport::Source(const Json::Value& value) const
 
 std::vector<Finding> CReport::Take()
 {
-    std::stable_sort(m_vFindings.begin(), m_vFindings.end(),
-                     [](const Finding& stOne, const Finding& stOther) { return stOne.nOffset < stOther.nOffset; });
-    CLines lines(m_szText);
-    for (Finding& stFinding : m_vFindings) lines.Find(stFinding.nOffset, stFinding.nLine, stFinding.nColumn);
+    Locate(m_szText, m_vFindings);
     return std::exchange(m_vFindings, {});
+}
+
+void Locate(std::string_view szText, std::vector<Finding>& vFindings)
+{
+    std::stable_sort(vFindings.begin(), vFindings.end(),
+                     [](const Finding& stOne, const Finding& stOther) { return stOne.nOffset < stOther.nOffset; });
+    CLines lines(szText);
+    std::vector<Finding*> vOthers;
+    for (Finding& stFinding : vFindings) {
+        lines.Find(stFinding.nOffset, stFinding.nLine, stFinding.nColumn);
+        if (stFinding.nOther != Finding::kNoOther) vOthers.push_back(&stFinding);
+    }
+    std::sort(vOthers.begin(), vOthers.end(),
+              [](const Finding* pOne, const Finding* pOther) { return pOne->nOther < pOther->nOther; });
+    CLines others(szText);
+    for (Finding* pFinding : vOthers) others.Find(pFinding->nOther, pFinding->nOtherLine, pFinding->nOtherColumn);
 }

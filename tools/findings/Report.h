@@ -31,6 +31,7 @@ struct Remark {
     const char* szCode;
     std::string strText;
     std::string strSuggestion = {};
+    std::size_t nOther = Finding::kNoOther;  // another place that it speaks of, in bytes of the text
 };
 
 class CReport
@@ -48,6 +49,14 @@ public:
     void Doubt(const std::string& strPointer) { m_setDoubted.insert(strPointer); }
     bool IsDoubted(const Node& node) const { return m_setDoubted.count(node.strPointer) > 0; }
 
+    // What is wrong with the word that decides there: at it when it is an empty text, else at the object without it.
+    void AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
+                   const std::string& strOutcome);
+
+    // Remembers that the library leaves what is at the pointer and below to the application.
+    void LeaveToApplication(const std::string& strPointer) { m_vForApplication.push_back(strPointer + '/'); }
+    bool IsForApplication(const Node& node) const;
+
     const CPlaces& Places() const { return m_places; }
     std::string_view Source(const Json::Value& value) const;  // the value's text as it stands
 
@@ -59,6 +68,10 @@ private:
     const CPlaces& m_places;
     std::vector<Finding> m_vFindings;
     std::set<std::string> m_setDoubted;
+    std::vector<std::string> m_vForApplication;
 };
+
+// Puts findings into the order of the text, and gives them the lines and columns of their offsets in it.
+void Locate(std::string_view szText, std::vector<Finding>& vFindings);
 
 #endif

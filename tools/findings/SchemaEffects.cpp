@@ -13,6 +13,7 @@ namespace
 // What is wrong with a text that stands for a decimal number; empty when nothing is.
 std::string NoNumber(const std::string& strText)
 {
+    if (strText.empty()) return "no decimal number: it reads as 0";
     char* pEnd = nullptr;
     errno = 0;
     const long long nValue = std::strtoll(strText.c_str(), &pEnd, 10);
@@ -31,8 +32,7 @@ void CheckRule(const Node& rule, CReport& report)
                                     Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
     }
     if (rule.Member("rule").Text().empty() && !report.IsDoubted(rule.Member("rule")))
-        report.AtValue(rule,
-                       {Severity::ERROR, "no-word", "there is no \"rule\": takes over the type of the rule before it"});
+        report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
 }
 
 }  // namespace
@@ -57,8 +57,7 @@ void CheckSchemaEffects(const Node& document, CReport& report)
         if (!entry.value.isObject() || report.IsDoubted(category)) continue;
         const std::string strCategory = category.Text();
         if (strCategory.empty())
-            report.AtValue(entry, {Severity::ERROR, "no-word",
-                                   "there is no \"category\": takes over that of the entry before it"});
+            report.AtMissing(entry, "category", "no-word", "the entry", "takes over that of the entry before it");
         else if (setMerged.count("others") > 0 || !setMerged.insert(strCategory).second)
             report.AtValue(entry, {Severity::WARNING, "no-effect",
                                    "the entry has no effect: its source has been put into the list before"});

@@ -3,7 +3,7 @@
 
 #include <cmath>
 #include <limits>
-#include <set>
+#include <map>
 
 #include "findings/Suggestion.h"
 #include "rendering/Text.h"
@@ -100,6 +100,14 @@ const Object* OwnerBelow(const Object& stObject, std::string_view szKey, int nLe
     return nullptr;
 }
 
+// Where the key `szKey` of another object near by belongs; empty when there is none.
+std::string Owner(const Object& stObject, std::string_view szKey, const Object* pOuter)
+{
+    const Object* pOwner = OwnerBelow(stObject, szKey, 2);
+    if (pOwner == nullptr && pOuter != nullptr && pOuter->Find(szKey) != nullptr) pOwner = pOuter;
+    return pOwner == nullptr ? "" : pOwner->szWhere;
+}
+
 class CShapeWalk
 {
 public:
@@ -109,9 +117,12 @@ public:
 private:
     void Unknown(const Node& object, const KeyPlace& stPlace, const Object& stObject, const Object* pOuter);
     std::string Meant(const Node& object, const std::string& strKey, const Object& stObject, const Object* pOuter);
+    std::string Outcome(const Node& node, const std::string& strOutcome) const;
     void Value(const Node& node, const Key& stKey, const Object& stObject);
-    void WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome);
-    std::string Mended(const Json::Value& value, Type eType) const;
+    void WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome,
+                   bool bAnyText = false);
+    std::string Mended(const Json::Value& value, Type eType, bool bAnyText) const;
+    void Converted(const Node& node, const std::string& strName);
     void Word(const Node& node, const Key& stKey);
     void Elements(const Node& list, const Key& stKey, const Object& stOuter);
     void Element(const Node& node, const Key& stKey, const Object& stOuter);
@@ -121,15 +132,16 @@ private:
 
 void CShapeWalk::Members(const Node& object, const Object& stObject, const Object* pOuter)
 {
-    std::set<std::string_view> setSeen;
+    std::map<std::string_view, std::size_t> mapSeen;
     const auto nStart = static_cast<std::size_t>(object.value.getOffsetStart());
     for (const KeyPlace& stPlace : m_report.Places().Keys(nStart)) {
         const Node member = object.Member(stPlace.strKey);
         const Key* pKey = stObject.Find(stPlace.strKey);
-        if (!setSeen.insert(stPlace.strKey).second) {
+        const auto [itFirst, bFirst] = mapSeen.emplace(stPlace.strKey, stPlace.stSpan.nStart);
+        if (!bFirst) {
             m_report.At(stPlace.stSpan, member.strPointer,
                         {Severity::ERROR, "duplicate-key",
-                         Quoted(stPlace.strKey) + " stands here again: the value before is lost"});
+                         Quoted(stPlace.strKey) + " stands here again: the value before is lost", "", itFirst->second});
             continue;
         }
         if (pKey == nullptr)
@@ -141,67 +153,89 @@ void CShapeWalk::Members(const Node& object, const Object& stObject, const Objec
 
 void CShapeWalk::Unknown(const Node& object, const KeyPlace& stPlace, const Object& stObject, const Object* pOuter)
 {
-    m_report.At(stPlace.stSpan, object.Member(stPlace.strKey).strPointer,
-                {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is an unknown key: ignored",
-                 Meant(object, stPlace.strKey, stObject, pOuter)});
+    m_report.At(
+        stPlace.stSpan, object.Member(stPlace.strKey).strPointer,
+        {Severity::ERROR, "unknown-key", Outcome(object, Quoted(stPlace.strKey) + " is an unknown key: ignored"),
+         Meant(object, stPlace.strKey, stObject, pOuter)});
 }
 
-// What the author of an unknown key meant: one that is written alike, one of another object, or a slip.
+// What the author of an unknown key meant: a slip of one that belongs there, one of another object, or a word for one.
 std::string CShapeWalk::Meant(const Node& object, const std::string& strKey, const Object& stObject,
                               const Object* pOuter)
 {
     std::vector<std::string_view> vMissing;
-    std::string_view szAlike;
-    for (const Key& stKey : stObject) {
-        if (!object.value.isMember(stKey.szName.data())) vMissing.push_back(stKey.szName);
-        if (AreAlike(stKey.szName, strKey)) szAlike = stKey.szName;
-    }
-    if (szAlike.empty()) szAlike = MostAlike(strKey, vMissing);
-    if (szAlike.empty()) szAlike = Abbreviated(strKey, vMissing);
-    const Object* pOwner = OwnerBelow(stObject, strKey, 2);
-    if (pOwner == nullptr && pOuter != nullptr && pOuter->Find(strKey) != nullptr) pOwner = pOuter;
-    if (pOwner != nullptr && (szAlike.empty() || !AreAlike(szAlike, strKey)))
-        return std::string("it belongs into ") + pOwner->szWhere;
-    if (!szAlike.empty()) m_report.Doubt(object.Member(szAlike).strPointer);
-    return DidYouMean(szAlike);
+    std::vector<std::string_view> vThere;
+    for (const Key& stKey : stObject) (object.Has(stKey.szName) ? vThere : vMissing).push_back(stKey.szName);
+    std::vector<std::string_view> vAll = vMissing;
+    vAll.insert(vAll.end(), vThere.begin(), vThere.end());
+
+    std::string_view szMeant = MostAlike(strKey, vAll, 1);
+    if (szMeant.empty()) szMeant = SameMeaning(strKey, vMissing);
+    const std::string strOwner = szMeant.empty() ? Owner(stObject, strKey, pOuter) : "";
+    if (!strOwner.empty()) return "it belongs into " + strOwner;
+    if (szMeant.empty()) szMeant = MostAlike(strKey, vAll, 2);
+    if (szMeant.empty()) szMeant = Nearest(strKey, vMissing);
+    if (!szMeant.empty() && object.Has(szMeant)) return "did you mean " + Quoted(szMeant) + ", which is there already?";
+    if (!szMeant.empty()) m_report.Doubt(object.Member(szMeant).strPointer);
+    return DidYouMean(szMeant);
 }
 
 void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObject)
 {
     const TypeWords& stWords = WordsOf(stKey.eType);
-    if (stKey.eType == Type::SCALAR && IsScalar(node.value)) return;
+    if (stKey.eType == Type::SCALAR && IsScalar(node.value)) return Converted(node, Quoted(stKey.szName));
     if (!Fits(node.value, stKey.eType)) {
         const bool bTaken = stObject.eReading == Reading::TAKE && stKey.pObject == nullptr;
         const char* szOutcome = stKey.szOtherwise != nullptr ? stKey.szOtherwise
                                 : bTaken                     ? "ignored"
                                                              : stWords.szFilled;
-        return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome);
+        const bool bAnyText = stKey.pWords == nullptr && stKey.szExact.empty();
+        return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome, bAnyText);
     }
     if (node.value.isString()) Word(node, stKey);
     if (node.value.isObject() && stKey.pObject != nullptr) Members(node, *stKey.pObject, &stObject);
     if (node.value.isArray() && stKey.eType != Type::ANYTHING) Elements(node, stKey, stObject);
 }
 
-void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome)
+// What a finding's text says comes of it; of what the application reads that is not known.
+std::string CShapeWalk::Outcome(const Node& node, const std::string& strOutcome) const
+{
+    if (!m_report.IsForApplication(node)) return strOutcome;
+    return strOutcome.substr(0, strOutcome.rfind(": ")) + ": left to the application, which reads it";
+}
+
+void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome,
+                           bool bAnyText)
 {
     const char* szWanted = WordsOf(eType).szWords;
     const bool bRange =
         node.value.isNumeric() && IsWhole(node.value) && (eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER);
     if (bRange)
         return m_report.AtValue(
-            node, {Severity::ERROR, "out-of-range",
-                   strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) +
-                       " to " + std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome});
-    m_report.AtValue(node, {Severity::ERROR, "wrong-type",
-                            strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome,
-                            Mended(node.value, eType)});
+            node,
+            {Severity::ERROR, "out-of-range",
+             Outcome(node, strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) +
+                               " to " + std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome)});
+    m_report.AtValue(node,
+                     {Severity::ERROR, "wrong-type",
+                      Outcome(node, strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome),
+                      Mended(node.value, eType, bAnyText)});
 }
 
 // How a value of the wrong type could be written.
-std::string CShapeWalk::Mended(const Json::Value& value, Type eType) const
+// A scalar that is read as a text though it is none.
+void CShapeWalk::Converted(const Node& node, const std::string& strName)
+{
+    if (node.value.isString()) return;
+    m_report.AtValue(node, {Severity::NOTE, "converted",
+                            Outcome(node, strName + " is " + KindOf(node.value) + ", not a text: reads as " +
+                                              Quoted(node.value.asString()))});
+}
+
+std::string CShapeWalk::Mended(const Json::Value& value, Type eType, bool bAnyText) const
 {
     const std::string strSource(m_report.Source(value));
-    if (eType == Type::TEXT && (value.isNumeric() || value.isBool())) return DidYouMean(strSource);
+    if (eType == Type::TEXT && value.isNumeric() && bAnyText) return DidYouMean(strSource);
     if (eType == Type::INTEGER && value.isString()) {
         const std::string strInner = value.asString();
         const bool bNumber =
@@ -221,17 +255,18 @@ void CShapeWalk::Word(const Node& node, const Key& stKey)
     if (strWord.empty()) return;
     if (!stKey.szExact.empty() && strWord != stKey.szExact && !MostAlike(strWord, {stKey.szExact}).empty())
         m_report.AtValue(node, {Severity::ERROR, "unknown-word",
-                                Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
-                                    Quoted(stKey.szExact) + ": taken like any other text",
+                                Outcome(node, Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
+                                                  Quoted(stKey.szExact) + ": taken like any other text"),
                                 DidYouMean(stKey.szExact)});
     if (stKey.pWords == nullptr) return;
     const std::vector<std::string_view> vWords = stKey.pWords();
     for (const std::string_view szWord : vWords)
         if (szWord == strWord) return;
-    m_report.AtValue(node, {Severity::ERROR, "unknown-word",
-                            Quoted(stKey.szName) + " is " + Quoted(strWord) + ", an unknown word" +
-                                (stKey.szOtherwise == nullptr ? "" : std::string(": ") + stKey.szOtherwise),
-                            DidYouMean(MostAlike(strWord, vWords))});
+    m_report.AtValue(node,
+                     {Severity::ERROR, "unknown-word",
+                      Outcome(node, Quoted(stKey.szName) + " is " + Quoted(strWord) + ", an unknown word" +
+                                        (stKey.szOtherwise == nullptr ? "" : std::string(": ") + stKey.szOtherwise)),
+                      DidYouMean(Nearest(strWord, vWords))});
 }
 
 void CShapeWalk::Elements(const Node& list, const Key& stKey, const Object& stOuter)
@@ -258,10 +293,7 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, const Object& stOut
             return;
         default:
             if (!IsScalar(node.value)) return WrongType(node, strName, Type::TEXT, "reads as an empty text");
-            if (!node.value.isString())
-                m_report.AtValue(node, {Severity::NOTE, "converted",
-                                        strName + " is " + KindOf(node.value) + ", not a text: reads as " +
-                                            Quoted(node.value.asString())});
+            Converted(node, strName);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 #include "rendering/Text.h"
 
@@ -18,6 +19,20 @@ std::string Plain(std::string_view szWord)
         if (std::string_view(" \t_-").find(c) == std::string_view::npos)
             strPlain += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return strPlain;
+}
+
+// Parts of words that people take for each other.
+constexpr std::pair<std::string_view, std::string_view> kSameMeanings[] = {
+    {"number", "no"},  {"message", "msg"}, {"sequence", "seq"},     {"volume", "amount"}, {"url", "website"},
+    {"name", "title"}, {"text", "msg"},    {"candidates", "names"}, {"minutes", "time"},  {"position", "index"},
+};
+
+bool IsPart(std::string_view szLong, std::string_view szShort)
+{
+    if (szShort.size() < 2 || szShort.size() >= szLong.size()) return false;
+    const std::size_t nRest = szLong.size() - szShort.size();
+    return (szLong.substr(nRest) == szShort && szLong[nRest - 1] == '_') ||
+           (szLong.substr(0, szShort.size()) == szShort && szLong[szShort.size()] == '_');
 }
 
 // How many characters must be added, left out, replaced or swapped with their neighbour.
@@ -48,16 +63,18 @@ bool AreAlike(std::string_view szOne, std::string_view szOther)
     return Plain(szOne) == Plain(szOther);
 }
 
-std::string_view MostAlike(std::string_view szWord, const std::vector<std::string_view>& vWords)
+std::string_view MostAlike(std::string_view szWord, const std::vector<std::string_view>& vWords, std::size_t nMost)
 {
     if (szWord.size() > kLongestWord) return {};
     const std::string strPlain = Plain(szWord);
     std::string_view szBest;
-    std::size_t nBest = std::clamp<std::size_t>(strPlain.size() / 3, 1, 3) + 1;
+    std::size_t nBest = std::clamp<std::size_t>(strPlain.size() / 3, 1, nMost) + 1;
     for (const std::string_view szCandidate : vWords) {
         const std::string strCandidate = Plain(szCandidate);
         const std::size_t nSlips = Slips(strPlain, strCandidate);
-        if (nSlips >= nBest || nSlips + 1 >= std::max<std::size_t>(strCandidate.size(), 2)) continue;
+        const bool bTurned = strPlain.size() == 2 && strPlain[0] == strCandidate[1] && strPlain[1] == strCandidate[0];
+        const bool bTooShort = nSlips + 1 >= std::max<std::size_t>(strCandidate.size(), 2);
+        if (nSlips >= nBest || (bTooShort && !bTurned)) continue;
         nBest = nSlips;
         szBest = szCandidate;
     }
@@ -74,6 +91,44 @@ std::string_view Abbreviated(std::string_view szWord, const std::vector<std::str
         if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
     }
     return {};
+}
+
+std::string_view SameMeaning(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    const std::string strWord = '_' + std::string(szWord.substr(0, kLongestWord)) + '_';
+    const auto Changed = [&strWord](std::string_view szFrom, std::string_view szTo) {
+        const std::string strFrom = '_' + std::string(szFrom) + '_';
+        const std::size_t nAt = strWord.find(strFrom);
+        if (nAt == std::string::npos) return std::string();
+        std::string strResult = strWord;
+        return strResult.replace(nAt + 1, szFrom.size(), szTo);
+    };
+    for (const auto& [szOne, szOther] : kSameMeanings)
+        for (const std::string& strChanged : {Changed(szOne, szOther), Changed(szOther, szOne)})
+            for (const std::string_view szCandidate : vWords)
+                if (!strChanged.empty() && AreAlike(strChanged, szCandidate)) return szCandidate;
+    return {};
+}
+
+std::string_view PartAlike(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    constexpr std::size_t kShortest = 3;
+    std::string_view szOnly;
+    for (const std::string_view szCandidate : vWords) {
+        const bool bBegins = szCandidate.size() >= kShortest && szWord.substr(0, szCandidate.size()) == szCandidate;
+        if (!bBegins && !IsPart(szWord, szCandidate) && !IsPart(szCandidate, szWord)) continue;
+        if (!szOnly.empty()) return {};
+        szOnly = szCandidate;
+    }
+    return szOnly;
+}
+
+std::string_view Nearest(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    std::string_view szNearest = MostAlike(szWord, vWords);
+    if (szNearest.empty()) szNearest = SameMeaning(szWord, vWords);
+    if (szNearest.empty()) szNearest = PartAlike(szWord, vWords);
+    return szNearest.empty() ? Abbreviated(szWord, vWords) : szNearest;
 }
 
 std::string DidYouMean(std::string_view szWord)

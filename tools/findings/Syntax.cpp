@@ -44,56 +44,28 @@ constexpr ForeignWord kForeignWords[] = {
     {"Null", "did you mean null?"},   {"undefined", "did you mean null?"},
 };
 
-// The text from `nStart` on as far as letters and digits go.
-std::string_view WordAt(std::string_view szText, std::size_t nStart)
+constexpr std::string_view kForeignQuotes[] = {"'",      "\u2018", "\u2019", "\u201A", "\u201B", "\u201C",
+                                               "\u201D", "\u201E", "\u201F", "\u00AB", "\u00BB", "`"};
+
+bool IsOfWord(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || std::string_view("_+-.").find(c) != kNowhere;
+}
+
+// The word or number around `nStart`; empty when there is none.
+Span WordAt(std::string_view szText, std::size_t nStart)
 {
     std::size_t nEnd = nStart;
-    while (nEnd < szText.size() && (std::isalnum(static_cast<unsigned char>(szText[nEnd])) != 0 || szText[nEnd] == '_'))
-        ++nEnd;
-    return szText.substr(nStart, nEnd - nStart);
+    while (nEnd < szText.size() && IsOfWord(szText[nEnd])) ++nEnd;
+    if (nEnd == nStart) return {nStart, 0};
+    while (nStart > 0 && IsOfWord(szText[nStart - 1])) --nStart;
+    return {nStart, nEnd - nStart};
 }
 
 // The last character before `nEnd` that is no blank; npos when there is none.
 std::size_t Before(std::string_view szText, std::size_t nEnd)
 {
     return nEnd == 0 ? kNowhere : szText.find_last_not_of(" \t\r\n", nEnd - 1);
-}
-
-// What is wrong at `stSpan`, where the JSON library gave up with `szMessage`; may move the place.
-Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan, const CPlaces& places)
-{
-    Remark stRemark{Severity::ERROR, "not-json", "it is not JSON"};
-    for (const Reason& stReason : kReasons)
-        if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
-
-    const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
-    if (!bSyntax) return stRemark;
-    const char c = stSpan.nStart < szText.size() ? szText[stSpan.nStart] : '\0';
-    const std::size_t nBefore = Before(szText, stSpan.nStart);
-    const std::string_view szWord = WordAt(szText, stSpan.nStart);
-    if (stSpan.nStart >= szText.size()) {
-        stRemark.strText =
-            places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
-    } else if (c == '"' && stSpan.nStart + stSpan.nLength == szText.size()) {
-        stRemark.strText = "this text is not closed";
-    } else if ((c == '}' || c == ']') && nBefore != kNowhere && szText[nBefore] == ',') {
-        stRemark.strText = "nothing follows this comma";
-        stRemark.strSuggestion = "leave it out";
-        stSpan = {nBefore, 1};
-    } else if (c == '\'') {
-        stRemark.strText = "texts and keys stand between double quotation marks";
-    } else if (c == '/') {
-        const bool bOpen = szText.substr(stSpan.nStart, 2) == "/*" && szText.find("*/", stSpan.nStart + 2) == kNowhere;
-        stRemark.strText = bOpen ? "this comment is not closed" : "the library takes no comment here";
-    } else if (!szWord.empty()) {
-        stSpan.nLength = szWord.size();
-        stRemark.strText += ", not " + Quoted(szWord);
-        for (const ForeignWord& stForeign : kForeignWords)
-            if (szWord == stForeign.szWord) stRemark.strSuggestion = stForeign.szMeant;
-    } else {
-        stRemark.strText += ", not " + Quoted(szText.substr(stSpan.nStart, 1));
-    }
-    return stRemark;
 }
 
 // How many bytes the UTF-8 character at the start takes; 0 when it is none.
@@ -115,6 +87,71 @@ std::size_t CharacterLength(std::string_view szText)
     return Continues(3) ? 4 : 0;
 }
 
+// Says what stands at `stSpan` in the place of what `stRemark` misses; makes the place as long as that is.
+void TellUnexpected(std::string_view szText, Span& stSpan, Remark& stRemark)
+{
+    const Span stWord = WordAt(szText, stSpan.nStart);
+    const std::string_view szWord = szText.substr(stWord.nStart, stWord.nLength);
+    const bool bWithin = stWord.nStart != stSpan.nStart;  // what is before it was a value for the JSON library
+    const std::string_view szFirst = bWithin ? "0123456789+-." : "+-.";
+    const bool bNumber = !szWord.empty() && szFirst.find(szWord[0]) != kNowhere;
+    if (szText[stSpan.nStart] == '"') {
+        stRemark.strText += ", before " + Quoted(szText.substr(stSpan.nStart + 1, stSpan.nLength - 2));
+    } else if (bNumber || bWithin) {
+        stRemark.strText = Quoted(szWord) + (bNumber ? " is no number" : " is no value");
+        stSpan = stWord;
+    } else if (!szWord.empty()) {
+        stRemark.strText += ", not " + Quoted(szWord);
+        stSpan = stWord;
+        for (const ForeignWord& stForeign : kForeignWords)
+            if (szWord == stForeign.szWord) stRemark.strSuggestion = stForeign.szMeant;
+    } else {
+        stSpan.nLength = std::max<std::size_t>(CharacterLength(szText.substr(stSpan.nStart)), 1);
+        stRemark.strText += ", not " + Quoted(szText.substr(stSpan.nStart, stSpan.nLength));
+    }
+}
+
+// The quotation mark of another kind that stands there; empty when none does.
+std::string_view ForeignQuote(std::string_view szText)
+{
+    for (const std::string_view szQuote : kForeignQuotes)
+        if (szText.substr(0, szQuote.size()) == szQuote) return szQuote;
+    return {};
+}
+
+// What is wrong at `stSpan`, where the JSON library gave up with `szMessage`; may move the place.
+Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan, const CPlaces& places)
+{
+    Remark stRemark{Severity::ERROR, "not-json", "it is not JSON"};
+    for (const Reason& stReason : kReasons)
+        if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
+
+    const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
+    if (!bSyntax) return stRemark;
+    const std::string_view szRest = szText.substr(std::min(stSpan.nStart, szText.size()));
+    const std::size_t nBefore = Before(szText, stSpan.nStart);
+    const bool bComma = nBefore != kNowhere && szText[nBefore] == ',';
+    if (szRest.empty()) {
+        stRemark.strText =
+            places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
+    } else if (szRest[0] == '"' && (stSpan.nLength == szRest.size() || stSpan.nLength < 2)) {
+        stRemark.strText = "this text is not closed";
+    } else if (bComma && (szRest[0] == '}' || szRest[0] == ']')) {
+        stRemark.strText = "nothing follows this comma";
+        stRemark.strSuggestion = "leave it out";
+        stSpan = {nBefore, 1};
+    } else if (const std::string_view szQuote = ForeignQuote(szRest); !szQuote.empty()) {
+        stRemark.strText = "texts and keys stand between double quotation marks";
+        stSpan.nLength = szQuote.size();
+    } else if (szRest[0] == '/') {
+        const bool bOpen = szRest.substr(0, 2) == "/*" && szRest.find("*/", 2) == kNowhere;
+        stRemark.strText = bOpen ? "this comment is not closed" : "the library takes no comment here";
+    } else {
+        TellUnexpected(szText, stSpan, stRemark);
+    }
+    return stRemark;
+}
+
 void CheckUtf8(std::string_view szText, CReport& report)
 {
     std::size_t nFirst = 0;
@@ -131,11 +168,17 @@ void CheckUtf8(std::string_view szText, CReport& report)
                    (nBad > 1 ? ", nor are " + Count(nBad - 1, "more", "more") : "")});
 }
 
-bool IsUtf16(std::string_view szText)
+// "UTF-16" or "UTF-32" when the text is that; null otherwise.
+const char* WideEncoding(std::string_view szText)
 {
-    const std::string_view szStart = szText.substr(0, 2);
-    return szStart == "\xFF\xFE" || szStart == "\xFE\xFF" ||
-           (szStart.size() == 2 && (szStart[0] == '\0') != (szStart[1] == '\0'));
+    const std::string_view szStart = szText.substr(0, 4);
+    if (szStart.size() < 2) return nullptr;
+    const bool bMark = szStart.substr(0, 2) == "\xFF\xFE" || szStart.substr(0, 2) == "\xFE\xFF";
+    if (szStart.size() == 4) {
+        const auto nZeros = std::count(szStart.begin(), szStart.end(), '\0');
+        if (nZeros == 3 || (nZeros == 2 && (bMark || szStart == std::string_view("\0\0\xFE\xFF", 4)))) return "UTF-32";
+    }
+    return bMark || (szStart[0] == '\0') != (szStart[1] == '\0') ? "UTF-16" : nullptr;
 }
 
 }  // namespace
@@ -147,8 +190,10 @@ bool HasByteOrderMark(std::string_view szText)
 
 bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
 {
-    if (IsUtf16(szText)) {
-        report.At({0, 1}, "", {Severity::ERROR, "utf-16", "the text is UTF-16", "write it as UTF-8"});
+    if (const char* szEncoding = WideEncoding(szText)) {
+        report.At({0, 1}, "",
+                  {Severity::ERROR, szEncoding[4] == '1' ? "utf-16" : "utf-32",
+                   std::string("the text is ") + szEncoding, "write it as UTF-8"});
         return false;
     }
     const CPlaces& places = report.Places();

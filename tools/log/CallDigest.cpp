@@ -220,16 +220,16 @@ std::vector<std::string> CCallDigest::Missing() const
     return vMissing;
 }
 
-std::string CCallDigest::Reason() const
+std::string CCallDigest::Reason(std::string_view szReply) const
 {
     if (m_bNoService) return "there is no service";
-    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason();
+    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason(szReply);
 }
 
-std::string CCallDigest::Words() const
+std::string CCallDigest::Words(std::string_view szReply) const
 {
     if (m_bNoService && m_eKind == CallKind::STOP) return "there was no service";
-    if (m_eResult == Result::REFUSED) return "refused: " + Reason();
+    if (m_eResult == Result::REFUSED) return "refused: " + Reason(szReply);
     if (m_eResult == Result::UNKNOWN) return "unknown";
     return m_eKind == CallKind::REPLY ? RecordWords() : "done";
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/LogTap.h"
@@ -45,8 +46,8 @@ public:
     bool IsHandOver() const { return m_bHandOver; }
     bool IsFailedSearch() const { return m_bFailedSearch; }
 
-    // Why it was refused, half a sentence, and the line that says so.
-    std::string Reason() const;
+    // Why it was refused, half a sentence, with the reply as far as it is known; and the line that says so.
+    std::string Reason(std::string_view szReply = {}) const;
     const std::string& ReasonLine() const { return m_refusal.Line(); }
 
     // Of all: the call found no service. Of a start: the service was there already.
@@ -57,8 +58,8 @@ public:
     // the last one is "the end".
     std::vector<std::string> Missing() const;
 
-    // Says the result in words: "accepted: volumeup, code 12".
-    std::string Words() const;
+    // Says the result in words, "volumeup, code 12", with the reply in the same way.
+    std::string Words(std::string_view szReply = {}) const;
 
     static constexpr int kPieces = 3;  // the step of a reply's pieces
     static constexpr int kCode = 7;    // the one behind which it is known to be no error

@@ -28,7 +28,7 @@ std::string Row(const std::vector<std::string>& vCells, std::size_t nPlace)
 
 std::string OutcomeOf(const LogCall& call, const CallReport& stReport)
 {
-    if (call.digest.Kind() != CallKind::STATUS || !stReport.nStatus) return call.digest.Words();
+    if (call.digest.Kind() != CallKind::STATUS || !stReport.nStatus) return call.digest.Words(call.reply.Text());
     const std::string strOptions = call.stSet.Options();
     std::string strStatus = RenderStatus(*stReport.nStatus);
     strStatus.pop_back();  // its line break
@@ -162,7 +162,8 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     value["kind"] = NameOf(call.digest.Kind());
     constexpr const char* kResults[] = {"unknown", "done", "refused"};
     value["outcome"] = kResults[static_cast<int>(call.digest.GetResult())];
-    if (call.digest.GetResult() == CCallDigest::Result::REFUSED) value["reason"] = call.digest.Reason();
+    if (call.digest.GetResult() == CCallDigest::Result::REFUSED)
+        value["reason"] = call.digest.Reason(call.reply.Text());
     if (!call.digest.Action().empty()) value["action"] = call.digest.Action();
     if (call.digest.Code() >= 0) value["code"] = call.digest.Code();
     if (stReport.nStatus) value["status"] = *stReport.nStatus;

@@ -79,6 +79,7 @@ private:
     CProgress m_progress;
     std::string m_strHead;  // what was read to see what the file is
     std::size_t m_nLine = 0;
+    bool m_bTurn = false;  // there was a line that is not blank
 };
 
 void CEntries::Read(FileForm eForm)
@@ -139,13 +140,17 @@ void CEntries::Conversation()
         m_progress.Show(m_file.Position());
     }
     if (!strCut.empty()) Turn(strCut);
-    if (!m_file.Failure().empty()) Refuse(m_file.Failure(), true);
+    if (!m_file.Failure().empty())
+        Refuse(m_file.Failure(), true);
+    else if (!m_bTurn)
+        Refuse("the conversation is empty", false);
 }
 
 void CEntries::Turn(std::string_view szLine)
 {
     ++m_nLine;
     if (IsBlank(szLine)) return;
+    m_bTurn = true;
     Entry stEntry = Make(m_nLine);
     stEntry.stReply.strSource += ':' + std::to_string(m_nLine);
     stEntry.stReply.szTurn = szLine;

@@ -22,6 +22,18 @@ std::size_t CharacterStart(std::string_view szText, std::size_t n)
     return n;
 }
 
+std::string Visible(std::string_view szText)
+{
+    return Host::Printable(szText, {}, true);
+}
+
+std::string OtherPlace(const Finding& stFinding)
+{
+    if (stFinding.nOther == Finding::kNoOther) return {};
+    return " (it stands in line " + std::to_string(stFinding.nOtherLine) + ", column " +
+           std::to_string(stFinding.nOtherColumn) + ')';
+}
+
 }  // namespace
 
 std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint)
@@ -29,7 +41,7 @@ std::string FindingLine(const std::string& strFile, const Finding& stFinding, co
     const std::string strPlace = Host::Printable(strFile) + ':' + std::to_string(stFinding.nLine) + ':' +
                                  std::to_string(stFinding.nColumn) + ": ";
     return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + stFinding.strText +
-           (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion) +
+           OtherPlace(stFinding) + (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion) +
            paint.Faint(" [" + stFinding.strCode + ']') + '\n';
 }
 
@@ -46,9 +58,9 @@ std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, co
     const std::size_t nTo = bTail ? CharacterStart(szText, nPlace + kBehind) : std::max(nLineEnd, nPlace);
     const std::size_t nMarkedTo = std::clamp(nPlace + stFinding.nLength, nPlace, nTo);
 
-    const std::string strBefore = (bHead ? "..." : "") + Host::Printable(szText.substr(nFrom, nPlace - nFrom));
-    const std::string strMarked = Host::Printable(szText.substr(nPlace, nMarkedTo - nPlace));
-    const std::string strBehind = Host::Printable(szText.substr(nMarkedTo, nTo - nMarkedTo)) + (bTail ? "..." : "");
+    const std::string strBefore = (bHead ? "..." : "") + Visible(szText.substr(nFrom, nPlace - nFrom));
+    const std::string strMarked = Visible(szText.substr(nPlace, nMarkedTo - nPlace));
+    const std::string strBehind = Visible(szText.substr(nMarkedTo, nTo - nMarkedTo)) + (bTail ? "..." : "");
     const std::size_t nMarks = std::max<std::size_t>(Columns(strMarked), 1);
     return "  " + strBefore + strMarked + strBehind + "\n  " + std::string(Columns(strBefore), ' ') +
            paint.Label('^' + std::string(nMarks - 1, '~')) + '\n';
@@ -65,7 +77,7 @@ std::string FindingJson(const std::string& strFile, const Finding& stFinding)
     object["severity"] = SeverityWord(stFinding.eSeverity);
     object["code"] = stFinding.strCode;
     object["pointer"] = stFinding.strPointer;
-    object["text"] = stFinding.strText;
+    object["text"] = stFinding.strText + OtherPlace(stFinding);
     object["suggestion"] = stFinding.strSuggestion;
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";

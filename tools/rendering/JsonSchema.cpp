@@ -3,6 +3,7 @@
 
 #include <json/writer.h>
 
+#include <cctype>
 #include <limits>
 
 namespace
@@ -24,6 +25,34 @@ void LimitIntegers(Json::Value& schema)
 {
     schema["minimum"] = std::numeric_limits<int>::min();
     schema["maximum"] = std::numeric_limits<int>::max();
+}
+
+// An object that is one, or a text that holds something.
+void Need(Json::Value& schema)
+{
+    const bool bText = schema.isMember("type");  // else it is a reference to an object
+    if (!bText) schema["type"] = "object";
+    if (bText) schema["minLength"] = 1;
+}
+
+// The text as it stands, or one that differs in more than case and blanks.
+Json::Value Exactly(std::string_view szExact)
+{
+    std::string strPattern = "^\\s*";
+    for (const char c : szExact) {
+        const bool bLetter = std::isalpha(static_cast<unsigned char>(c)) != 0;
+        const auto nLetter = static_cast<unsigned char>(c);
+        if (bLetter)
+            strPattern +=
+                {'[', static_cast<char>(std::toupper(nLetter)), static_cast<char>(std::tolower(nLetter)), ']'};
+        else
+            strPattern += {'\\', c};
+    }
+    Json::Value list(Json::arrayValue);
+    list[0]["const"] = std::string(szExact);
+    list[1]["not"]["type"] = "string";
+    list[1]["not"]["pattern"] = strPattern + "\\s*$";
+    return list;
 }
 
 class CJsonSchema
@@ -49,7 +78,6 @@ CJsonSchema::CJsonSchema(const Object& stObject)
     m_root["$defs"] = Json::objectValue;
     m_root["$ref"] = Reference(stObject)["$ref"];
     m_root["type"] = "object";
-    m_root["required"].append("rsp");
 }
 
 std::string CJsonSchema::Text() const
@@ -73,7 +101,10 @@ void CJsonSchema::Define(const Object& stObject)
     m_root["$defs"][stObject.szName] = definition;  // the place is taken before its parts are defined
     definition["description"] = stObject.szComment;
     definition["type"] = Types({"object", "null"});
-    for (const Key& stKey : stObject) definition["properties"][std::string(stKey.szName)] = Property(stKey);
+    for (const Key& stKey : stObject) {
+        definition["properties"][std::string(stKey.szName)] = Property(stKey);
+        if (stKey.bNeeded && stKey.eType == Type::OBJECT) definition["required"].append(std::string(stKey.szName));
+    }
     if (stObject.pKinds == nullptr)
         definition["additionalProperties"] = false;
     else
@@ -126,6 +157,8 @@ Json::Value CJsonSchema::Property(const Key& stKey)
             schema["type"] = Types({"array", "null"});
             schema["items"] = Element(stKey);
     }
+    if (stKey.bNeeded) Need(schema);
+    if (!stKey.szExact.empty()) schema["anyOf"] = Exactly(stKey.szExact);
     if (stKey.pWords != nullptr) {
         for (const std::string_view szWord : stKey.pWords()) schema["enum"].append(std::string(szWord));
         schema["enum"].append(Json::nullValue);

@@ -57,8 +57,8 @@ std::string Shown(std::string_view szText)
 std::string Quoted(std::string_view szText)
 {
     constexpr std::string_view kEscaped = "\"\\";
-    if (szText.size() <= kLongestShown) return '"' + Host::Printable(szText, kEscaped) + '"';
-    return '"' + Host::Printable(Head(szText, kLongestShown), kEscaped) + Rest(szText) + '"';
+    if (szText.size() <= kLongestShown) return '"' + Host::Printable(szText, kEscaped, true) + '"';
+    return '"' + Host::Printable(Head(szText, kLongestShown), kEscaped, true) + Rest(szText) + '"';
 }
 
 std::string Joined(const std::vector<std::string>& vTexts)

@@ -24,8 +24,8 @@ private:
 // included, and a very long one cut with its length told.
 std::string Shown(std::string_view szText);
 
-// The same between quotation marks, so that an empty text and outer blanks show; a quotation mark and a backslash
-// within get a backslash before them.
+// The same between quotation marks, so that an empty text and outer blanks show, and with \xNN for characters that
+// would not show; a quotation mark and a backslash within get a backslash before them.
 std::string Quoted(std::string_view szText);
 
 // "one, two, three"

@@ -1,9 +1,12 @@
 // The log lines that end a reply, and what they mean.
 #include "session/Refusal.h"
 
+#include <json/value.h>
+
 #include <algorithm>
 #include <string_view>
 
+#include "reading/Input.h"
 #include "rendering/Text.h"
 
 namespace
@@ -39,6 +42,16 @@ bool Behind(std::string_view szText, std::string_view szPrefix, std::string_view
     return true;
 }
 
+// A failure of which the log says that its code is 0: that of the reply may be, or there is none.
+std::string CodeZeroInWords(std::string_view szReply)
+{
+    Json::Value root;
+    if (szReply.empty() || !ParseJson(szReply, false, root))
+        return "the server reported error 0, or a failure without a code";
+    const bool bCode = Json::Path(".rsp.err.code").resolve(root).isInt();
+    return bCode ? "the server reported error 0" : "the server reported a failure without a code";
+}
+
 }  // namespace
 
 bool CRefusal::Hears(std::string_view szFormat)
@@ -60,19 +73,20 @@ void CRefusal::Listen(const LogLine& stLine)
         m_strReason = "the server reported error " + Shown(szRest.substr(0, nMessage));
         m_strLine = stLine.strLine;
     } else if (stLine.strFunction == "t_ParseSearchServer" && Behind(stLine.strMessage, "nErrCode:", szRest)) {
-        // A code that is absent or no code reads as 0.
-        m_strReason = szRest == "0" ? "the server reported a failure without a code"
-                                    : "the server reported error " + std::string(szRest);
+        m_bCodeZero = szRest == "0";
+        m_strReason = "the server reported error " + std::string(szRest);
     }
     for (const Meaning& stMeaning : kMeanings) {
         if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
+        m_bCodeZero = false;
         m_strReason = stMeaning.szReason;
         m_strLine = stLine.strLine;
     }
 }
 
-std::string CRefusal::Reason() const
+std::string CRefusal::Reason(std::string_view szReply) const
 {
     if (m_strReason.empty()) return "the library does not say why";
-    return m_strServerMessage.empty() ? m_strReason : m_strReason + ": " + Shown(m_strServerMessage);
+    const std::string strReason = m_bCodeZero ? CodeZeroInWords(szReply) : m_strReason;
+    return m_strServerMessage.empty() ? strReason : strReason + ": " + Shown(m_strServerMessage);
 }

@@ -16,8 +16,9 @@ public:
     // Whether a line whose message has this format can say something: the others need not be listened to.
     static bool Hears(std::string_view szFormat);
 
-    // The reason as half a sentence, "it has no \"rsp\"".
-    std::string Reason() const;
+    // The reason as half a sentence, "it has no \"rsp\"". The log has the code 0 for none too: where `szReply`, the
+    // reply, is known it tells which.
+    std::string Reason(std::string_view szReply = {}) const;
 
     // The line that the reason rests on. Of a reply without "rsp" it is the line behind which more should come.
     const std::string& Line() const { return m_strLine; }
@@ -26,6 +27,7 @@ private:
     std::string m_strReason;
     std::string m_strLine;
     std::string m_strServerMessage;
+    bool m_bCodeZero = false;  // the reason is a failure of the code 0, or of none
 };
 
 #endif

@@ -68,10 +68,12 @@ void CSession::Run(Entry&& stEntry, const Show& show, bool bQuiet) const
         stCase.strRefusal = stEntry.bUnreadable ? "it cannot be read: " + stEntry.strReason : stEntry.strReason;
     }
     show(stCase);
-    if (stCase.bAccepted || (bQuiet && !stEntry.bUnreadable)) return;
     const std::string& strSource = stCase.stReply.strSource;
-    Fail(stEntry.bUnreadable ? strSource + " cannot be read: " + stEntry.strReason
-                             : strSource + " is refused: " + stCase.strRefusal);
+    if (stEntry.bUnreadable)
+        Fail(strSource + " cannot be read: " + stEntry.strReason);
+    else if (!stCase.bAccepted && !bQuiet)
+        Fail(strSource + " is refused: " + stCase.strRefusal);
+    if (!bQuiet) StopWithoutReader();
 }
 
 void CSession::Ask(Case& stCase, CADataRepository::_ConvActionInfo& info) const
@@ -87,6 +89,6 @@ void CSession::Ask(Case& stCase, CADataRepository::_ConvActionInfo& info) const
     const CLogTap tap(Keep, m_bKeepLog ? nullptr : CRefusal::Hears);
     stCase.bAccepted = ca_get_speech_action(stReply.strUtterance, stReply.strText, info);
     if (stCase.bAccepted) return;
-    stCase.strRefusal = refusal.Reason();
+    stCase.strRefusal = refusal.Reason(stReply.strText);
     stCase.strRefusalLine = refusal.Line();
 }

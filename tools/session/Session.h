@@ -20,8 +20,9 @@ public:
     CSession& operator=(const CSession&) = delete;
 
     // Hands every reply of the file to the library and what came of it to `show`; what never reached the library is a
-    // refused case without a record. What was refused is complained of behind it, unless `bQuiet`;
-    // what cannot be read always is.
+    // refused case without a record. What was refused is complained of behind it, and when
+    // nobody reads standard output any more, the rest is left out by an exception: unless `bQuiet`. What cannot be read
+    // is always complained of.
     using Show = std::function<void(const Case&)>;
     void RunFile(const std::string& strFile, FileForm eForm, const std::string& strUtterance, const Show& show,
                  bool bQuiet = false);
