@@ -68,8 +68,9 @@ std::vector<Difference> DifferencesOf(const Told& stOne, const Told& stOther)
 bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
 {
     if (pOne == nullptr || pOther == nullptr) {
-        const Told& stTold = pOne == nullptr ? *pOther : *pOne;
-        Print(paint.Title(Shown(stTold.strSource)) + "\n    has no counterpart\n");
+        const Told* const pAlone = pOne == nullptr ? pOther : pOne;
+        if (pAlone == nullptr) return false;
+        Print(paint.Title(Shown(pAlone->strSource)) + "\n    has no counterpart\n");
         return true;
     }
     const std::vector<Difference> vDifferences = DifferencesOf(*pOne, *pOther);

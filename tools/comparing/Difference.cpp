@@ -37,7 +37,8 @@ void CComparison::Members(const std::string& strPath, const Json::Value& one, co
     if (!m_bPart)
         for (const std::string& strName : other.getMemberNames()) names.insert(strName);
     for (const std::string& strName : names) {
-        const std::string strMember = strPath.empty() ? strName : strPath + '.' + strName;
+        std::string strMember = strPath;
+        strMember.append(strPath.empty() ? "" : ".").append(strName);
         if (one.isMember(strName) && other.isMember(strName))
             Compare(strMember, one[strName], other[strName]);
         else if (one.isMember(strName))

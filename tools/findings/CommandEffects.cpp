@@ -187,7 +187,7 @@ Node ActionOf(const Node& command, const CReport& report)
 {
     const Node params = command.Member("params");
     for (Json::ArrayIndex i = params.Size(); i > 0; --i) {
-        const Node action = params.Element(i - 1).Member("action");
+        Node action = params.Element(i - 1).Member("action");
         if (action.value.isString() || report.IsDoubted(action)) return action;
     }
     return command.Member("action");

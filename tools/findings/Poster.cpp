@@ -33,7 +33,7 @@ int SizeCode(const Json::Value& images, const char* szKind)
 // The template with the size code, as long as it gets.
 std::string Filled(const std::string& strTemplate, int nSize)
 {
-    constexpr std::size_t kWidest = 2 * 1024;  // width and precision have three digits at most
+    constexpr std::size_t kWidest = 2048;  // width and precision have three digits at most
     const CLogQuiet quiet;
     std::string strUrl(strTemplate.size() + kWidest, '\0');
     CCAUtil::VsnPrint(strUrl.data(), static_cast<int>(strUrl.size()), strTemplate.c_str(), nSize);

@@ -126,6 +126,7 @@ private:
     void Word(const Node& node, const Key& stKey);
     void Elements(const Node& list, const Key& stKey, const Object& stOuter);
     void Element(const Node& node, const Key& stKey, const Object& stOuter);
+    void ObjectElement(const Node& node, const std::string& strName, const Object& stObject, const Object& stOuter);
 
     CReport& m_report;
 };
@@ -274,16 +275,22 @@ void CShapeWalk::Elements(const Node& list, const Key& stKey, const Object& stOu
     for (Json::ArrayIndex i = 0; i < list.Size(); ++i) Element(list.Element(i), stKey, stOuter);
 }
 
+void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, const Object& stObject,
+                               const Object& stOuter)
+{
+    if (!node.value.isObject()) return WrongType(node, strName, Type::OBJECT, stObject.szNoObject);
+    if (const Description::Kind* pKind = stObject.KindOf(node.Member("type").Text()))
+        return Members(node, *pKind->pObject, &stOuter);
+    if (stObject.pKinds == nullptr) return Members(node, stObject, &stOuter);
+    if (node.Has("type")) Value(node.Member("type"), *stObject.pKeys, stObject);
+}
+
 void CShapeWalk::Element(const Node& node, const Key& stKey, const Object& stOuter)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
     switch (stKey.eType) {
         case Type::OBJECTS:
-            if (!node.value.isObject()) return WrongType(node, strName, Type::OBJECT, stKey.pObject->szNoObject);
-            if (const Description::Kind* pKind = stKey.pObject->KindOf(node.Member("type").Text()))
-                return Members(node, *pKind->pObject, &stOuter);
-            if (stKey.pObject->pKinds == nullptr) return Members(node, *stKey.pObject, &stOuter);
-            if (node.Has("type")) Value(node.Member("type"), *stKey.pObject->pKeys, *stKey.pObject);
+            if (stKey.pObject != nullptr) ObjectElement(node, strName, *stKey.pObject, stOuter);
             return;
         case Type::TEXTS:
             if (!node.value.isString()) WrongType(node, strName, Type::TEXT, "skipped");
