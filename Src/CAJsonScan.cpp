@@ -91,6 +91,7 @@ bool CAJsonScan::t_ScanNested()
                 m_Opened[m_nDepth++] = *m_pNext++;
                 break;
             case Kind::CLOSE:
+                // cppcheck-suppress negativeIndex  // one is open: the scan begins with a bracket and ends with its end
                 if (m_Opened[--m_nDepth] != (*m_pNext++ == ']' ? '[' : '{')) return false;
                 if (m_nDepth == 0) return true;
                 break;

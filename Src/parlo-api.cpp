@@ -21,6 +21,7 @@ void ReportException(const char* szOperation)
 {
     try {
         try {
+            // cppcheck-suppress rethrowNoCurrentException  // a handler calls this
             throw;
         } catch (const abi::__forced_unwind&) {
             throw;

@@ -3,6 +3,7 @@
 
 #include <cctype>
 #include <cstdlib>
+#include <cstring>
 
 #include "CAParseJson.h"
 #include "CAPosterFormat.h"
@@ -37,7 +38,8 @@ std::string Filled(const std::string& strTemplate, int nSize)
     const CLogQuiet quiet;
     std::string strUrl(strTemplate.size() + kWidest, '\0');
     CCAUtil::VsnPrint(strUrl.data(), static_cast<int>(strUrl.size()), strTemplate.c_str(), nSize);
-    return strUrl.c_str();
+    strUrl.resize(std::strlen(strUrl.c_str()));
+    return strUrl;
 }
 
 constexpr std::string_view kIntegers = "diu";  // conversions that write a size code as it is
