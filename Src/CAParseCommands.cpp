@@ -25,6 +25,19 @@ namespace
 
 constexpr char kOperation[] = "t_ParseTVControl";
 
+// What the library reads of a command.
+struct CommandParts {
+    const Json::Value* pAction;
+    const Json::Value* pIntent;
+    const Json::Value* pParams;
+};
+
+constexpr CAJson::PartKey<CommandParts> kCommandParts[] = {
+    {"action", &CommandParts::pAction},
+    {"intent", &CommandParts::pIntent},
+    {"params", &CommandParts::pParams},
+};
+
 // What of an object in "params" does not plainly fill a field.
 struct ParamParts {
     const Json::Value* pIndex;
@@ -100,11 +113,11 @@ bool CCAParsePacket::t_ParseTVControl(const Json::Value& tvcontrol)
     std::size_t nLogBudget = std::size_t{16} << 20;
     for (const Json::Value& command : Elements(tvcontrol)) {
         _TVControl stTVCtl;
-        stTVCtl.szAction = Text(command, "action");
-        stTVCtl.szIntent = Text(command, "intent");
+        const CommandParts stParts = CAJson::Split(command, kCommandParts);
+        CAJson::Take(*stParts.pAction, stTVCtl.szAction);
+        CAJson::Take(*stParts.pIntent, stTVCtl.szIntent);
         CA_LOGE("szAction:[%s], szIntent:%s", stTVCtl.szAction.c_str(), stTVCtl.szIntent.c_str());
-        const Json::Value& params = Child(command, "params");
-        if (!params.isNull()) ParseCommandParams(*this, params, nLogBudget, stTVCtl);
+        if (!stParts.pParams->isNull()) ParseCommandParams(*this, *stParts.pParams, nLogBudget, stTVCtl);
         CA_LOGD("stTVCtl:website[%s], keyword:[%s]", stTVCtl.szWebsite.c_str(), stTVCtl.szKeyword.c_str());
         pDataHandler->SetTVControl(std::move(stTVCtl));
     }

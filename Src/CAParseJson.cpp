@@ -11,7 +11,6 @@
 using namespace CADataRepository;
 using namespace CAReplyKeys;
 using CAJson::Child;
-using CAJson::Has;
 using CAJson::Int;
 using CAJson::Text;
 
@@ -102,8 +101,9 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
         CA_LOGE("json parse error");
         return false;
     }
-    if (!Has(root, "rsp")) return false;
+    if (!root.isObject()) return false;
     Json::Value& rsp = root["rsp"];
+    if (rsp.isNull()) return false;
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
     CA_LOGD("TAG_RSP");

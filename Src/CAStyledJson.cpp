@@ -16,22 +16,22 @@
 namespace
 {
 
-std::unique_ptr<Json::StreamWriter> g_pWriter;
-
-std::unique_ptr<Json::StreamWriter> NewWriter()
-{
-    return std::unique_ptr<Json::StreamWriter>(Json::StreamWriterBuilder().newStreamWriter());
-}
-
 // Collects what is written to it, up to a limit; a stream on it goes bad there, which makes the rest cheap.
 class CCappedText : public std::streambuf
 {
 public:
-    explicit CCappedText(std::size_t nLimit) : m_nLimit(nLimit) { Grow(std::min<std::size_t>(nLimit, 512)); }
+    void Begin(std::size_t nLimit)
+    {
+        m_nLimit = nLimit;
+        m_strText.clear();
+        setp(nullptr, nullptr);
+        Grow(std::min<std::size_t>(nLimit, 256));
+    }
 
-    std::string Text() &&
+    std::string Take()
     {
         m_strText.resize(Used());
+        setp(nullptr, nullptr);
         return std::move(m_strText);
     }
 
@@ -61,9 +61,38 @@ private:
         setp(m_strText.data() + nUsed, m_strText.data() + m_strText.size());
     }
 
-    std::size_t m_nLimit;
+    std::size_t m_nLimit = 0;
     std::string m_strText;  // what is written, and room for more
 };
+
+// The JSON library's writer with a stream to write to: to make either costs as much as an ordinary command's text.
+class CWriter
+{
+public:
+    CWriter() : m_pWriter(Json::StreamWriterBuilder().newStreamWriter()), m_Stream(&m_Buffer) {}
+
+    // At most `nLimit` bytes.
+    std::string Text(const Json::Value& value, std::size_t nLimit)
+    {
+        const CAPlainNumbers plain;
+        m_Stream.clear();
+        m_Buffer.Begin(nLimit);
+        if (value.hasComment(Json::commentBefore)) m_Stream.put('\n');
+        m_pWriter->write(value, &m_Stream);
+        m_Stream.put('\n');
+        // A stream swallows what is thrown in its buffer: it is bad where there is no room, or no memory.
+        std::string strText = m_Buffer.Take();
+        if (m_Stream.bad() && strText.size() < nLimit) throw std::bad_alloc();
+        return strText;
+    }
+
+private:
+    std::unique_ptr<Json::StreamWriter> m_pWriter;
+    CCappedText m_Buffer;
+    std::ostream m_Stream;
+};
+
+std::unique_ptr<CWriter> g_pWriter;
 
 constexpr Json::CommentPlacement kPlacements[] = {Json::commentBefore, Json::commentAfterOnSameLine,
                                                   Json::commentAfter};
@@ -133,19 +162,7 @@ Json::Value Pruned(const Json::Value& value, std::size_t& nRoom)
 
 std::string Written(const Json::Value& value, std::size_t nLimit)
 {
-    const CAPlainNumbers plain;
-    CCappedText buffer(nLimit);
-    std::ostream stream(&buffer);
-    if (value.hasComment(Json::commentBefore)) stream.put('\n');
-    if (g_pWriter != nullptr)
-        g_pWriter->write(value, &stream);
-    else
-        NewWriter()->write(value, &stream);
-    stream.put('\n');
-    // A stream swallows what is thrown in its buffer: it is bad where there is no room, or no memory.
-    std::string strText = std::move(buffer).Text();
-    if (stream.bad() && strText.size() < nLimit) throw std::bad_alloc();
-    return strText;
+    return g_pWriter != nullptr ? g_pWriter->Text(value, nLimit) : CWriter().Text(value, nLimit);
 }
 
 }  // namespace
@@ -156,7 +173,7 @@ namespace CAStyledJson
 void PrepareWriter() noexcept
 {
     try {
-        g_pWriter = NewWriter();
+        g_pWriter = std::make_unique<CWriter>();
     } catch (const std::exception&) {
         g_pWriter = nullptr;  // no memory now; each text makes its own, if there is memory then
     }
