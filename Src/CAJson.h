@@ -102,29 +102,68 @@ const Line* FindKey(const Line (&keys)[N], std::string_view szKey)
     return nullptr;
 }
 
-// Calls `visit` with the table's line and the value of each member that has a line. Walks the members once, which is
-// cheaper than a search for each key.
-template <typename Line, std::size_t N, typename Visit>
-void ForEachMember(const Json::Value& object, const Line (&keys)[N], const Visit& visit)
+// Overwrites the field that the table has for `szKey` when the value's type fits. Says whether the table has the key.
+template <typename Record, std::size_t N>
+bool TakeMember(std::string_view szKey, const Json::Value& value, const FieldKey<Record> (&keys)[N], Record& record)
+{
+    const FieldKey<Record>* pKey = FindKey(keys, szKey);
+    if (pKey == nullptr) return false;
+    if (pKey->pText != nullptr)
+        Take(value, record.*pKey->pText);
+    else
+        Take(value, record.*pKey->pInt);
+    return true;
+}
+template <typename Parts, std::size_t N>
+bool TakeMember(std::string_view szKey, const Json::Value& value, const PartKey<Parts> (&keys)[N], Parts& parts)
+{
+    const PartKey<Parts>* pKey = FindKey(keys, szKey);
+    if (pKey != nullptr) parts.*pKey->pPart = &value;
+    return pKey != nullptr;
+}
+
+// Calls `visit` with the name and the value of each member. To walk an object once is cheaper than to search it for
+// each key.
+template <typename Visit>
+void ForEachMember(const Json::Value& object, const Visit& visit)
 {
     if (!object.isObject()) return;
     const auto end = object.end();
     for (auto member = object.begin(); member != end; ++member) {
         const char* pNameEnd = nullptr;
         const char* pName = member.memberName(&pNameEnd);
-        const Line* pKey = FindKey(keys, {pName, static_cast<std::size_t>(pNameEnd - pName)});
-        if (pKey != nullptr) visit(*pKey, *member);
+        visit(std::string_view(pName, static_cast<std::size_t>(pNameEnd - pName)), *member);
     }
+}
+
+// Parts that are all missing.
+template <typename Parts, std::size_t N>
+Parts NoParts(const PartKey<Parts> (&keys)[N])
+{
+    Parts stParts;
+    for (const auto& key : keys) stParts.*key.pPart = &Json::Value::nullSingleton();
+    return stParts;
 }
 
 // The values of an object's keys; what is missing is null. They live in the document.
 template <typename Parts, std::size_t N>
 Parts Split(const Json::Value& object, const PartKey<Parts> (&keys)[N])
 {
-    Parts stParts;
-    for (const auto& key : keys) stParts.*key.pPart = &Json::Value::nullSingleton();
-    ForEachMember(object, keys,
-                  [&stParts](const PartKey<Parts>& key, const Json::Value& value) { stParts.*key.pPart = &value; });
+    Parts stParts = NoParts(keys);
+    ForEachMember(object,
+                  [&](std::string_view szKey, const Json::Value& value) { TakeMember(szKey, value, keys, stParts); });
+    return stParts;
+}
+
+// The same, and overwrites the fields of another table whose members are there with a fitting type.
+template <typename Parts, std::size_t N, typename Record, std::size_t M>
+Parts SplitAndTake(const Json::Value& object, const PartKey<Parts> (&parts)[N], const FieldKey<Record> (&keys)[M],
+                   Record& record)
+{
+    Parts stParts = NoParts(parts);
+    ForEachMember(object, [&](std::string_view szKey, const Json::Value& value) {
+        if (!TakeMember(szKey, value, parts, stParts)) TakeMember(szKey, value, keys, record);
+    });
     return stParts;
 }
 
@@ -132,17 +171,12 @@ Parts Split(const Json::Value& object, const PartKey<Parts> (&keys)[N])
 template <typename Record, std::size_t N>
 void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {
-    ForEachMember(object, keys, [&record](const FieldKey<Record>& key, const Json::Value& value) {
-        if (key.pText != nullptr)
-            Take(value, record.*key.pText);
-        else
-            Take(value, record.*key.pInt);
-    });
+    ForEachMember(object,
+                  [&](std::string_view szKey, const Json::Value& value) { TakeMember(szKey, value, keys, record); });
 }
 
-// Overwrites every field of the table: with the member, or with an empty text or 0.
 template <typename Record, std::size_t N>
-void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
+void Clear(const FieldKey<Record> (&keys)[N], Record& record)
 {
     for (const auto& key : keys) {
         if (key.pText != nullptr)
@@ -150,6 +184,13 @@ void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& 
         else
             record.*key.pInt = 0;
     }
+}
+
+// Overwrites every field of the table: with the member, or with an empty text or 0.
+template <typename Record, std::size_t N>
+void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
+{
+    Clear(keys, record);
     Take(object, keys, record);
 }
 
@@ -157,8 +198,9 @@ void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& 
 template <typename Record, std::size_t N>
 void AppendRecords(const Json::Value& list, const FieldKey<Record> (&keys)[N], std::vector<Record>& vRecords)
 {
-    if (vRecords.empty()) vRecords.reserve(Elements(list).size());  // else it would move them again for each list
-    for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());
+    if (!list.isArray()) return;
+    if (vRecords.empty()) vRecords.reserve(list.size());  // else it would move them again for each list
+    for (const Json::Value& element : list) Fill(element, keys, vRecords.emplace_back());
 }
 
 }  // namespace CAJson

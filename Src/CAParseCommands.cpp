@@ -75,10 +75,9 @@ void TakeWebsite(const Json::Value& website, _TVControl& stTVCtl)
 
 void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVControl& stTVCtl)
 {
-    const ParamParts stParts = CAJson::Split(param, kParamParts);
+    const ParamParts stParts = CAJson::SplitAndTake(param, kParamParts, kParamKeys, stTVCtl);
     CA_LOGD_AS(kOperation, "keyword is string[%d], website is string:[%d]", stParts.pKeyword->isString(),
                stParts.pWebsite->isString());
-    CAJson::Take(param, kParamKeys, stTVCtl);
     // The server marks a position by "index" and writes it under "idx".
     if (stParts.pIndex->isInt()) stTVCtl.nIndex = Int(*stParts.pIdx);
     TakeKeyword(*stParts.pKeyword, stTVCtl);

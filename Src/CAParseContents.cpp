@@ -115,11 +115,26 @@ CertFlag CertFlagOf(std::string_view szType)
     return nullptr;
 }
 
-// Reads the poster of an item of the given kind, if `szKey` of its "poster" is there.
-void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Value& element, _Poster& poster,
+// What of a movie or TV show does not plainly fill a field.
+struct MnTParts {
+    const Json::Value* pPoster;
+    const Json::Value* pCertifications;
+    const Json::Value* pGenres;
+    const Json::Value* pSeason;
+    const Json::Value* pEpisode;
+};
+
+constexpr CAJson::PartKey<MnTParts> kMnTParts[] = {
+    {"poster", &MnTParts::pPoster},   {"certifications", &MnTParts::pCertifications},
+    {"genres", &MnTParts::pGenres},   {"season", &MnTParts::pSeason},
+    {"episode", &MnTParts::pEpisode},
+};
+
+// Reads an item's "poster", of the given kind, if its `szKey` is there.
+void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Value& itemPoster, _Poster& poster,
                      const char* szKey = "images")
 {
-    const Json::Value& images = Child(Child(element, "poster"), szKey);
+    const Json::Value& images = Child(itemPoster, szKey);
     if (!images.isNull()) parser.t_ParsePoster(szKind, images, poster);
 }
 
@@ -153,7 +168,7 @@ void CCAParsePacket::t_ParseOnTVByOne(const Json::Value& element, _OnTVContents&
     contents.nKind = E_CA_CONTENT_KIND_PROGRAMME;
     CAJson::Fill(element, kOnTVKeys, contents);
     CA_LOGE("title = [%s]", contents.szTitle.c_str());
-    ParseItemPoster(*this, "epg", element, contents.stPoster);
+    ParseItemPoster(*this, "epg", Child(element, "poster"), contents.stPoster);
     t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
     t_ParseGenres(Child(element, "genres"), contents.vGenres);
     if (Has(element, "channel")) t_ParseChannel(Child(element, "channel"), contents.stChannelInfo);
@@ -185,16 +200,17 @@ void CCAParsePacket::t_ParseTVShowByOne(const Json::Value& element, _MnTContents
 void CCAParsePacket::t_ParseMnT(const Json::Value& element, bool bTVShow, _MnTContents& contents)
 {
     contents.nKind = bTVShow ? E_CA_CONTENT_KIND_TVSHOW : E_CA_CONTENT_KIND_MOVIE;
-    CAJson::Fill(element, kMnTKeys, contents);
+    CAJson::Clear(kMnTKeys, contents);
+    const MnTParts stParts = CAJson::SplitAndTake(element, kMnTParts, kMnTKeys, contents);
     if (bTVShow) {
         // Tests the season itself but reads its "number", so the season is 0 whatever the server sends.
-        const Json::Value& season = Child(element, "season");
+        const Json::Value& season = *stParts.pSeason;
         contents.nSeason = season.isInt() ? Int(season, "number") : 0;
-        if (Has(element, "episode")) t_ParseEpisode(Child(element, "episode"), contents.stEpisode);
+        if (!stParts.pEpisode->isNull()) t_ParseEpisode(*stParts.pEpisode, contents.stEpisode);
     }
-    ParseItemPoster(*this, bTVShow ? "tvshow" : "movie", element, contents.stPoster);
-    t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
-    t_ParseGenres(Child(element, "genres"), contents.vGenres);
+    ParseItemPoster(*this, bTVShow ? "tvshow" : "movie", *stParts.pPoster, contents.stPoster);
+    t_ParseCertifications(*stParts.pCertifications, contents.vRatings);
+    t_ParseGenres(*stParts.pGenres, contents.vGenres);
 }
 
 void CCAParsePacket::t_ParseAppsByOne(const Json::Value& appInfo, _AppContents& contents)
@@ -204,8 +220,9 @@ void CCAParsePacket::t_ParseAppsByOne(const Json::Value& appInfo, _AppContents& 
     if (!t_ResolvePremiumFlag(CCAUtil::IsSupportGamePanel(), contents.szPremiumFlag)) return;
     CAJson::Fill(appInfo, kRunnableAppKeys, contents);
     // The kind is "apps", which the size table does not list: an application gets the first size on offer.
-    if (contents.szPremiumFlag == "s") ParseItemPoster(*this, "apps", appInfo, contents.stPoster);
-    if (contents.szPremiumFlag == "p") ParseItemPoster(*this, "apps", appInfo, contents.stPoster, "images4premium");
+    const Json::Value& poster = Child(appInfo, "poster");
+    if (contents.szPremiumFlag == "s") ParseItemPoster(*this, "apps", poster, contents.stPoster);
+    if (contents.szPremiumFlag == "p") ParseItemPoster(*this, "apps", poster, contents.stPoster, "images4premium");
 }
 
 bool CCAParsePacket::t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag)
@@ -218,7 +235,7 @@ bool CCAParsePacket::t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag)
 void CCAParsePacket::t_ParseKidsBook(const Json::Value& element, _VideoContents& contents)
 {
     CAJson::Fill(element, kKidsKeys, contents);
-    ParseItemPoster(*this, "kids", element, contents.stPoster);
+    ParseItemPoster(*this, "kids", Child(element, "poster"), contents.stPoster);
     contents.nKind = E_CA_CONTENT_KIND_KIDS;
 }
 
@@ -226,7 +243,7 @@ void CCAParsePacket::t_ParseFitnessVOD(const Json::Value& element, _VideoContent
 {
     contents.nKind = E_CA_CONTENT_KIND_FITNESS;
     CAJson::Fill(element, kFitnessKeys, contents);
-    ParseItemPoster(*this, "fitness", element, contents.stPoster);
+    ParseItemPoster(*this, "fitness", Child(element, "poster"), contents.stPoster);
 }
 
 void CCAParsePacket::t_ParseChannel(const Json::Value& channel, _ChannelInfo& info)

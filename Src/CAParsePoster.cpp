@@ -15,11 +15,23 @@
 #include "CAUtil.h"
 
 using namespace CADataRepository;
-using CAJson::Child;
 using CAJson::Text;
 
 namespace
 {
+
+// What the library reads of an item's "images".
+struct ImagesParts {
+    const Json::Value* pUrl;
+    const Json::Value* pType;
+    const Json::Value* pIndex;
+};
+
+constexpr CAJson::PartKey<ImagesParts> kImagesParts[] = {
+    {"url", &ImagesParts::pUrl},
+    {"type", &ImagesParts::pType},
+    {"index", &ImagesParts::pIndex},
+};
 
 // Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
 // result as long as the template loses its last character; the common extensions get theirs back.
@@ -44,9 +56,10 @@ void FinishPosterUrl(const std::string& strTemplate, int nIndex, std::string& st
 
 bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value& images, _Poster& poster)
 {
-    const std::string strTemplate = Text(images, "url");
-    poster.szType = Text(images, "type");
-    const Json::Value& index = Child(images, "index");
+    const ImagesParts stParts = CAJson::Split(images, kImagesParts);
+    const std::string strTemplate = Text(*stParts.pUrl);
+    poster.szType = Text(*stParts.pType);
+    const Json::Value& index = *stParts.pIndex;
     if (index.isArray()) {
         poster.vIndex.reserve(poster.vIndex.size() + index.size());
         for (const Json::Value& element : index)
