@@ -2,6 +2,7 @@
 #ifndef PARLO_HOST_PRINTABLE_H
 #define PARLO_HOST_PRINTABLE_H
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -56,6 +57,16 @@ inline std::size_t PrintableLength(std::string_view szText, unsigned* pCode = nu
     return bAllowed ? nLength : 0;
 }
 
+// How many bytes at the start of `szText` are ASCII that shows as it is, none of `szEscaped` among them.
+inline std::size_t PlainLength(std::string_view szText, std::string_view szEscaped)
+{
+    const auto IsPlain = [szEscaped](char c) {
+        const auto Is = [c](char cEscaped) { return c == cEscaped; };
+        return c >= 0x20 && c < 0x7F && std::none_of(szEscaped.begin(), szEscaped.end(), Is);
+    };
+    return static_cast<std::size_t>(std::find_if_not(szText.begin(), szText.end(), IsPlain) - szText.begin());
+}
+
 // `szText` with every control character and every byte that is no UTF-8 written as \xNN, line breaks and tabs as
 // \n and \t. A character of `szEscaped` gets a backslash before it; with the backslash among them, the text can be
 // told from the result. `bInvisible`: characters that would not show are written as \xNN too, but for a joiner
@@ -68,6 +79,12 @@ inline std::string Printable(std::string_view szText, std::string_view szEscaped
     strResult.reserve(szText.size());
     bool bAsciiBefore = true;
     while (!szText.empty()) {
+        if (const std::size_t nPlain = PlainLength(szText, szEscaped); nPlain > 0) {
+            strResult += szText.substr(0, nPlain);
+            szText.remove_prefix(nPlain);
+            bAsciiBefore = true;
+            continue;
+        }
         unsigned nCode = 0;
         std::size_t nLength = PrintableLength(szText, &nCode);
         if (bInvisible && IsInvisible(nCode)) {

@@ -11,13 +11,18 @@ using namespace CADataRepository;
 
 constexpr std::size_t kLabelColumns = 17;
 constexpr std::size_t kTableIndent = 4;
+constexpr std::size_t kUsualPage = 1000;  // bytes
 
 const _ConvActionInfo kFresh;  // what a field holds that the library left alone
 
 class CRecordPage
 {
 public:
-    CRecordPage(const _ConvActionInfo& info, const CPaint& paint) : m_info(info), m_paint(paint) {}
+    CRecordPage(std::string strHeading, const _ConvActionInfo& info, const CPaint& paint)
+        : m_info(info), m_paint(paint), m_strText(std::move(strHeading))
+    {
+        m_strText.reserve(kUsualPage);
+    }
 
     void Action();
     void Lists();
@@ -37,7 +42,8 @@ private:
 
 void CRecordPage::Line(const char* szLabel, const std::string& strValue)
 {
-    if (!strValue.empty()) m_strText += "  " + m_paint.Label(Padded(szLabel, kLabelColumns)) + strValue + '\n';
+    if (strValue.empty()) return;
+    m_strText.append("  ").append(m_paint.Label(Padded(szLabel, kLabelColumns))).append(strValue).append("\n");
 }
 
 void CRecordPage::Rows(std::vector<std::vector<std::string>> vRows)
@@ -65,12 +71,11 @@ std::string KindInWords(int nKind)
     }
 }
 
-std::vector<std::string> AllQuoted(const std::vector<std::string>& vTexts)
+std::string JoinedQuoted(const std::vector<std::string>& vTexts)
 {
-    std::vector<std::string> vQuoted;
-    vQuoted.reserve(vTexts.size());
-    for (const std::string& strText : vTexts) vQuoted.push_back(Quoted(strText));
-    return vQuoted;
+    std::string strResult;
+    for (const std::string& strText : vTexts) strResult.append(strResult.empty() ? "" : ", ").append(Quoted(strText));
+    return strResult;
 }
 
 std::string NumberUnless(int nNumber, int nAbsent)
@@ -91,8 +96,8 @@ void CRecordPage::Action()
 
 void CRecordPage::Lists()
 {
-    Line("parameters", Joined(AllQuoted(m_info.vSystemActionParam)));
-    Line("candidates", Joined(AllQuoted(m_info.vCandidates)));
+    Line("parameters", JoinedQuoted(m_info.vSystemActionParam));
+    Line("candidates", JoinedQuoted(m_info.vCandidates));
     if (m_info.vChannels.empty()) return;
     Line("channels", Count(m_info.vChannels.size(), "channel", "channels"));
     std::vector<std::vector<std::string>> vRows = {{"number", "name", "type", "major", "minor", "source"}};
@@ -126,7 +131,7 @@ void CRecordPage::Dialog()
     if (m_info.nDialogSeq != kFresh.nDialogSeq) vParts.push_back("sequence " + std::to_string(m_info.nDialogSeq));
     if (m_info.nDialogType != kFresh.nDialogType) vParts.push_back("type " + std::to_string(m_info.nDialogType));
     Line("dialog", Joined(vParts));
-    Line("domains", Joined(AllQuoted(m_info.vDomain)));
+    Line("domains", JoinedQuoted(m_info.vDomain));
 }
 
 void CRecordPage::Results()
@@ -155,11 +160,11 @@ std::string Heading(const ServerReply& stReply, const CPaint& paint)
 
 std::string RenderRecord(const ServerReply& stReply, const _ConvActionInfo& info, const CPaint& paint)
 {
-    CRecordPage page(info, paint);
+    CRecordPage page(Heading(stReply, paint), info, paint);
     page.Action();
     page.Lists();
     page.DisplayControl();
     page.Dialog();
     page.Results();
-    return Heading(stReply, paint) + std::move(page).Text();
+    return std::move(page).Text();
 }

@@ -73,10 +73,11 @@ std::string Count(std::size_t nCount, const char* szOne, const char* szMany)
     return std::to_string(nCount) + ' ' + (nCount == 1 ? szOne : szMany);
 }
 
-std::string Padded(const std::string& strText, std::size_t nColumns)
+std::string Padded(std::string strText, std::size_t nColumns)
 {
     const std::size_t nUsed = Columns(strText);
-    return strText + std::string(nColumns > nUsed ? nColumns - nUsed : 0, ' ');
+    if (nUsed < nColumns) strText.append(nColumns - nUsed, ' ');
+    return strText;
 }
 
 std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nIndent, const CPaint& paint)
@@ -91,9 +92,9 @@ std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nInde
     std::string strResult;
     for (const auto& vCells : vRows) {
         std::string strLine;
-        for (std::size_t i = 0; i + 1 < vCells.size(); ++i) strLine += Padded(vCells[i], vWidths[i]) + "  ";
+        for (std::size_t i = 0; i + 1 < vCells.size(); ++i) strLine.append(Padded(vCells[i], vWidths[i])).append("  ");
         strLine += vCells.back();
-        strResult += std::string(nIndent, ' ') + (&vCells == &vRows.front() ? paint.Faint(strLine) : strLine) + '\n';
+        strResult.append(nIndent, ' ').append(&vCells == &vRows.front() ? paint.Faint(strLine) : strLine).append("\n");
     }
     return strResult;
 }

@@ -38,7 +38,7 @@ std::string Count(std::size_t nCount, const char* szOne, const char* szMany);
 std::size_t Columns(const std::string& strText);
 
 // `strText` with blanks up to `nColumns` columns of a terminal.
-std::string Padded(const std::string& strText, std::size_t nColumns);
+std::string Padded(std::string strText, std::size_t nColumns);
 
 // Rows of cells as aligned lines of `nIndent` blanks; the first row is the heading. An empty cell shows as "-".
 std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nIndent, const CPaint& paint);
