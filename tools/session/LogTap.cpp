@@ -47,17 +47,17 @@ std::string_view MessageFormat(const char* szFormat)
     return szMessage;
 }
 
-LogLine Dissect(int nPriority, std::string_view szText)
+void HandOver(int nPriority, std::string_view szText)
 {
-    LogLine stLine;
+    static LogLine stLine;  // its texts keep their room
     stLine.nPriority = nPriority;
     Host::CutColour(szText);
     stLine.strLine = szText.substr(0, kLongestKept);
     LogForm stForm;
-    if (!ParseLogForm(stLine.strLine, stForm)) return stLine;
+    if (!ParseLogForm(stLine.strLine, stForm)) stForm = {};
     stLine.strFunction = stForm.szFunction;
     stLine.strMessage = stForm.szMessage;
-    return stLine;
+    g_Sink(stLine);
 }
 
 // Whether there is a sink that wants the line. A format is a text of the library and stands where it stands, so the
@@ -69,7 +69,7 @@ bool IsWanted(const char* szFormat)
         LogFilter pWanted = nullptr;
         bool bWanted = false;
     };
-    static Answer vAnswers[256];
+    static Answer vAnswers[2048];
     if (!g_Sink || g_pWanted == nullptr) return static_cast<bool>(g_Sink);
     Answer& stAnswer = vAnswers[(reinterpret_cast<std::uintptr_t>(szFormat) >> 3U) % std::size(vAnswers)];
     if (stAnswer.szFormat != szFormat || stAnswer.pWanted != g_pWanted)
@@ -120,7 +120,7 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 
     if (bLogged && pPlatformLog != nullptr) pPlatformLog(priority, tag, "%s", pText);
     try {
-        if (bWanted) g_Sink(Dissect(priority, {pText, static_cast<std::size_t>(nLength)}));
+        if (bWanted) HandOver(priority, {pText, static_cast<std::size_t>(nLength)});
     } catch (const std::exception&) {
         // No memory for the line: whoever listens misses it, the library is not disturbed.
     }

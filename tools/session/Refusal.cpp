@@ -19,6 +19,9 @@ struct Meaning {
 
 constexpr std::size_t kTold = 12;  // characters that tell each of the lines from all others that are written often
 
+// Says no more than "TAG_RSP", which comes before it, but a log without its debug lines has this one only.
+constexpr std::string_view kStatLine = "strCode:";
+
 // Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
 // log does not name.
 constexpr Meaning kMeanings[] = {
@@ -26,7 +29,7 @@ constexpr Meaning kMeanings[] = {
     {"Start to parse search server data.", "it has no \"rsp\""},
     {"json parse error", "it is not JSON, or beyond a limit"},
     {"TAG_RSP", ""},
-    {"strCode:", ""},  // a log without its debug lines has this one only
+    {kStatLine, ""},
     {"vTVControl is empty", "it holds no TV control command"},
     {"pDataHandler is NULL", "memory ran out"},
     {"stopped by an exception: std::bad_alloc", "memory ran out"},
@@ -57,6 +60,7 @@ std::string CodeZeroInWords(std::string_view szReply)
 bool CRefusal::Hears(std::string_view szFormat)
 {
     std::string_view szRest;
+    if (Behind(szFormat, kStatLine, szRest)) return false;
     if (Behind(szFormat, "errCode:", szRest) || Behind(szFormat, "nErrCode:", szRest)) return true;
     const auto Begins = [&](const Meaning& stMeaning) {
         return Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
