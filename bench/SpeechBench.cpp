@@ -34,7 +34,7 @@ double CallSeconds(benchmark::State& state, const std::string& strPreAllResult, 
 enum class Start { ONCE, EACH };  // the service: once for all calls, or anew for each of them
 
 // A call comes before each of the two, so that both find the heap as a call leaves it: where long lists were released
-// it is in order, where a document was it is not, and the next parse takes half as long again.
+// it is in order, where a document was it is not, and the next parse takes longer.
 void Run(benchmark::State& state, std::string strReply, Start eStart)
 {
     const std::string strVoice = "show me something";
