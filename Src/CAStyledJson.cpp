@@ -16,30 +16,26 @@
 namespace
 {
 
-// Collects what is written to it, up to a limit; a stream on it goes bad there, which makes the rest cheap.
+// Collects what is written to it in a text of the caller's, up to a limit; a stream on it goes bad there, which makes
+// the rest cheap.
 class CCappedText : public std::streambuf
 {
 public:
-    void Begin(std::size_t nLimit)
+    void Begin(std::string& strText, std::size_t nLimit)
     {
+        m_pText = &strText;
         m_nLimit = nLimit;
-        m_strText.clear();
         setp(nullptr, nullptr);
         Grow(std::min<std::size_t>(nLimit, 256));
     }
 
-    std::string Take()
-    {
-        m_strText.resize(Used());
-        setp(nullptr, nullptr);
-        return std::move(m_strText);
-    }
+    void End() { m_pText->resize(Used()); }
 
 protected:
     std::streamsize xsputn(const char* pText, std::streamsize nSize) override
     {
         const auto nWanted = static_cast<std::size_t>(nSize);
-        if (nWanted > Room()) Grow(std::min(std::max(Used() + nWanted, 2 * m_strText.size()), m_nLimit));
+        if (nWanted > Room()) Grow(std::min(std::max(Used() + nWanted, 2 * m_pText->size()), m_nLimit));
         const std::size_t nTaken = std::min(nWanted, Room());
         std::memcpy(pptr(), pText, nTaken);
         setp(pptr() + nTaken, epptr());
@@ -53,19 +49,19 @@ protected:
 
 private:
     std::size_t Room() const { return static_cast<std::size_t>(epptr() - pptr()); }
-    std::size_t Used() const { return m_strText.size() - Room(); }
+    std::size_t Used() const { return m_pText->size() - Room(); }
     void Grow(std::size_t nSize)
     {
         const std::size_t nUsed = Used();
-        m_strText.resize(nSize);
-        setp(m_strText.data() + nUsed, m_strText.data() + m_strText.size());
+        m_pText->resize(nSize);
+        setp(m_pText->data() + nUsed, m_pText->data() + m_pText->size());
     }
 
     std::size_t m_nLimit = 0;
-    std::string m_strText;  // what is written, and room for more
+    std::string* m_pText = nullptr;  // what is written, and room for more; between Begin and End
 };
 
-// The JSON library's writer with a stream to write to: to make either costs as much as an ordinary command's text.
+// The JSON library's writer with a stream to write to.
 class CWriter
 {
 public:
@@ -75,13 +71,14 @@ public:
     std::string Text(const Json::Value& value, std::size_t nLimit)
     {
         const CAPlainNumbers plain;
+        std::string strText;  // not the buffer's own: what throws must not leave it there until the next reply
         m_Stream.clear();
-        m_Buffer.Begin(nLimit);
+        m_Buffer.Begin(strText, nLimit);
         if (value.hasComment(Json::commentBefore)) m_Stream.put('\n');
         m_pWriter->write(value, &m_Stream);
         m_Stream.put('\n');
+        m_Buffer.End();
         // A stream swallows what is thrown in its buffer: it is bad where there is no room, or no memory.
-        std::string strText = m_Buffer.Take();
         if (m_Stream.bad() && strText.size() < nLimit) throw std::bad_alloc();
         return strText;
     }

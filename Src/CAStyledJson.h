@@ -11,9 +11,9 @@
 namespace CAStyledJson
 {
 
-// Makes the JSON library's writer ahead of the replies, and releases it: to make one costs more than to write an
-// ordinary command with it. Without one, or without memory for one, each text makes its own. Not thread-safe, like the
-// writing of a text.
+// Makes the JSON library's writer and a stream for it ahead of the replies, and releases them: to make them costs more
+// than to write an ordinary command with them. Without them, or without memory for them, each text makes its own. Not
+// thread-safe, like the writing of a text.
 void PrepareWriter() noexcept;
 void ReleaseWriter() noexcept;
 
