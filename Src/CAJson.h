@@ -102,20 +102,21 @@ const Line* FindKey(const Line (&keys)[N], std::string_view szKey)
     return nullptr;
 }
 
-// Overwrites the field that the table has for `szKey` when the value's type fits. Says whether the table has the key.
+// Overwrites the field that the table has for `szKey`, if it has one and the value's type fits.
 template <typename Record, std::size_t N>
-bool TakeMember(std::string_view szKey, const Json::Value& value, const FieldKey<Record> (&keys)[N], Record& record)
+void TakeMember(std::string_view szKey, const Json::Value& value, const FieldKey<Record> (&keys)[N], Record& record)
 {
     const FieldKey<Record>* pKey = FindKey(keys, szKey);
-    if (pKey == nullptr) return false;
+    if (pKey == nullptr) return;
     if (pKey->pText != nullptr)
         Take(value, record.*pKey->pText);
     else
         Take(value, record.*pKey->pInt);
-    return true;
 }
+
+// Sets the part that the table has for `szKey`. Says whether it has one.
 template <typename Parts, std::size_t N>
-bool TakeMember(std::string_view szKey, const Json::Value& value, const PartKey<Parts> (&keys)[N], Parts& parts)
+bool TakePart(std::string_view szKey, const Json::Value& value, const PartKey<Parts> (&keys)[N], Parts& parts)
 {
     const PartKey<Parts>* pKey = FindKey(keys, szKey);
     if (pKey != nullptr) parts.*pKey->pPart = &value;
@@ -151,18 +152,18 @@ Parts Split(const Json::Value& object, const PartKey<Parts> (&keys)[N])
 {
     Parts stParts = NoParts(keys);
     ForEachMember(object,
-                  [&](std::string_view szKey, const Json::Value& value) { TakeMember(szKey, value, keys, stParts); });
+                  [&](std::string_view szKey, const Json::Value& value) { TakePart(szKey, value, keys, stParts); });
     return stParts;
 }
 
-// The same, and overwrites the fields of another table whose members are there with a fitting type.
+// The same, and overwrites the fields of another table, of other keys, whose members are there with a fitting type.
 template <typename Parts, std::size_t N, typename Record, std::size_t M>
 Parts SplitAndTake(const Json::Value& object, const PartKey<Parts> (&parts)[N], const FieldKey<Record> (&keys)[M],
                    Record& record)
 {
     Parts stParts = NoParts(parts);
     ForEachMember(object, [&](std::string_view szKey, const Json::Value& value) {
-        if (!TakeMember(szKey, value, parts, stParts)) TakeMember(szKey, value, keys, record);
+        if (!TakePart(szKey, value, parts, stParts)) TakeMember(szKey, value, keys, record);
     });
     return stParts;
 }
@@ -175,6 +176,7 @@ void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& 
                   [&](std::string_view szKey, const Json::Value& value) { TakeMember(szKey, value, keys, record); });
 }
 
+// Makes every text of the table empty, every integer 0.
 template <typename Record, std::size_t N>
 void Clear(const FieldKey<Record> (&keys)[N], Record& record)
 {
@@ -186,7 +188,7 @@ void Clear(const FieldKey<Record> (&keys)[N], Record& record)
     }
 }
 
-// Overwrites every field of the table: with the member, or with an empty text or 0.
+// Overwrites every field of the table: with the member, or as Clear does.
 template <typename Record, std::size_t N>
 void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {

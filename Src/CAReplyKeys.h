@@ -1,5 +1,5 @@
 // The keys of the server's documents that plainly fill a field of a record: one table a record. Keys that decide
-// something, or lead to a list or an object, are read by hand in the units CAParse*.cpp.
+// something, or lead to a list or an object, are with what is done about them in the units CAParse*.cpp.
 #ifndef PARLO_CAREPLYKEYS_H
 #define PARLO_CAREPLYKEYS_H
 
@@ -18,7 +18,7 @@ inline constexpr FieldKey<_ResponseInfo> kResponseInfoKeys[] = {
     {"server_time", &_ResponseInfo::szServerTime},       {"query", &_ResponseInfo::szQuery},
 };
 
-// Of an object in a command's "params"; "index", "keyword", "website" and the lists are read by hand.
+// Of an object in a command's "params"; "index", "keyword", "website" and the lists are more than that.
 inline constexpr FieldKey<_TVControl> kParamKeys[] = {
     {"amount", &_TVControl::nAmount},
     {"prevnext", &_TVControl::szPrevNext},

@@ -116,7 +116,8 @@ TEST_F(Failures, OnlyNestingOfTheValueCounts)
                "true " + strDeep, "'x'" + strDeep, "1.5" + strDeep})
         EXPECT_TRUE(IsRead(Quoted(strText))) << strText;
     for (const std::string& strText :
-         Texts{"{'rsp':{'x':'\\\\'," + strDeep + "}}", "{'rsp':/**/" + strDeep + "}", "[}" + strDeep, "{]", "]",
+         Texts{"{'a':{},'rsp':" + std::string(200, '[') + std::string(200, ']') + "}",
+               "{'rsp':{'x':'\\\\'," + strDeep + "}}", "{'rsp':/**/" + strDeep + "}", "[}" + strDeep, "{]", "]",
                "{'rsp':[0}", "{'rsp':{}/", "{'rsp':{}/*", "{'rsp':'", "{'rsp':'\\", "{'rsp':1.", "{'rsp':-"})
         EXPECT_FALSE(IsRead(Quoted(strText))) << strText;
     EXPECT_TRUE(IsRead("{}" + std::string(100000, '/')));
