@@ -114,7 +114,8 @@ TEST(Refusal, HearsEveryLineThatItNeeds)
             const CLogTap tap(Listen, bAll ? nullptr : CRefusal::Hears);
             _ConvActionInfo info;
             std::string strReply = szReply;
-            if (!ca_get_speech_action("u", strReply, info)) strReasons[bAll ? 1 : 0] = refusal.Reason();
+            if (!ca_get_speech_action("u", strReply, info))
+                strReasons[bAll ? 1 : 0] = refusal.Reason() + ": " + refusal.Line();
         }
         EXPECT_EQ(strReasons[1], strReasons[0]) << szReply;
         EXPECT_LT(nLines[0], nLines[1]) << szReply;

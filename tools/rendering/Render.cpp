@@ -71,6 +71,7 @@ std::string KindInWords(int nKind)
     }
 }
 
+// As Joined, without a list of the quoted texts, none of which is empty.
 std::string JoinedQuoted(const std::vector<std::string>& vTexts)
 {
     std::string strResult;

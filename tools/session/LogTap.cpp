@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
-#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -69,9 +68,10 @@ bool IsWanted(const char* szFormat)
         LogFilter pWanted = nullptr;
         bool bWanted = false;
     };
-    static Answer vAnswers[2048];
+    constexpr std::size_t kFormats = 2048;  // at 8 bytes each more than the library has, so few share an answer's place
+    static Answer vAnswers[kFormats];
     if (!g_Sink || g_pWanted == nullptr) return static_cast<bool>(g_Sink);
-    Answer& stAnswer = vAnswers[(reinterpret_cast<std::uintptr_t>(szFormat) >> 3U) % std::size(vAnswers)];
+    Answer& stAnswer = vAnswers[(reinterpret_cast<std::uintptr_t>(szFormat) >> 3U) % kFormats];
     if (stAnswer.szFormat != szFormat || stAnswer.pWanted != g_pWanted)
         stAnswer = {szFormat, g_pWanted, g_pWanted(MessageFormat(szFormat))};
     return stAnswer.bWanted;
