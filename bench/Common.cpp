@@ -99,6 +99,12 @@ void Bench::BareParse(const std::string& strReply)
 #pragma GCC diagnostic pop
 }
 
+void Bench::Call(std::string& strReply, CADataRepository::_ConvActionInfo& info)
+{
+    if (!ca_get_speech_action("show me something", strReply, info))
+        throw std::runtime_error("a benchmark's reply is refused");
+}
+
 Bench::Service::Service()
 {
     if (!ca_initial_service("bench")) throw std::runtime_error("no service");

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "CADataRepository.h"
+
 namespace Bench
 {
 
@@ -17,6 +19,9 @@ std::string Channels(int nChannels);
 // What the library cannot do without: Json::Reader::parse of the text, which is not copied for it. The document is gone
 // when it returns.
 void BareParse(const std::string& strReply);
+
+// The call that is compared with it. The names of the two are those that callgrind is told.
+void Call(std::string& strReply, CADataRepository::_ConvActionInfo& info);
 
 // Whether the platform's log formats each line, as a set does, or drops it.
 extern bool g_bFormatLog;
