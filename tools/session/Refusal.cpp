@@ -19,19 +19,22 @@ struct Meaning {
 
 constexpr std::size_t kTold = 12;  // characters that tell each of the lines from all others that are written often
 
-// Says no more than "TAG_RSP", which comes before it, but a log without its debug lines has this one only.
-constexpr std::string_view kStatLine = "strCode:";
+constexpr const char* kNoRsp = "it has no \"rsp\"";
 
-// Every line overrules those before it. Reading begins without "rsp": its absence is the one failure that the
-// log does not name.
+// The lines of every reply, for a log that may begin anywhere: they tell that "rsp" is missing, which no line names.
+constexpr Meaning kProgress[] = {
+    {"Start to parse search server data.", kNoRsp},
+    {"TAG_RSP", ""},
+    {"strCode:", ""},  // a log without its debug lines has this one only
+};
+
+// Every line overrules those before it.
 constexpr Meaning kMeanings[] = {
     {"strPreAllResult is empty()", "the utterance or the reply is empty"},
-    {"Start to parse search server data.", "it has no \"rsp\""},
     {"json parse error", "it is not JSON, or beyond a limit"},
-    {"TAG_RSP", ""},
-    {kStatLine, ""},
     {"vTVControl is empty", "it holds no TV control command"},
     {"pDataHandler is NULL", "memory ran out"},
+    {"stopped by an exception", ""},
     {"stopped by an exception: std::bad_alloc", "memory ran out"},
     {"create CCAService failed", "memory ran out"},
     {"m_pDataMgr is NULL", "memory ran out"},
@@ -57,10 +60,16 @@ std::string CodeZeroInWords(std::string_view szReply)
 
 }  // namespace
 
+CRefusal CRefusal::OfCall()
+{
+    CRefusal refusal;
+    refusal.m_strReason = kNoRsp;
+    return refusal;
+}
+
 bool CRefusal::Hears(std::string_view szFormat)
 {
     std::string_view szRest;
-    if (Behind(szFormat, kStatLine, szRest)) return false;
     if (Behind(szFormat, "errCode:", szRest) || Behind(szFormat, "nErrCode:", szRest)) return true;
     const auto Begins = [&](const Meaning& stMeaning) {
         return Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
@@ -80,12 +89,17 @@ void CRefusal::Listen(const LogLine& stLine)
         m_bCodeZero = szRest == "0";
         m_strReason = "the server reported error " + std::string(szRest);
     }
-    for (const Meaning& stMeaning : kMeanings) {
-        if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
-        m_bCodeZero = false;
-        m_strReason = stMeaning.szReason;
-        m_strLine = stLine.strLine;
-    }
+    for (const Meaning& stMeaning : kProgress) Weigh(stLine, stMeaning.szMessage, stMeaning.szReason);
+    for (const Meaning& stMeaning : kMeanings) Weigh(stLine, stMeaning.szMessage, stMeaning.szReason);
+}
+
+void CRefusal::Weigh(const LogLine& stLine, std::string_view szBegin, const char* szReason)
+{
+    std::string_view szRest;
+    if (!Behind(stLine.strMessage, szBegin, szRest)) return;
+    m_bCodeZero = false;
+    m_strReason = szReason;
+    m_strLine = stLine.strLine;
 }
 
 std::string CRefusal::Reason(std::string_view szReply) const

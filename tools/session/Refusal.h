@@ -11,19 +11,25 @@
 class CRefusal
 {
 public:
+    // For a call of which all lines are listened to that are worth it: when none comes, "rsp" was missing.
+    static CRefusal OfCall();
+
     void Listen(const LogLine& stLine);
 
-    // Whether a line whose message has this format can say something: the others need not be listened to.
+    // Whether a line whose message has this format says something of a call: the others need not be listened to.
     static bool Hears(std::string_view szFormat);
 
     // The reason as half a sentence, "it has no \"rsp\"". The log has the code 0 for none too: where `szReply`, the
     // reply, is known it tells which.
     std::string Reason(std::string_view szReply = {}) const;
 
-    // The line that the reason rests on. Of a reply without "rsp" it is the line behind which more should come.
+    // The line that the reason rests on. Of a reply without "rsp" it is the line behind which more should come, if that
+    // was listened to.
     const std::string& Line() const { return m_strLine; }
 
 private:
+    void Weigh(const LogLine& stLine, std::string_view szBegin, const char* szReason);
+
     std::string m_strReason;
     std::string m_strLine;
     std::string m_strServerMessage;

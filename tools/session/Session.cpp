@@ -81,7 +81,7 @@ void CSession::Ask(Case& stCase, CADataRepository::_ConvActionInfo& info) const
     ServerReply& stReply = stCase.stReply;
     stReply.bNoUtterance = stReply.strUtterance.empty();
     if (stReply.bNoUtterance) stReply.strUtterance = kNoUtterance;
-    CRefusal refusal;
+    CRefusal refusal = CRefusal::OfCall();
     const auto Keep = [&](const LogLine& stLine) {
         refusal.Listen(stLine);
         if (m_bKeepLog) stCase.vLog.push_back(stLine);
