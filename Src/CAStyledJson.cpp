@@ -9,7 +9,6 @@
 #include <new>
 #include <ostream>
 #include <streambuf>
-#include <utility>
 
 #include "CAPlainNumbers.h"
 
