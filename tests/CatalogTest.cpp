@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "JsonText.h"
-#include "commands/Catalog.h"
+#include "catalog/Catalog.h"
 #include "parlo-api.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 #include "session/Session.h"
 
 using namespace CADataRepository;

@@ -16,7 +16,7 @@
 #include "FakePlatform.h"
 #include "JsonText.h"
 #include "parlo-api.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 using namespace CADataRepository;
 using Texts = std::vector<std::string>;

@@ -1,5 +1,5 @@
 // What is told of a reply: statements in order, each with the operation of the log line that it rests on.
-#include "rendering/Explain.h"
+#include "explaining/RenderExplanation.h"
 
 #include <gtest/gtest.h>
 

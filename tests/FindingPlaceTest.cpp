@@ -5,11 +5,11 @@
 
 #include "CADataRepository.h"
 #include "JsonText.h"
-#include "commands/ActionFacts.h"
+#include "catalog/ActionFacts.h"
 #include "findings/Actions.h"
 #include "findings/Check.h"
+#include "findings/FindingText.h"
 #include "findings/Suggestion.h"
-#include "rendering/FindingText.h"
 #include "session/Session.h"
 
 namespace

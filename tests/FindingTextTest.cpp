@@ -4,8 +4,8 @@
 #include "FindingCodes.h"
 #include "JsonText.h"
 #include "findings/Check.h"
-#include "rendering/FindingText.h"
-#include "rendering/Text.h"
+#include "findings/FindingText.h"
+#include "text/Text.h"
 
 TEST(FindingText, SuggestionIsWhatWasMeant)
 {

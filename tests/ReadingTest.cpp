@@ -9,7 +9,7 @@
 #include "reading/Expectation.h"
 #include "reading/Files.h"
 #include "reading/Input.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 TEST(Input, TurnIsTheReplyByteByByteOrAReason)
 {

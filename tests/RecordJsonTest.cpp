@@ -9,8 +9,8 @@
 #include <sstream>
 
 #include "JsonText.h"
-#include "rendering/CaseJson.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
+#include "session/CaseJson.h"
 
 using namespace CADataRepository;
 

@@ -5,9 +5,9 @@
 #include <functional>
 #include <sstream>
 
-#include "rendering/Progress.h"
-#include "rendering/Render.h"
-#include "rendering/Text.h"
+#include "explaining/Render.h"
+#include "text/Progress.h"
+#include "text/Text.h"
 
 using namespace CADataRepository;
 

@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "parlo-api.h"
-#include "rendering/Output.h"
 #include "session/Refusal.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 using namespace CADataRepository;
 

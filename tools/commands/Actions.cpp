@@ -1,9 +1,9 @@
 // "actions": the server's words and their codes, or all about one action.
-#include "commands/Catalog.h"
+#include "catalog/Catalog.h"
 #include "commands/Command.h"
 #include "findings/Suggestion.h"
-#include "rendering/Output.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

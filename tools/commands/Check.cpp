@@ -3,9 +3,9 @@
 
 #include "commands/Command.h"
 #include "findings/Check.h"
+#include "findings/FindingText.h"
 #include "reading/Files.h"
-#include "rendering/FindingText.h"
-#include "rendering/Output.h"
+#include "text/Output.h"
 
 namespace
 {

@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "findings/Suggestion.h"
-#include "rendering/Output.h"
+#include "text/Output.h"
 
 namespace
 {

@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace CLI
 {

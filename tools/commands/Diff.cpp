@@ -4,9 +4,9 @@
 
 #include "commands/Command.h"
 #include "comparing/Difference.h"
-#include "rendering/CaseJson.h"
-#include "rendering/Output.h"
+#include "session/CaseJson.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

@@ -1,9 +1,9 @@
 // "explain": what became of each part of a reply, and why.
-#include "rendering/Explain.h"
+#include "explaining/RenderExplanation.h"
 
 #include "commands/Command.h"
-#include "rendering/Output.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "commands/Command.h"
+#include "explaining/RenderExplanation.h"
 #include "log/LogCalls.h"
 #include "log/LogExtract.h"
 #include "log/LogReplay.h"
 #include "log/LogReport.h"
 #include "reading/LineFile.h"
-#include "rendering/Explain.h"
-#include "rendering/Output.h"
-#include "rendering/Progress.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
+#include "text/Output.h"
+#include "text/Progress.h"
 
 namespace
 {

@@ -1,9 +1,9 @@
 // "reply" and "conversation": the action record of each reply.
 #include "commands/Command.h"
-#include "rendering/CaseJson.h"
-#include "rendering/Output.h"
-#include "rendering/Render.h"
+#include "explaining/Render.h"
+#include "session/CaseJson.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

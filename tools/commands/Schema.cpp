@@ -1,8 +1,8 @@
 // "schema": the JSON Schema of the server's documents.
 #include "commands/Command.h"
 #include "findings/Description.h"
-#include "rendering/JsonSchema.h"
-#include "rendering/Output.h"
+#include "findings/JsonSchema.h"
+#include "text/Output.h"
 
 void AddSchema(CCommandLine& line)
 {

@@ -1,9 +1,9 @@
 // "status": whether conversation is available on the set.
-#include "commands/Catalog.h"
+#include "catalog/Catalog.h"
 #include "commands/Command.h"
 #include "parlo-api.h"
-#include "rendering/Output.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

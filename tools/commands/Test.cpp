@@ -9,9 +9,9 @@
 #include "comparing/Difference.h"
 #include "comparing/JUnit.h"
 #include "reading/Expectation.h"
-#include "rendering/CaseJson.h"
-#include "rendering/Output.h"
+#include "session/CaseJson.h"
 #include "session/Session.h"
+#include "text/Output.h"
 
 namespace
 {

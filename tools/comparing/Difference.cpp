@@ -4,8 +4,8 @@
 #include <set>
 
 #include "findings/Suggestion.h"
-#include "rendering/RecordJson.h"
-#include "rendering/Text.h"
+#include "records/RecordJson.h"
+#include "text/Text.h"
 
 namespace
 {

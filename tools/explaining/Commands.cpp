@@ -1,7 +1,7 @@
 // The commands: which lookup answered, with what, and what of the later ones counted.
+#include "explaining/Render.h"
 #include "explaining/Teller.h"
-#include "rendering/Render.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

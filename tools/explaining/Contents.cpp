@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "explaining/Teller.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // The sentence, the display control, and what goes from one reply to the next.
+#include "explaining/Render.h"
 #include "explaining/Teller.h"
-#include "rendering/Render.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

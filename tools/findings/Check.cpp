@@ -9,7 +9,7 @@
 #include "findings/Shape.h"
 #include "findings/Syntax.h"
 #include "reading/Input.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

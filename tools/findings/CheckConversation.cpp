@@ -8,8 +8,8 @@
 #include "findings/Suggestion.h"
 #include "findings/Syntax.h"
 #include "reading/Input.h"
-#include "rendering/RecordJson.h"
-#include "rendering/Text.h"
+#include "records/RecordJson.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 
 #include "CADataRepository/Enumerations.h"
 #include "findings/Actions.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 
 #include "findings/CommandEffects.h"
 #include "findings/ItemEffects.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

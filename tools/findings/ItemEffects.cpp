@@ -4,7 +4,7 @@
 #include "findings/Description.h"
 #include "findings/Poster.h"
 #include "findings/Suggestion.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

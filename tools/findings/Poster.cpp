@@ -8,8 +8,8 @@
 #include "CAParseJson.h"
 #include "CAPosterFormat.h"
 #include "CAUtil.h"
-#include "rendering/Text.h"
 #include "session/LogTap.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

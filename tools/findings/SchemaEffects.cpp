@@ -5,7 +5,7 @@
 #include <set>
 
 #include "findings/Effects.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "findings/Suggestion.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <utility>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

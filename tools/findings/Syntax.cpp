@@ -8,7 +8,7 @@
 #include <exception>
 
 #include "reading/Input.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

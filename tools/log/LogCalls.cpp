@@ -5,7 +5,7 @@
 #include <charconv>
 #include <string_view>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 namespace
 {

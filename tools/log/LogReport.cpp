@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "commands/Catalog.h"
+#include "catalog/Catalog.h"
 #include "log/LogExtract.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 namespace
 {

@@ -11,7 +11,7 @@
 
 #include "log/LineCompare.h"
 #include "log/LogCalls.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 // What there is to tell of a call beside the call itself.
 struct CallReport {

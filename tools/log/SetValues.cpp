@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 #include "reading/Expectation.h"
 
 #include "reading/Input.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 namespace
 {

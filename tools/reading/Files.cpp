@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "reading/LineFile.h"
-#include "rendering/Progress.h"
+#include "text/Progress.h"
 
 namespace
 {

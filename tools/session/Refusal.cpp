@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "reading/Input.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

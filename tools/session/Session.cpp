@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "parlo-api.h"
-#include "rendering/Output.h"
 #include "session/Refusal.h"
+#include "text/Output.h"
 
 namespace
 {

@@ -1,5 +1,5 @@
 // Findings in three forms.
-#include "rendering/FindingText.h"
+#include "findings/FindingText.h"
 
 #include <json/writer.h>
 

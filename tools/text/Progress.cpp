@@ -1,5 +1,5 @@
 // Drawing and clearing of the progress line.
-#include "rendering/Progress.h"
+#include "text/Progress.h"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 namespace
 {

@@ -1,5 +1,5 @@
 // One table a record says which fields it has; a template turns any of them into an object.
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 #include <json/writer.h>
 

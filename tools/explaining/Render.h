@@ -7,7 +7,7 @@
 
 #include "CADataRepository.h"
 #include "reading/Input.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 // The first word of `vWords` that stands for `eCode`; empty when none does.
 template <typename Code, std::size_t N>

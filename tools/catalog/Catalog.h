@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 // Every word of the server with its code, as tables; as one line of JSON with what the library makes of each action,
 // which needs a service.

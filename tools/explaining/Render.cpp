@@ -1,5 +1,5 @@
 // Lines and tables for the fields of an action record.
-#include "rendering/Render.h"
+#include "explaining/Render.h"
 
 #include <utility>
 #include <vector>

@@ -1,5 +1,5 @@
 // A definition for each object of the description, its comments as descriptions. null counts as missing, everywhere.
-#include "rendering/JsonSchema.h"
+#include "findings/JsonSchema.h"
 
 #include <json/writer.h>
 

@@ -1,11 +1,11 @@
 // Lines of text, and members of JSON.
-#include "rendering/Explain.h"
+#include "explaining/RenderExplanation.h"
 
 #include <json/value.h>
 
 #include "explaining/Explanation.h"
-#include "rendering/RecordJson.h"
-#include "rendering/Render.h"
+#include "explaining/Render.h"
+#include "records/RecordJson.h"
 
 namespace
 {

@@ -1,10 +1,10 @@
 // Replies with one or two commands, and what of them comes out in the record.
-#include "commands/ActionFacts.h"
+#include "catalog/ActionFacts.h"
 
 #include <json/value.h>
 
 #include "parlo-api.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 #include "session/LogTap.h"
 
 namespace

@@ -1,14 +1,14 @@
 // Tables of the vocabulary and of availability.
-#include "commands/Catalog.h"
+#include "catalog/Catalog.h"
 
 #include <json/value.h>
 
 #include <cstdlib>
 #include <vector>
 
-#include "commands/ActionFacts.h"
+#include "catalog/ActionFacts.h"
 #include "parlo-api.h"
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 namespace
 {

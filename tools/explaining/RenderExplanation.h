@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "rendering/Text.h"
 #include "session/Case.h"
+#include "text/Text.h"
 
 // Each part of the reply with what is wrong with it, at its place in the file, and what the library did with it, with
 // the log line that says so.

@@ -1,5 +1,5 @@
 // Escaping, cutting and aligning of text.
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <cwchar>

@@ -1,7 +1,7 @@
 // The frame around the record's fields.
-#include "rendering/CaseJson.h"
+#include "session/CaseJson.h"
 
-#include "rendering/RecordJson.h"
+#include "records/RecordJson.h"
 
 void WriteCaseLine(const Case& stCase, bool bCompact, const std::function<void(const std::string&)>& write)
 {

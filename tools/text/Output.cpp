@@ -1,12 +1,12 @@
 // Writing, with every failure told.
-#include "rendering/Output.h"
+#include "text/Output.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
 
 #include "Printable.h"
-#include "rendering/Progress.h"
+#include "text/Progress.h"
 
 namespace
 {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "findings/Finding.h"
-#include "rendering/Text.h"
+#include "text/Text.h"
 
 // "FILE:LINE:COLUMN: error: TEXT; SUGGESTION [code]" with its line break.
 std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint);
