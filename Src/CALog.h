@@ -44,16 +44,20 @@ struct FileStem {
     }())
 #endif
 
-#define CA_LOG(nPriority, szColour, szOperation, szFormat, ...)                                            \
-    static_cast<void>(__dlog_print(nPriority, CALog::kTag, "%s: %s(%d) > " szFormat szColour, CA_LOG_FILE, \
-                                   szOperation, __LINE__, ##__VA_ARGS__))
+#define CA_FORMAT(szFormat, szColour) "%s: %s(%d) > " szFormat szColour
+#define CA_LOGE_FORMAT(szFormat) CA_FORMAT(szFormat, "\033[31m")
+#define CA_LOGD_FORMAT(szFormat) CA_FORMAT(szFormat, "\033[34m")
+
+// For a format that is in a table already, as one of the two above.
+#define CA_LOG_FORMATTED(nPriority, szOperation, szFormat, ...) \
+    static_cast<void>(__dlog_print(nPriority, CALog::kTag, szFormat, CA_LOG_FILE, szOperation, __LINE__, ##__VA_ARGS__))
 
 // For a helper that does a part of an operation: the line carries the operation's name, not the helper's, so
 // that what people search their logs for stays the same however the code is cut.
 #define CA_LOGE_AS(szOperation, szFormat, ...) \
-    CA_LOG(CALog::kErrorPriority, "\033[31m", szOperation, szFormat, ##__VA_ARGS__)
+    CA_LOG_FORMATTED(CALog::kErrorPriority, szOperation, CA_LOGE_FORMAT(szFormat), ##__VA_ARGS__)
 #define CA_LOGD_AS(szOperation, szFormat, ...) \
-    CA_LOG(CALog::kDebugPriority, "\033[34m", szOperation, szFormat, ##__VA_ARGS__)
+    CA_LOG_FORMATTED(CALog::kDebugPriority, szOperation, CA_LOGD_FORMAT(szFormat), ##__VA_ARGS__)
 
 #define CA_LOGE(szFormat, ...) CA_LOGE_AS(__func__, szFormat, ##__VA_ARGS__)
 #define CA_LOGD(szFormat, ...) CA_LOGD_AS(__func__, szFormat, ##__VA_ARGS__)

@@ -19,25 +19,6 @@ E_CA_TVCONTROL Code(int nCode)
     return static_cast<E_CA_TVCONTROL>(nCode);
 }
 
-// The actions that show or concern content: their record carries the result list.
-bool ShowsContents(int nCode)
-{
-    switch (nCode) {
-        case E_CA_TVCONTROL_PLAY_CONTENT:
-        case E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX:
-        case E_CA_TVCONTROL_RECORD_LIVECONTENT:
-        case E_CA_TVCONTROL_QUIT_RECORD:
-        case E_CA_TVCONTROL_ALARM_LIVECONTENT:
-        case E_CA_TVCONTROL_SCHEDULE_LIVECONTENT:
-        case E_CA_TVCONTROL_INSTALL_APPLICATION:
-        case E_CA_TVCONTROL_DISPLAY_CANDIDATES:
-        case E_CA_TVCONTROL_UNINSTALL_APPLICATION:
-            return true;
-        default:
-            return false;
-    }
-}
-
 // An ordinary reply's memory stays for the next one: to free a large block makes the allocator tidy up the whole
 // document that was released just before, at a fifth of the parse's time. More than that is given back.
 void ClearRawPacket(std::string& strRawPacket)
@@ -233,7 +214,7 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
     if (!vTVControl.empty()) info.strFirstAction = vTVControl.front().szAction;
 
     // Last, since the results leave the store: nothing that can fail comes after it.
-    if (ShowsContents(nCode)) m_pDataMgr->TakeSAContentsList(info.vSAContents);
+    if (ActionOf(nCode).Has(SHOWS_CONTENTS)) m_pDataMgr->TakeSAContentsList(info.vSAContents);
 }
 
 // For a command that is no system action. Returns its code, 0 when no lookup knows it.

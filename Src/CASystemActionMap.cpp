@@ -1,6 +1,6 @@
 #include "CASystemActionMap.h"
 
-#include <utility>
+#include <string_view>
 
 #include "CADataHandler.h"
 #include "CADataRepository/Vocabulary.h"
@@ -12,56 +12,43 @@ using namespace CADataRepository;
 namespace
 {
 
-// A value of the command that an action takes as parameter. The lines of one action are in parameter order.
+constexpr char kSystemAction[] = "GetSystemAction";
+
+// A value of the command that is a parameter of some action: its key in "params", how the log shows it, its field.
 struct Param {
-    E_CA_TVCONTROL eCode;
-    const char* szLogged;  // how the log line begins; null: no line
+    std::string_view szKey;
+    const char* szFormat;  // null: no line
     std::string _TVControl::*pText = nullptr;
     int _TVControl::*pInt = nullptr;
 };
 
 constexpr Param kParams[] = {
-    {E_CA_TVCONTROL_POWEROFF, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
-    {E_CA_TVCONTROL_POWERON, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
-    {E_CA_TVCONTROL_CHANGE_EXSOURCE, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
-    {E_CA_TVCONTROL_SET_REMOCON, "stTVControl.szTargetDevice = ", &_TVControl::szTargetDevice},
-    {E_CA_TVCONTROL_SET_SLEEPTIMER, "stTVControl.nTime = ", nullptr, &_TVControl::nTime},
-    {E_CA_TVCONTROL_CHANGE_CHANNEL, "stTVControl.szChannelNo = ", &_TVControl::szChannelNo},
-    {E_CA_TVCONTROL_CHANNELUP, "stTVControl.nAmount = ", nullptr, &_TVControl::nAmount},
-    {E_CA_TVCONTROL_CHANNELDOWN, "stTVControl.nAmount = ", nullptr, &_TVControl::nAmount},
-    {E_CA_TVCONTROL_VOLUMEUP, "stTVControl.nAmount = ", nullptr, &_TVControl::nAmount},
-    {E_CA_TVCONTROL_VOLUMEDOWN, "stTVControl.nAmount = ", nullptr, &_TVControl::nAmount},
-    {E_CA_TVCONTROL_SET_VOLUME, "stTVControl.nAmount = ", nullptr, &_TVControl::nAmount},
-    {E_CA_TVCONTROL_PLAY_CONTENT, "stTVControl.nIndex = ", nullptr, &_TVControl::nIndex},
-    {E_CA_TVCONTROL_EXECUTE_KEY, "szColorkey:", &_TVControl::szColorkey},
-    {E_CA_TVCONTROL_CONTROL_GB, nullptr, &_TVControl::szGBFunction},
-    {E_CA_TVCONTROL_DISPLAY_DETAILINFO, "stTVControl.nIndex = ", nullptr, &_TVControl::nIndex},
-    {E_CA_TVCONTROL_RUN_WEBBROWSER, "stTVControl.szKeyword = ", &_TVControl::szKeyword},
-    {E_CA_TVCONTROL_RUN_WEBBROWSER, "stTVControl.szWebsite = ", &_TVControl::szWebsite},
-    {E_CA_TVCONTROL_RUN_YOUTUBE, "stTVControl.szKeyword = ", &_TVControl::szKeyword},
-    {E_CA_TVCONTROL_SHOW_MOREINFO, "stTVControl.nIndex = ", nullptr, &_TVControl::nIndex},
+    {"target_device", CA_LOGD_FORMAT("stTVControl.szTargetDevice = %s"), &_TVControl::szTargetDevice},
+    {"time", CA_LOGD_FORMAT("stTVControl.nTime = %d"), nullptr, &_TVControl::nTime},
+    {"channel_no", CA_LOGD_FORMAT("stTVControl.szChannelNo = %s"), &_TVControl::szChannelNo},
+    {"amount", CA_LOGD_FORMAT("stTVControl.nAmount = %d"), nullptr, &_TVControl::nAmount},
+    {"idx", CA_LOGD_FORMAT("stTVControl.nIndex = %d"), nullptr, &_TVControl::nIndex},
+    {"colorkey", CA_LOGD_FORMAT("szColorkey:%s"), &_TVControl::szColorkey},
+    {"gb_function", nullptr, &_TVControl::szGBFunction},
+    {"keyword", CA_LOGD_FORMAT("stTVControl.szKeyword = %s"), &_TVControl::szKeyword},
+    {"website", CA_LOGD_FORMAT("stTVControl.szWebsite = %s"), &_TVControl::szWebsite},
 };
 
-struct CodeRange {
-    int nFirst;
-    int nLast;
-};
-
-// Actions without parameters. The gaps are actions with parameters, or none of this lookup's.
-constexpr CodeRange kWithoutParams[] = {{4, 4},   {11, 11}, {14, 15}, {18, 20}, {24, 25}, {27, 28}, {30, 35},
-                                        {38, 41}, {53, 54}, {59, 63}, {66, 66}, {68, 87}, {94, 94}};
-
-constexpr CodeRange kCandidates[] = {{42, 52}, {55, 55}};
-constexpr CodeRange kChannels[] = {{5, 6}, {8, 8}, {36, 37}};
-constexpr CodeRange kFollowUps[] = {{5, 5}, {22, 22}, {34, 34}, {36, 37}, {67, 67}};
-
-template <std::size_t N>
-constexpr bool In(const CodeRange (&ranges)[N], int nCode)
+constexpr const Param* FindParam(std::string_view szKey)
 {
-    for (const CodeRange& range : ranges)
-        if (range.nFirst <= nCode && nCode <= range.nLast) return true;
-    return false;
+    for (const Param& param : kParams)
+        if (param.szKey == szKey) return &param;
+    return nullptr;
 }
+
+constexpr bool EveryKeyHasItsField()
+{
+    for (const ActionRow& row : kActionRows)
+        for (const char* szKey : row.vKeys)
+            if (row.eLookup == ActionLookup::SYSTEM && szKey != nullptr && FindParam(szKey) == nullptr) return false;
+    return true;
+}
+static_assert(EveryKeyHasItsField(), "a system action takes a key that kParams does not have");
 
 template <typename Code>
 int Find(const std::map<std::string, Code>& words, const std::string& strWord)
@@ -70,24 +57,22 @@ int Find(const std::map<std::string, Code>& words, const std::string& strWord)
     return it == words.end() ? 0 : it->second;
 }
 
-// Appends the parameters of `nCode`, each logged first. False when the action takes none.
-bool AppendParams(int nCode, const _TVControl& stTVControl, std::vector<std::string>& params)
+// Appends what the command holds under the action's keys, each value logged first.
+void AppendParams(const ParamKeys& vKeys, const _TVControl& stTVControl, std::vector<std::string>& params)
 {
-    constexpr char kOperation[] = "GetSystemAction";
-    bool bFound = false;
-    for (const Param& param : kParams) {
-        if (param.eCode != nCode) continue;
-        bFound = true;
-        if (param.pInt != nullptr) {
-            CA_LOGD_AS(kOperation, "%s%d", param.szLogged, stTVControl.*param.pInt);
-            params.push_back(CCAUtil::itoa(stTVControl.*param.pInt));
+    for (const char* szKey : vKeys) {
+        if (szKey == nullptr) break;
+        const Param* pParam = FindParam(szKey);
+        if (pParam->pInt != nullptr) {
+            CA_LOG_FORMATTED(CALog::kDebugPriority, kSystemAction, pParam->szFormat, stTVControl.*pParam->pInt);
+            params.push_back(CCAUtil::itoa(stTVControl.*pParam->pInt));
         } else {
-            if (param.szLogged != nullptr)
-                CA_LOGD_AS(kOperation, "%s%s", param.szLogged, (stTVControl.*param.pText).c_str());
-            params.push_back(stTVControl.*param.pText);
+            const std::string& strText = stTVControl.*pParam->pText;
+            if (pParam->szFormat != nullptr)
+                CA_LOG_FORMATTED(CALog::kDebugPriority, kSystemAction, pParam->szFormat, strText.c_str());
+            params.push_back(strText);
         }
     }
-    return bFound;
 }
 
 }  // namespace
@@ -125,57 +110,59 @@ int CCASystemActionMap::GetActionIntent(const _TVControl& stTVControl) const
 int CCASystemActionMap::Get2ndAction(const _TVControl& stTVControl) const
 {
     int nCode = t_FindAction(__func__, stTVControl.szAction);
-    if (!In(kFollowUps, nCode)) nCode = 0;
+    if (!ActionOf(nCode).Has(MAY_FOLLOW)) nCode = 0;
     CA_LOGE("eControl = %d", nCode);
     return nCode;
 }
 
 int CCASystemActionMap::GetSystemAction(const _TVControl& stTVControl, std::vector<std::string>& params) const
 {
-    int nCode = t_FindAction(__func__, stTVControl.szAction);
+    int nCode = t_FindAction(kSystemAction, stTVControl.szAction);
+    const ActionRow stRow = ActionOf(nCode);
     // Without a position "play_content" is another action, "display_detailinfo" the same one without its parameter.
     const bool bNoIndex = stTVControl.nIndex < 0;
-    const bool bDetail = nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO && bNoIndex;
-    if (nCode == E_CA_TVCONTROL_PLAY_CONTENT && bNoIndex) {
+    if (nCode == E_CA_TVCONTROL_PLAY_CONTENT && bNoIndex)
         nCode = E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX;
-    } else if (!bDetail) {
-        const bool bParams = AppendParams(nCode, stTVControl, params);
-        if (!bParams && !In(kWithoutParams, nCode)) nCode = 0;
-    }
+    else if (stRow.eLookup != ActionLookup::SYSTEM)
+        nCode = 0;
+    else if (nCode != E_CA_TVCONTROL_DISPLAY_DETAILINFO || !bNoIndex)
+        AppendParams(stRow.vKeys, stTVControl, params);
     CA_LOGE("eControl:%d", nCode);
     return nCode;
 }
 
-int CCASystemActionMap::GetSystemActionCandidate(const _TVControl& stTVControl,
-                                                 std::vector<std::string>& candidates) const
+E_CA_TVCONTROL CCASystemActionMap::GetSystemActionCandidate(const _TVControl& stTVControl,
+                                                            std::vector<std::string>& candidates) const
 {
     int nCode = t_FindAction(__func__, stTVControl.szAction);
-    if (nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST) {
+    const ActionLookup eLookup = ActionOf(nCode).eLookup;
+    if (eLookup == ActionLookup::CAST || nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO) {
         // The names are the cast of what is shown in detail, not the command's.
         CCADataHandler* pDataHandler = CCADataHandler::GetInstance();
         if (pDataHandler == nullptr) {
             CA_LOGE("pDataHandler is NULL");
-            return 0;
+            return E_CA_TVCONTROL_NONE;
         }
-        _Content stContent = pDataHandler->GetContent();
+        const _Content stContent = pDataHandler->GetContent();
         candidates.clear();
-        for (_Casting& casting : stContent.vCasting) candidates.push_back(std::move(casting.szName));
-    } else if (In(kCandidates, nCode)) {
+        for (const _Casting& casting : stContent.vCasting) candidates.push_back(casting.szName);
+    } else if (eLookup == ActionLookup::NAMES) {
         candidates = stTVControl.vNames;
     } else {
         nCode = 0;
     }
     CA_LOGE("eControl:%d", nCode);
-    return nCode;
+    return static_cast<E_CA_TVCONTROL>(nCode);
 }
 
-int CCASystemActionMap::GetSystemActionChannel(const _TVControl& stTVControl, std::vector<_Channels>& channels) const
+E_CA_TVCONTROL CCASystemActionMap::GetSystemActionChannel(const _TVControl& stTVControl,
+                                                          std::vector<_Channels>& channels) const
 {
     int nCode = t_FindAction(__func__, stTVControl.szAction);
-    if (In(kChannels, nCode))
+    if (ActionOf(nCode).eLookup == ActionLookup::CHANNEL)
         channels = stTVControl.vChannels;
     else
         nCode = 0;
     CA_LOGE("eControl:%d", nCode);
-    return nCode;
+    return static_cast<E_CA_TVCONTROL>(nCode);
 }

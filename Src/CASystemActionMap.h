@@ -10,7 +10,7 @@
 #include "CADataRepository/TVControl.h"
 
 // The service owns one and fills it once; from then on it is read-only and needs no lock.
-// Every query returns a code as a plain integer, 0 when it does not apply to the command.
+// Every query returns a code, 0 when it does not apply to the command.
 class __attribute__((visibility("default"))) CCASystemActionMap
 {
 public:
@@ -31,12 +31,12 @@ public:
     int GetSystemAction(const CADataRepository::_TVControl& stTVControl, std::vector<std::string>& params) const;
 
     // The action and its names to choose from. Replaces `candidates` if it applies.
-    int GetSystemActionCandidate(const CADataRepository::_TVControl& stTVControl,
-                                 std::vector<std::string>& candidates) const;
+    E_CA_TVCONTROL GetSystemActionCandidate(const CADataRepository::_TVControl& stTVControl,
+                                            std::vector<std::string>& candidates) const;
 
     // The action and its channels. Replaces `channels` if it applies.
-    int GetSystemActionChannel(const CADataRepository::_TVControl& stTVControl,
-                               std::vector<CADataRepository::_Channels>& channels) const;
+    E_CA_TVCONTROL GetSystemActionChannel(const CADataRepository::_TVControl& stTVControl,
+                                          std::vector<CADataRepository::_Channels>& channels) const;
 
 private:
     int t_FindAction(const char* szOperation, const std::string& strAction) const;

@@ -3,6 +3,7 @@
 #ifndef PARLO_CADATAREPOSITORY_VOCABULARY_H
 #define PARLO_CADATAREPOSITORY_VOCABULARY_H
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -106,6 +107,91 @@ inline constexpr CodedWord<E_CA_TVCONTROL> kActionWords[] = {
     {"run_guidix", E_CA_TVCONTROL_RUN_GUIDIX},
 };
 
+// Which lookup of the library answers for an action, and fills which list of the record.
+enum class ActionLookup {
+    NONE,     // none: the record says "no match"
+    SYSTEM,   // vSystemActionParam, a text for each key
+    CHANNEL,  // vChannels, from the keys
+    NAMES,    // vCandidates, from the key
+    CAST,     // vCandidates, the cast of the programme that is shown in detail
+};
+
+// More about an action.
+enum ActionFlag : unsigned {
+    NEEDS_PARAMS = 1,    // it cannot be carried out without its keys
+    SHOWS_CONTENTS = 2,  // its record carries the result list
+    MAY_FOLLOW = 4,      // it may be the second command beside channels or candidates
+};
+
+using ParamKeys = std::array<const char*, 2>;  // an unused place is null
+inline constexpr ParamKeys kChannelLists = {"channels", "umd_channels"};
+
+// What the library makes of an action: the lookups work by it. Of the keys of "params", those that the action takes,
+// in order; "idx" counts only beside an integer "index".
+struct ActionRow {
+    E_CA_TVCONTROL eCode;
+    ActionLookup eLookup = ActionLookup::SYSTEM;
+    ParamKeys vKeys = {};
+    unsigned nFlags = 0;
+
+    constexpr bool Has(ActionFlag eFlag) const { return (nFlags & eFlag) != 0; }
+};
+
+// A code without a row is a system action without parameters; see ActionOf.
+inline constexpr ActionRow kActionRows[] = {
+    {E_CA_TVCONTROL_NONE, ActionLookup::NONE},
+    {E_CA_TVCONTROL_POWEROFF, ActionLookup::SYSTEM, {"target_device"}},
+    {E_CA_TVCONTROL_POWERON, ActionLookup::SYSTEM, {"target_device"}},
+    {E_CA_TVCONTROL_SET_SLEEPTIMER, ActionLookup::SYSTEM, {"time"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SET_CHANNEL, ActionLookup::CHANNEL, kChannelLists, NEEDS_PARAMS | MAY_FOLLOW},
+    {E_CA_TVCONTROL_MOVE_CHANNEL, ActionLookup::CHANNEL, kChannelLists, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_CHANGE_CHANNEL, ActionLookup::SYSTEM, {"channel_no"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_CHANNEL, ActionLookup::CHANNEL, kChannelLists, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_CHANNELUP, ActionLookup::SYSTEM, {"amount"}},
+    {E_CA_TVCONTROL_CHANNELDOWN, ActionLookup::SYSTEM, {"amount"}},
+    {E_CA_TVCONTROL_VOLUMEUP, ActionLookup::SYSTEM, {"amount"}},
+    {E_CA_TVCONTROL_VOLUMEDOWN, ActionLookup::SYSTEM, {"amount"}},
+    {E_CA_TVCONTROL_SET_VOLUME, ActionLookup::SYSTEM, {"amount"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_CHANGE_EXSOURCE, ActionLookup::SYSTEM, {"target_device"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SET_REMOCON, ActionLookup::SYSTEM, {"target_device"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_PLAY_CONTENT, ActionLookup::SYSTEM, {"idx"}, SHOWS_CONTENTS | MAY_FOLLOW},
+    {E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX, ActionLookup::NONE, {}, SHOWS_CONTENTS},  // from PLAY_CONTENT without "idx"
+    {E_CA_TVCONTROL_EXECUTE_KEY, ActionLookup::SYSTEM, {"colorkey"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_CONTROL_GB, ActionLookup::SYSTEM, {"gb_function"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_RECORD_LIVECONTENT, ActionLookup::SYSTEM, {}, SHOWS_CONTENTS | MAY_FOLLOW},
+    {E_CA_TVCONTROL_QUIT_RECORD, ActionLookup::SYSTEM, {}, SHOWS_CONTENTS},
+    {E_CA_TVCONTROL_ALARM_LIVECONTENT, ActionLookup::CHANNEL, kChannelLists,
+     NEEDS_PARAMS | SHOWS_CONTENTS | MAY_FOLLOW},
+    {E_CA_TVCONTROL_SCHEDULE_LIVECONTENT, ActionLookup::CHANNEL, kChannelLists,
+     NEEDS_PARAMS | SHOWS_CONTENTS | MAY_FOLLOW},
+    {E_CA_TVCONTROL_INSTALL_APPLICATION, ActionLookup::SYSTEM, {}, SHOWS_CONTENTS},
+    {E_CA_TVCONTROL_DISPLAY_DETAILINFO, ActionLookup::SYSTEM, {"idx"}},
+    {E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST, ActionLookup::CAST},
+    {E_CA_TVCONTROL_DISPLAY_DETAILINFO_DIRECTOR, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_DETAILINFO_GENRE, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_CAST, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_DIRECTOR, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_GENRE, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SHOW_OPTLIST_FOR_SLEEPTIMER, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SHOW_OPTLIST_FOR_CONFIRM, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SHOW_OPTLIST_DETAILINFO_FOR_CONFIRM, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_SHOW_OPTLIST_FOR_RESERVATION, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS},
+    {E_CA_TVCONTROL_DISPLAY_CANDIDATES, ActionLookup::NAMES, {"names"}, NEEDS_PARAMS | SHOWS_CONTENTS},
+    {E_CA_TVCONTROL_SHOW_COLORKEYS, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RUN_WEBBROWSER, ActionLookup::SYSTEM, {"keyword", "website"}},
+    {E_CA_TVCONTROL_DELETE_ITEM, ActionLookup::NONE},
+    {E_CA_TVCONTROL_UNINSTALL_APPLICATION, ActionLookup::SYSTEM, {}, SHOWS_CONTENTS},
+    {E_CA_TVCONTROL_RESERVED_64, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RUN_YOUTUBE, ActionLookup::SYSTEM, {"keyword"}},
+    {E_CA_TVCONTROL_SHOW_MOREINFO, ActionLookup::SYSTEM, {"idx"}, MAY_FOLLOW},
+    {E_CA_TVCONTROL_RESERVED_88, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RESERVED_89, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RESERVED_90, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RESERVED_91, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RESERVED_92, ActionLookup::NONE},
+    {E_CA_TVCONTROL_RESERVED_93, ActionLookup::NONE},
+};
+
 // "intent" of a TV control command, by code.
 inline constexpr CodedWord<E_CA_TVCONTROL_INTENT> kIntentWords[] = {
     {"play", E_CA_TVCONTROL_INTENT_PLAY},
@@ -155,6 +241,23 @@ bool LookUp(const CodedWord<Code> (&vWords)[N], std::string_view szWord, int& co
         return true;
     }
     return false;
+}
+
+// The first word that stands for the code; empty for a code without one.
+template <typename Code, std::size_t N>
+constexpr std::string_view WordOf(const CodedWord<Code> (&vWords)[N], Code eCode)
+{
+    for (const CodedWord<Code>& stWord : vWords)
+        if (stWord.eCode == eCode) return stWord.szWord;
+    return {};
+}
+
+// What the library makes of an action by its code, which may be any number.
+constexpr ActionRow ActionOf(int nCode)
+{
+    for (const ActionRow& stRow : kActionRows)
+        if (stRow.eCode == nCode) return stRow;
+    return {static_cast<E_CA_TVCONTROL>(nCode)};
 }
 
 template <typename Code, std::size_t N>

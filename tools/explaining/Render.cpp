@@ -55,7 +55,7 @@ void CRecordPage::Rows(std::vector<std::vector<std::string>> vRows)
 template <typename Code, std::size_t N>
 std::string WordAndCode(const CodedWord<Code> (&vWords)[N], Code eCode)
 {
-    const std::string strWord = WordOf(vWords, eCode);
+    const std::string strWord(WordOf(vWords, eCode));
     return (strWord.empty() ? "none" : strWord) + " (" + std::to_string(eCode) + ')';
 }
 

@@ -9,15 +9,6 @@
 #include "reading/Input.h"
 #include "text/Text.h"
 
-// The first word of `vWords` that stands for `eCode`; empty when none does.
-template <typename Code, std::size_t N>
-std::string WordOf(const CADataRepository::CodedWord<Code> (&vWords)[N], Code eCode)
-{
-    for (const auto& stWord : vWords)
-        if (stWord.eCode == eCode) return std::string(stWord.szWord);
-    return {};
-}
-
 // The code that `strWord` stands for; `eUnknown` when it is none of `vWords`.
 template <typename Code, std::size_t N>
 Code CodeOf(const CADataRepository::CodedWord<Code> (&vWords)[N], const std::string& strWord, Code eUnknown)
