@@ -50,9 +50,7 @@ struct _ScheduleInfo {
     std::string szEndTime;    // from "endtime"
 };
 
-// A broadcast programme ("epg"). Its unfilled texts are four: where three were spoken of, the numbered list of the
-// fields was taken at its word, since an application that is built against the wrong number reads every field behind
-// them wrong.
+// A broadcast programme ("epg").
 struct _OnTVContents {
     int nYear = -1;                        // from "year"
     std::string szId;                      // from "id"
@@ -60,7 +58,6 @@ struct _OnTVContents {
     std::string szSubtitle;                // unfilled
     std::string szSynopsis;                // unfilled
     std::string szProvider;                // unfilled
-    std::string szBroadcaster;             // unfilled
     std::string szCertFlag;                // from "cert_flag"; "No" is refused under the adult lock
     _Poster stPoster;                      // from "poster" / "images"
     _ScheduleInfo stSchedule;              // from "schedule"

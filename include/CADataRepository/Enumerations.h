@@ -184,4 +184,22 @@ enum E_CA_PARSE_JSON_STATUS : int {
     CA_PARSE_JSON_SEARCH_SCHEMA = 1,  // a search schema document
 };
 
+// Beside the records, for callers who look for them there.
+namespace CADataRepository
+{
+
+using ::CA_PARSE_JSON_SEARCH_SCHEMA;
+using ::CA_PARSE_JSON_SEARCH_SERVER;
+using ::E_CA_ACTION_TYPE;
+using ::E_CA_CONTENT_KIND;
+using ::E_CA_CONV_STATUS;
+using ::E_CA_DISPLAY_ACTION;
+using ::E_CA_PARSE_JSON_STATUS;
+using ::E_CA_SCHEMA_CATEGORY;
+using ::E_CA_SORT_RULE;
+using ::E_CA_TVCONTROL;
+using ::E_CA_TVCONTROL_INTENT;
+
+}  // namespace CADataRepository
+
 #endif

@@ -55,8 +55,8 @@ FIELDS(_Casting, FIELD(szName));
 FIELDS(_Episode, FIELD(szTitle), FIELD(szNumber));
 FIELDS(_ScheduleInfo, FIELD(nDuration), FIELD(szStartTime), FIELD(szEndTime));
 FIELDS(_OnTVContents, FIELD(nYear), FIELD(szId), FIELD(szTitle), FIELD(szSubtitle), FIELD(szSynopsis),
-       FIELD(szProvider), FIELD(szBroadcaster), FIELD(szCertFlag), FIELD(stPoster), FIELD(stSchedule),
-       FIELD(stChannelInfo), FIELD(vRatings), FIELD(vGenres), FIELD(nKind));
+       FIELD(szProvider), FIELD(szCertFlag), FIELD(stPoster), FIELD(stSchedule), FIELD(stChannelInfo), FIELD(vRatings),
+       FIELD(vGenres), FIELD(nKind));
 FIELDS(_MnTContents, FIELD(nYear), FIELD(nSeason), FIELD(nDuration), FIELD(szId), FIELD(szTitle), FIELD(szCertFlag),
        FIELD(stEpisode), FIELD(stPoster), FIELD(vRatings), FIELD(vGenres), FIELD(nKind));
 FIELDS(_AppContents, FIELD(szId), FIELD(szTitle), FIELD(szRunTitle), FIELD(szCategory), FIELD(szCertFlag),
