@@ -1,6 +1,5 @@
 // The store of everything parsed from the current reply.
-#ifndef PARLO_CADATAHANDLER_H
-#define PARLO_CADATAHANDLER_H
+#pragma once
 
 #include <glib.h>
 
@@ -38,8 +37,7 @@ public:
     std::string GetCommunicateErrorCode();
 
     // The commands. SetTVControl appends; GetTVControl waits for a writer in progress and returns the live list.
-    void SetTVControl(const CADataRepository::_TVControl& stTVControl);
-    void SetTVControl(CADataRepository::_TVControl&& stTVControl);
+    void SetTVControl(CADataRepository::_TVControl stTVControl);
     std::vector<CADataRepository::_TVControl>& GetTVControl();
 
     void SetDomain(std::vector<std::string> vDomain);
@@ -49,21 +47,20 @@ public:
     void SetContent(CADataRepository::_Content stContent);
     CADataRepository::_Content GetContent();
 
-    // The inputs of the result list. Both append; a reply's results are handed over together, in their list entries.
+    // The inputs of the result list. Both append.
     void SetSchemaList(CADataRepository::_CASchema stSchema);
     void SetSeachServerContentsList(const CADataRepository::_ContentsItem& stItem);
-    void SetSeachServerContentsList(std::vector<CADataRepository::_SAContents>&& vEntries);
+    void SetSeachServerContentsList(CADataRepository::_ContentsItem&& stItem);
+
+    // Before a reply brings so many items: drops those that wait of older replies, with a line in the log, when they
+    // are so many that they could exhaust the set, and makes room.
+    void ExpectContents(std::size_t nComing);
+    static constexpr std::size_t kMostWaiting = 4096;
 
     // The display control result. Not guarded. The getter clears the flag and appends to the record's items.
     void SetDisplayControlResult(CADataRepository::_DisplayControlInfo stInfo);
     bool GetDisplayControlSetFlag() const { return m_bDisplayControlSet; }
     void GetDisplayControlResult(CADataRepository::_DisCtrlInfo& stInfo);
-
-    // How many items wait. A list that is handed over should have room for as many, which go before its own: they move
-    // there, so that the old list and a grown one are not both held.
-    std::size_t GetContentsCount();
-    static constexpr std::size_t kMostWaiting = 4096;
-    static constexpr std::size_t kMostWaitingText = std::size_t{1} << 20;
 
     // Asks for the search schema to be parsed before the next reply; CanRequestSchema answers once for it.
     void RequestSchema();
@@ -72,41 +69,17 @@ public:
     // Replaces `vOut` by the ordered result list. It is sorted when one of its inputs changed since the last time.
     void GetSAContentsList(std::vector<CADataRepository::_SAContents>& vOut);
 
-    // The same for a caller that clears the store next: the results move out of it.
-    void TakeSAContentsList(std::vector<CADataRepository::_SAContents>& vOut);
-
     // Clears what belongs to one reply; error code, dialog state and search schema stay.
     void InitializeData();
 
-    // What older replies left, when a reply begins.
-    struct Before {
-        std::size_t nCommands = 0;
-        std::size_t nContents = 0;
-        std::size_t nWaitingText = 0;
-        std::string strSystemMessage;
-        std::vector<std::string> vDomain;
-        CADataRepository::_DisplayControlInfo stDisplayControl;
-    };
-
-    // Begins a reply of so many bytes. Of the items of older replies at most kMostWaiting go on waiting, and none when
-    // the replies since the first of them are longer than kMostWaitingText; a line in the log says so. ForgetReply
-    // takes back what has been stored since; the dialog state stays as it is.
-    Before BeginReply(std::size_t nLength);
-    void ForgetReply(Before&& stBefore);
-
 private:
-    enum class Items { KEEP, MOVE };  // whether the list entries copy the stored items or take them
-    struct Plan;                      // what the schema makes of the list
-
-    void t_ClearContents();
-    std::size_t t_DropOldContents();
-    void t_Refresh(Items eItems);
-    void t_ServerToSAContentsList(const std::vector<CADataRepository::_SAContents>& items,
+    // Run under the lock.
+    void t_ServerToSAContentsList(const std::vector<CADataRepository::_ContentsItem>& items,
                                   std::vector<CADataRepository::_SAContents>& list);
-    void t_PlanSort(Plan& plan) const;
-    void t_Sort(const Plan& plan, Items eItems);
-    static void t_SortByFlag(bool& flag, Plan& plan, const std::vector<CADataRepository::_SAContents>& source,
-                             const std::vector<CADataRepository::_CASortRule>& rules);
+    void t_Sort();
+    void t_SortByFlag(bool& flag, std::vector<CADataRepository::_SAContents>& list,
+                      const std::vector<CADataRepository::_SAContents>& source,
+                      const std::vector<CADataRepository::_CASortRule>& rules);
 
     GMutex m_stMutex;
 
@@ -135,13 +108,9 @@ private:
     // Guarded by m_stMutex.
     std::vector<std::string> m_vDomain;
     std::vector<CADataRepository::_TVControl> m_vTVControl;
-    std::vector<CADataRepository::_SAContents> m_vContentsItem;  // in reply order, each in its list entry already
+    std::vector<CADataRepository::_ContentsItem> m_vContentsItem;  // in reply order
     std::vector<CADataRepository::_CASchema> m_vSchemaList;
     std::vector<CADataRepository::_SAContents> m_vSAContents;
 
     [[maybe_unused]] std::int32_t m_nReserved = 0;  // never read; keeps the object's layout
-
-    std::size_t m_nWaitingText = 0;  // guarded by m_stMutex: bytes of the replies since the first whose items wait
 };
-
-#endif

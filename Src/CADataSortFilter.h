@@ -1,6 +1,5 @@
 // Merges one result list into another by the rules of a search schema.
-#ifndef PARLO_CADATASORTFILTER_H
-#define PARLO_CADATASORTFILTER_H
+#pragma once
 
 #include <cstddef>
 #include <iterator>
@@ -65,5 +64,3 @@ void CCADataSortFilter::t_Sort(const std::vector<Rule>& rules, std::vector<Entry
     result.insert(result.end(), next, source.end());
     list = std::move(result);
 }
-
-#endif

@@ -1,6 +1,5 @@
 // Which image size code the server's poster template is filled with, by the kind of content.
-#ifndef PARLO_CAIMAGESIZETABLE_H
-#define PARLO_CAIMAGESIZETABLE_H
+#pragma once
 
 #include <map>
 #include <string>
@@ -26,5 +25,3 @@ private:
     std::map<std::string, int> m_mapSize;  // by screen mode, separator and kind: "1080;movie"
     std::string m_strSeparator = ";";
 };
-
-#endif

@@ -21,10 +21,7 @@ bool CanKeepComments(std::size_t nComments, std::size_t nSize)
 
 }  // namespace
 
-namespace CAJson
-{
-
-bool Parse(const std::string& strText, Json::Value& root)
+bool CAJson::Parse(const std::string& strText, Json::Value& root)
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader whose leniency the servers count on
@@ -41,26 +38,26 @@ bool Parse(const std::string& strText, Json::Value& root)
 #pragma GCC diagnostic pop
 }
 
-std::string Text(const Json::Value& value)
+std::string CAJson::Text(const Json::Value& value)
 {
     std::string strText;
     Take(value, strText);
     return strText;
 }
 
-std::string AnyText(const Json::Value& value)
+std::string CAJson::AnyText(const Json::Value& value)
 {
     if (value.isArray() || value.isObject()) return std::string();
     const CAPlainNumbers plain;
     return value.asString();
 }
 
-int AnyInt(const Json::Value& value)
+int CAJson::AnyInt(const Json::Value& value)
 {
     return value.isConvertibleTo(Json::intValue) ? value.asInt() : 0;
 }
 
-bool Take(const Json::Value& value, std::string& field)
+bool CAJson::Take(const Json::Value& value, std::string& field)
 {
     const char* pBegin = nullptr;
     const char* pEnd = nullptr;
@@ -69,22 +66,20 @@ bool Take(const Json::Value& value, std::string& field)
     return true;
 }
 
-bool Take(const Json::Value& value, int& field)
+bool CAJson::Take(const Json::Value& value, int& field)
 {
     if (!value.isInt()) return false;
     field = value.asInt();
     return true;
 }
 
-void AppendTexts(const Json::Value& list, std::vector<std::string>& vTexts)
+void CAJson::AppendTexts(const Json::Value& list, std::vector<std::string>& vTexts)
 {
     for (const Json::Value& element : Elements(list))
         if (element.isString()) vTexts.push_back(Text(element));
 }
 
-void AppendAnyTexts(const Json::Value& list, std::vector<std::string>& vTexts)
+void CAJson::AppendAnyTexts(const Json::Value& list, std::vector<std::string>& vTexts)
 {
     for (const Json::Value& element : Elements(list)) vTexts.push_back(AnyText(element));
 }
-
-}  // namespace CAJson

@@ -3,8 +3,7 @@
 // All of the library reads JSON through these functions: a value that is missing or of another type gives a
 // default, and nothing here throws but running out of memory. The JSON library itself throws on a key of
 // something that is not an object, on a list's text, on an integer out of range.
-#ifndef PARLO_CAJSON_H
-#define PARLO_CAJSON_H
+#pragma once
 
 #include <json/value.h>
 
@@ -86,99 +85,30 @@ struct FieldKey {
     constexpr FieldKey(std::string_view szName, int Record::*pField) : szKey(szName), pInt(pField) {}
 };
 
-// A line of a table that says which member of `Parts` a key's value is.
-template <typename Parts>
-struct PartKey {
-    std::string_view szKey;
-    const Json::Value* Parts::*pPart;
-};
-
-// The line of a table for a key; null when it has none.
-template <typename Line, std::size_t N>
-const Line* FindKey(const Line (&keys)[N], std::string_view szKey)
-{
-    for (const Line& key : keys)
-        if (key.szKey == szKey) return &key;
-    return nullptr;
-}
-
-// Overwrites the field that the table has for `szKey`, if it has one and the value's type fits.
+// Overwrites the fields of the table whose members are there with a fitting type. Walks the object once, which is
+// cheaper than to ask it for each key.
 template <typename Record, std::size_t N>
-void TakeMember(std::string_view szKey, const Json::Value& value, const FieldKey<Record> (&keys)[N], Record& record)
-{
-    const FieldKey<Record>* pKey = FindKey(keys, szKey);
-    if (pKey == nullptr) return;
-    if (pKey->pText != nullptr)
-        Take(value, record.*pKey->pText);
-    else
-        Take(value, record.*pKey->pInt);
-}
-
-// Sets the part that the table has for `szKey`. Says whether it has one.
-template <typename Parts, std::size_t N>
-bool TakePart(std::string_view szKey, const Json::Value& value, const PartKey<Parts> (&keys)[N], Parts& parts)
-{
-    const PartKey<Parts>* pKey = FindKey(keys, szKey);
-    if (pKey != nullptr) parts.*pKey->pPart = &value;
-    return pKey != nullptr;
-}
-
-// Calls `visit` with the name and the value of each member. To walk an object once is cheaper than to search it for
-// each key.
-template <typename Visit>
-void ForEachMember(const Json::Value& object, const Visit& visit)
+void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {
     if (!object.isObject()) return;
     const auto end = object.end();
     for (auto member = object.begin(); member != end; ++member) {
         const char* pNameEnd = nullptr;
-        const char* pName = member.memberName(&pNameEnd);
-        visit(std::string_view(pName, static_cast<std::size_t>(pNameEnd - pName)), *member);
+        const char* const pName = member.memberName(&pNameEnd);
+        const std::string_view szName(pName, static_cast<std::size_t>(pNameEnd - pName));
+        for (const auto& key : keys) {
+            if (key.szKey != szName) continue;
+            if (key.pText != nullptr)
+                Take(*member, record.*key.pText);
+            else
+                Take(*member, record.*key.pInt);
+        }
     }
 }
 
-// Parts that are all missing.
-template <typename Parts, std::size_t N>
-Parts NoParts(const PartKey<Parts> (&keys)[N])
-{
-    Parts stParts;
-    for (const auto& key : keys) stParts.*key.pPart = &Json::Value::nullSingleton();
-    return stParts;
-}
-
-// The values of an object's keys; what is missing is null. They live in the document.
-template <typename Parts, std::size_t N>
-Parts Split(const Json::Value& object, const PartKey<Parts> (&keys)[N])
-{
-    Parts stParts = NoParts(keys);
-    ForEachMember(object,
-                  [&](std::string_view szKey, const Json::Value& value) { TakePart(szKey, value, keys, stParts); });
-    return stParts;
-}
-
-// The same, and overwrites the fields of another table, of other keys, whose members are there with a fitting type.
-template <typename Parts, std::size_t N, typename Record, std::size_t M>
-Parts SplitAndTake(const Json::Value& object, const PartKey<Parts> (&parts)[N], const FieldKey<Record> (&keys)[M],
-                   Record& record)
-{
-    Parts stParts = NoParts(parts);
-    ForEachMember(object, [&](std::string_view szKey, const Json::Value& value) {
-        if (!TakePart(szKey, value, parts, stParts)) TakeMember(szKey, value, keys, record);
-    });
-    return stParts;
-}
-
-// Overwrites the fields of the table whose members are there with a fitting type.
+// Overwrites every field of the table: without a fitting member a text becomes empty, an integer 0.
 template <typename Record, std::size_t N>
-void Take(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
-{
-    ForEachMember(object,
-                  [&](std::string_view szKey, const Json::Value& value) { TakeMember(szKey, value, keys, record); });
-}
-
-// Makes every text of the table empty, every integer 0.
-template <typename Record, std::size_t N>
-void Clear(const FieldKey<Record> (&keys)[N], Record& record)
+void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
 {
     for (const auto& key : keys) {
         if (key.pText != nullptr)
@@ -186,13 +116,6 @@ void Clear(const FieldKey<Record> (&keys)[N], Record& record)
         else
             record.*key.pInt = 0;
     }
-}
-
-// Overwrites every field of the table: with the member, or as Clear does.
-template <typename Record, std::size_t N>
-void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& record)
-{
-    Clear(keys, record);
     Take(object, keys, record);
 }
 
@@ -200,11 +123,7 @@ void Fill(const Json::Value& object, const FieldKey<Record> (&keys)[N], Record& 
 template <typename Record, std::size_t N>
 void AppendRecords(const Json::Value& list, const FieldKey<Record> (&keys)[N], std::vector<Record>& vRecords)
 {
-    if (!list.isArray()) return;
-    if (vRecords.empty()) vRecords.reserve(list.size());  // else it would move them again for each list
-    for (const Json::Value& element : list) Fill(element, keys, vRecords.emplace_back());
+    for (const Json::Value& element : Elements(list)) Fill(element, keys, vRecords.emplace_back());
 }
 
 }  // namespace CAJson
-
-#endif

@@ -7,21 +7,24 @@
 namespace
 {
 
+// What each byte outside a string begins.
 enum class Kind : unsigned char { OTHER, END, QUOTE, SLASH, OPEN, CLOSE, COMMA, NUMBER };
 
-// What each byte outside a string begins. The zero behind the text ends it.
 struct Kinds {
     Kind m_Of[256] = {Kind::END};
     constexpr Kinds()
     {
-        for (const char c : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', '-'}) t_Set(c, Kind::NUMBER);
-        for (const char c : {'[', '{'}) t_Set(c, Kind::OPEN);
-        for (const char c : {']', '}'}) t_Set(c, Kind::CLOSE);
-        t_Set('"', Kind::QUOTE);
-        t_Set('/', Kind::SLASH);
-        t_Set(',', Kind::COMMA);
+        t_Set("0123456789-", Kind::NUMBER);
+        t_Set("[{", Kind::OPEN);
+        t_Set("]}", Kind::CLOSE);
+        t_Set("\"", Kind::QUOTE);
+        t_Set("/", Kind::SLASH);
+        t_Set(",", Kind::COMMA);
     }
-    constexpr void t_Set(char c, Kind eKind) { m_Of[static_cast<unsigned char>(c)] = eKind; }
+    constexpr void t_Set(std::string_view szSet, Kind eKind)
+    {
+        for (const char c : szSet) m_Of[static_cast<unsigned char>(c)] = eKind;
+    }
 };
 constexpr Kinds kKinds;
 
@@ -30,21 +33,33 @@ Kind KindOf(char c)
     return kKinds.m_Of[static_cast<unsigned char>(c)];
 }
 
+bool IsOneOf(std::string_view szSet, char c)
+{
+    return szSet.find(c) != std::string_view::npos;
+}
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
 const char* SkipDigits(const char* p)
 {
     while (*p >= '0' && *p <= '9') ++p;
     return p;
 }
 
-// The decimal number that `p` begins with, clamped where it is beyond any exponent that matters.
+const char* SkipSign(const char* p)
+{
+    return *p == '-' || *p == '+' ? p + 1 : p;
+}
+
+// The exponent that is written from `p` to `pEnd`, clamped where it is beyond any that matters; 0 for none.
 long long Exponent(const char* p, const char* pEnd)
 {
     constexpr long long kMost = 1000000000000;
-    const bool bNegative = *p == '-';
-    if (*p == '-' || *p == '+') ++p;
+    if (p == pEnd) return 0;
     long long nValue = 0;
-    for (; p != pEnd; ++p) nValue = std::min(nValue * 10 + (*p - '0'), kMost);
-    return bNegative ? -nValue : nValue;
+    for (const char* pDigit = SkipSign(p); pDigit != pEnd; ++pDigit)
+        nValue = std::min(nValue * 10 + (*pDigit - '0'), kMost);
+    return *p == '-' ? -nValue : nValue;
 }
 
 }  // namespace
@@ -56,77 +71,46 @@ CAJsonScan::CAJsonScan(const std::string& strText)
     if (!m_strRewritten.empty()) m_strRewritten.append(m_pCopied, m_pEnd);
 }
 
-// False when the text may not be parsed.
+// This and what it calls is false when the text may not be parsed.
 bool CAJsonScan::t_Scan()
 {
     t_SkipBlanks();
-    const Kind eKind = KindOf(*m_pNext);
-    if (eKind == Kind::OPEN && !t_ScanNested()) return false;
-    if (eKind == Kind::QUOTE) t_SkipString();
-    if (eKind == Kind::NUMBER) t_SkipNumber();
-    while (*m_pNext >= 'a' && *m_pNext <= 'z') ++m_pNext;  // true, false, null
+    do {
+        if (!t_SkipToken()) return false;
+        while (KindOf(*m_pNext) == Kind::OTHER) ++m_pNext;
+    } while (m_nDepth > 0 && m_pNext != m_pEnd);
     t_SkipBlanks();
     return m_nValues <= kMostValues;
 }
 
-// From the first bracket to the one that closes it.
-bool CAJsonScan::t_ScanNested()
+bool CAJsonScan::t_SkipToken()
 {
-    for (;;) {
-        while (KindOf(*m_pNext) == Kind::OTHER) ++m_pNext;
-        switch (KindOf(*m_pNext)) {
-            case Kind::QUOTE:
-                t_SkipString();
-                break;
-            case Kind::COMMA:
-                ++m_nValues;
-                ++m_pNext;
-                break;
-            case Kind::NUMBER:
-                t_SkipNumber();
-                break;
-            case Kind::OPEN:
-                ++m_nValues;
-                if (m_nDepth == kMostLevels) return false;
-                m_Opened[m_nDepth++] = *m_pNext++;
-                break;
-            case Kind::CLOSE:
-                // cppcheck-suppress negativeIndex  // one is open: the scan begins with a bracket and ends with its end
-                if (m_Opened[--m_nDepth] != (*m_pNext++ == ']' ? '[' : '{')) return false;
-                if (m_nDepth == 0) return true;
-                break;
-            case Kind::SLASH:
-                t_SkipComment();
-                break;
-            case Kind::END:
-                if (m_pNext == m_pEnd) return true;
-                ++m_pNext;
-                break;
-            case Kind::OTHER:
-                break;
-        }
+    switch (KindOf(*m_pNext)) {
+        case Kind::QUOTE:
+            t_SkipString();
+            return true;
+        case Kind::SLASH:
+            return m_nDepth > 0 && t_SkipComments();
+        case Kind::OPEN:
+            ++m_nValues;
+            if (m_nDepth == kMostLevels) return false;
+            m_Opened[m_nDepth++] = *m_pNext++;
+            return true;
+        case Kind::CLOSE:
+            return m_nDepth > 0 && m_Opened[--m_nDepth] == (*m_pNext++ == ']' ? '[' : '{');
+        case Kind::COMMA:
+            ++m_nValues;
+            ++m_pNext;
+            return true;
+        case Kind::NUMBER:
+            return t_SkipNumber();
+        case Kind::END:
+            if (m_pNext != m_pEnd) ++m_pNext;
+            return true;
+        case Kind::OTHER:
+            break;
     }
-}
-
-// Blanks and comments.
-void CAJsonScan::t_SkipBlanks()
-{
-    for (;;) {
-        while (*m_pNext == ' ' || *m_pNext == '\t' || *m_pNext == '\n' || *m_pNext == '\r') ++m_pNext;
-        if (*m_pNext != '/') return;
-        t_SkipComment();
-    }
-}
-
-void CAJsonScan::t_SkipComment()
-{
-    const char cKind = *++m_pNext;
-    if (cKind != '/' && cKind != '*') return;
-    ++m_nComments;
-    ++m_pNext;
-    const std::string_view szRest(m_pNext, static_cast<std::size_t>(m_pEnd - m_pNext));
-    const std::size_t nEnd = cKind == '/' ? szRest.find_first_of("\r\n") : szRest.find("*/");
-    m_pNext = nEnd == std::string_view::npos ? m_pEnd : m_pNext + nEnd + (cKind == '/' ? 1 : 2);
+    return true;
 }
 
 // A quotation mark ends the string when an even number of backslashes is before it.
@@ -143,30 +127,48 @@ void CAJsonScan::t_SkipString()
     m_pNext = m_pEnd;
 }
 
-void CAJsonScan::t_SkipNumber()
+// Blanks and comments, as far as there are any.
+void CAJsonScan::t_SkipBlanks()
 {
-    const char* const pNumber = m_pNext;
-    m_pNext = SkipDigits(pNumber + 1);
-    if (*m_pNext == '.') t_WriteWithoutPoint();
+    for (;;) {
+        while (IsOneOf(kBlanks, *m_pNext)) ++m_pNext;
+        if (m_pNext[0] != '/' || !IsOneOf("/*", m_pNext[1])) return;
+        ++m_nComments;
+        const bool bLine = m_pNext[1] == '/';
+        const std::string_view szRest(m_pNext + 2, static_cast<std::size_t>(m_pEnd - m_pNext - 2));
+        const std::size_t nEnd = bLine ? szRest.find_first_of("\r\n") : szRest.find("*/");
+        m_pNext = nEnd == std::string_view::npos ? m_pEnd : szRest.data() + nEnd + (bLine ? 1 : 2);
+    }
 }
 
-// Writes the number whose point is next. One that is no number, as "1.5e", becomes one that is none either.
-void CAJsonScan::t_WriteWithoutPoint()
+// The comments between two tokens. Behind one that follows a value of an object the JSON library takes any token for
+// the comma, and of a slash that begins no comment it swallows the next byte too: from there on it would read another
+// text than this scan. Nobody writes such a reply by mistake.
+bool CAJsonScan::t_SkipComments()
 {
+    const char* pBefore = m_pNext - 1;  // there is a bracket before
+    while (IsOneOf(kBlanks, *pBefore)) --pBefore;
+    t_SkipBlanks();
+    return m_pNext == m_pEnd || (*m_pNext != '/' && (IsOneOf("[{,:", *pBefore) || IsOneOf("]},", *m_pNext)));
+}
+
+// A number with a point is written without it.
+bool CAJsonScan::t_SkipNumber()
+{
+    const char* const pNumber = m_pNext;
+    const char* const pPoint = SkipDigits(pNumber + 1);
+    const char* const pFraction = *pPoint == '.' ? pPoint + 1 : pPoint;
+    const char* const pFractionEnd = SkipDigits(pFraction);
+    const bool bExponent = *pFractionEnd == 'e' || *pFractionEnd == 'E';
+    const char* const pExponent = bExponent ? pFractionEnd + 1 : pFractionEnd;
+    m_pNext = bExponent ? SkipDigits(SkipSign(pExponent)) : pFractionEnd;
+    if (*pPoint != '.') return true;
+
+    const bool bDigits = pFractionEnd != pFraction || *pNumber != '-' || pPoint != pNumber + 1;
+    if (!bDigits || (bExponent && m_pNext == SkipSign(pExponent))) return false;
     if (m_strRewritten.empty()) m_strRewritten.reserve(m_strText.size() + m_strText.size() / 2);
-    const char* const pFraction = m_pNext + 1;
-    m_strRewritten.append(m_pCopied, m_pNext);
-    m_pNext = SkipDigits(pFraction);
-    m_strRewritten.append(pFraction, m_pNext).append(1, 'e');
-    long long nExponent = pFraction - m_pNext;
-    bool bNumber = true;
-    if (*m_pNext == 'e' || *m_pNext == 'E') {
-        const char* const pExponent = m_pNext + 1;
-        const char* const pDigits = *pExponent == '-' || *pExponent == '+' ? pExponent + 1 : pExponent;
-        m_pNext = SkipDigits(pDigits);
-        nExponent += Exponent(pExponent, m_pNext);
-        bNumber = m_pNext != pDigits;
-    }
-    if (bNumber) m_strRewritten += std::to_string(nExponent);
+    m_strRewritten.append(m_pCopied, pPoint).append(pFraction, pFractionEnd).append(1, 'e');
+    m_strRewritten += std::to_string(Exponent(pExponent, m_pNext) - (pFractionEnd - pFraction));
     m_pCopied = m_pNext;
+    return true;
 }

@@ -1,12 +1,12 @@
 // A look over a JSON text before the JSON library sees it.
-#ifndef PARLO_CAJSONSCAN_H
-#define PARLO_CAJSONSCAN_H
+#pragma once
 
 #include <cstddef>
 #include <string>
 
 // One pass over the text as far as the JSON library would read it: to the end of its first value and of the comments
-// behind that. Knows strings, comments and escapes as that library does, and leaves all other mistakes to it.
+// behind that. It cuts the text into the same tokens as that library, and leaves to it all mistakes but those after
+// which the library would go on at another place.
 class CAJsonScan
 {
 public:
@@ -14,7 +14,8 @@ public:
 
     // Whether the text may be parsed. Not when it is nested so deeply that the parse, which goes down with it, takes
     // more stack than a small thread has; nor when it has so many values that it means to exhaust memory, since a value
-    // of two bytes becomes a hundred in the document and more in a record; nor when a bracket closes another kind.
+    // of two bytes becomes a hundred in the document and more in a record; nor with a mistake in a bracket, a number
+    // with a point or around a comment.
     bool IsAcceptable() const { return m_bAcceptable; }
 
     std::size_t CommentCount() const { return m_nComments; }
@@ -26,12 +27,11 @@ public:
 
 private:
     bool t_Scan();
-    bool t_ScanNested();
-    void t_SkipBlanks();
-    void t_SkipComment();
+    bool t_SkipToken();
+    bool t_SkipNumber();
+    bool t_SkipComments();
     void t_SkipString();
-    void t_SkipNumber();
-    void t_WriteWithoutPoint();
+    void t_SkipBlanks();
 
     static constexpr int kMostLevels = 128;
     static constexpr std::size_t kMostValues = std::size_t{1} << 19;
@@ -47,5 +47,3 @@ private:
     const char* m_pCopied;  // the text up to here is in m_strRewritten, when that is in use
     std::string m_strRewritten;
 };
-
-#endif

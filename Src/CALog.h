@@ -5,8 +5,7 @@
 // set in the field, are red at error priority; the rest is blue at debug priority. The platform filters.
 //
 // A log line is one statement. Do not log inside a lambda: `__func__` is `operator()` there; use CA_LOGE_AS.
-#ifndef PARLO_CALOG_H
-#define PARLO_CALOG_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -61,5 +60,3 @@ struct FileStem {
 
 #define CA_LOGE(szFormat, ...) CA_LOGE_AS(__func__, szFormat, ##__VA_ARGS__)
 #define CA_LOGD(szFormat, ...) CA_LOGD_AS(__func__, szFormat, ##__VA_ARGS__)
-
-#endif

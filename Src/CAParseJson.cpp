@@ -10,41 +10,12 @@
 
 using namespace CADataRepository;
 using namespace CAReplyKeys;
-using CAJson::Child;
-using CAJson::Int;
-using CAJson::Text;
+using namespace CAJson;
 
 namespace
 {
 
 constexpr char kReplyParser[] = "t_ParseSearchServer";
-
-// What the library reads of "rsp".
-struct ReplyParts {
-    const Json::Value* pStat;
-    const Json::Value* pErr;
-    const Json::Value* pDomain;
-    const Json::Value* pDialog;
-    const Json::Value* pSentence;
-    const Json::Value* pCommands;
-    const Json::Value* pResponseInfo;
-    const Json::Value* pDisplayControl;
-    const Json::Value* pContents;
-    const Json::Value* pNluInfo;
-};
-
-constexpr CAJson::PartKey<ReplyParts> kReplyParts[] = {
-    {"stat", &ReplyParts::pStat},
-    {"err", &ReplyParts::pErr},
-    {"domain", &ReplyParts::pDomain},
-    {"dialog", &ReplyParts::pDialog},
-    {"system_sentence", &ReplyParts::pSentence},
-    {"tvcontrol", &ReplyParts::pCommands},
-    {"response_info", &ReplyParts::pResponseInfo},
-    {"displaycontrol", &ReplyParts::pDisplayControl},
-    {"tvcontent", &ReplyParts::pContents},
-    {"nlu_info", &ReplyParts::pNluInfo},
-};
 
 // The dialog id is cleared by a reply without one, the sequence number is kept.
 void StoreDialog(const Json::Value& dialog, _DialogOpen& stDialogOpen)
@@ -59,7 +30,7 @@ void StoreDialog(const Json::Value& dialog, _DialogOpen& stDialogOpen)
 void StoreSystemSentence(const Json::Value& sentence, bool bNoDisplayControl, CCADataHandler& dataHandler)
 {
     std::string strSentence;
-    if (!CAJson::Take(sentence, strSentence)) return;
+    if (!Take(sentence, strSentence)) return;
     CA_LOGD_AS(kReplyParser, "TAG_SYSTEM_SENTENCE");
     if (strSentence == "{Null}" || !bNoDisplayControl) return;
     CA_LOGD_AS(kReplyParser, "displaycontrol");  // there is none: the line says which test was passed
@@ -101,8 +72,7 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
         CA_LOGE("json parse error");
         return false;
     }
-    if (!root.isObject()) return false;
-    Json::Value& rsp = root["rsp"];
+    const Json::Value& rsp = Child(root, "rsp");
     if (rsp.isNull()) return false;
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
@@ -110,33 +80,39 @@ bool CCAParsePacket::t_ParseSearchServer(const std::string& t_szRawData, unsigne
     return t_ParseReply(rsp, *pDataHandler, nCount);
 }
 
-bool CCAParsePacket::t_ParseReply(Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount)
+bool CCAParsePacket::t_ParseReply(const Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount)
 {
-    const ReplyParts stParts = CAJson::Split(rsp, kReplyParts);
-    if (t_IsErrorReply(*stParts.pStat, *stParts.pErr)) return false;
+    const std::string strStat = Text(rsp, "stat");
+    CA_LOGE_AS(kReplyParser, "strCode:%s", strStat.c_str());
+    if (strStat == "fail") {
+        const Json::Value& err = Child(rsp, "err");
+        if (t_LogError(kReplyParser, err).first.empty()) CA_LOGE_AS(kReplyParser, "nErrCode:%d", Int(err, "code"));
+        return false;
+    }
 
-    if (!stParts.pDomain->isNull()) {
+    if (const Json::Value& domain = Child(rsp, "domain"); !domain.isNull()) {
         CA_LOGD_AS(kReplyParser, "TAG_DOMAIN");
-        t_ParseDomian(*stParts.pDomain);
+        t_ParseDomian(domain);
     }
-    StoreDialog(*stParts.pDialog, dataHandler.m_stDialogOpen);
-    StoreSystemSentence(*stParts.pSentence, stParts.pDisplayControl->isNull(), dataHandler);
-    if (!stParts.pCommands->isNull()) {
+    StoreDialog(Child(rsp, "dialog"), dataHandler.m_stDialogOpen);
+    const Json::Value& displaycontrol = Child(rsp, "displaycontrol");
+    StoreSystemSentence(Child(rsp, "system_sentence"), displaycontrol.isNull(), dataHandler);
+    if (const Json::Value& tvcontrol = Child(rsp, "tvcontrol"); !tvcontrol.isNull()) {
         CA_LOGD_AS(kReplyParser, "TAG_TVCONTROL");
-        t_ParseTVControl(*stParts.pCommands);
+        t_ParseTVControl(tvcontrol);
     }
-    if (!stParts.pResponseInfo->isNull()) {
+    if (const Json::Value& info = Child(rsp, "response_info"); !info.isNull()) {
         CA_LOGD_AS(kReplyParser, "TAG_RESPONSE_INFO");
-        t_ParseResponseInfo(*stParts.pResponseInfo);
+        t_ParseResponseInfo(info);
     }
-    if (!stParts.pDisplayControl->isNull()) t_ParseDisplayControl(*stParts.pDisplayControl);
-    if (!stParts.pContents->isNull()) {
+    if (!displaycontrol.isNull()) t_ParseDisplayControl(displaycontrol);
+    if (const Json::Value& tvcontent = Child(rsp, "tvcontent"); !tvcontent.isNull()) {
         if (IsHandOver(dataHandler)) return true;
-        t_ParseContents(rsp["tvcontent"], dataHandler, nCount);
+        t_ParseContents(tvcontent, dataHandler, nCount);
     }
-    if (!stParts.pNluInfo->isNull()) {
+    if (const Json::Value& nlu = Child(rsp, "nlu_info"); !nlu.isNull()) {
         CA_LOGE_AS(kReplyParser, "TAG_NLU_INFO");
-        t_ParseNluInfo(*stParts.pNluInfo);
+        t_ParseNluInfo(nlu);
     }
     return true;
 }
@@ -148,25 +124,11 @@ CCADataHandler* CCAParsePacket::t_GetStore(const char* szOperation)
     return pDataHandler;
 }
 
-bool CCAParsePacket::t_IsErrorReply(const Json::Value& stat, const Json::Value& err)
+std::pair<std::string, std::string> CCAParsePacket::t_LogError(const char* szOperation, const Json::Value& err)
 {
-    const std::string strStat = Text(stat);
-    CA_LOGE_AS(kReplyParser, "strCode:%s", strStat.c_str());
-    std::string strCode;
-    std::string strMessage;
-    if (!t_IsErrorAnswer(kReplyParser, err, strStat, strCode, strMessage)) return false;
-    if (strCode.empty()) CA_LOGE_AS(kReplyParser, "nErrCode:%d", Int(err, "code"));
-    return true;
-}
-
-bool CCAParsePacket::t_IsErrorAnswer(const char* szOperation, const Json::Value& err, const std::string& strStat,
-                                     std::string& strCode, std::string& strMessage)
-{
-    if (strStat != "fail") return false;
-    strCode = Text(err, "code");
-    strMessage = CAJson::AnyText(Child(err, "msg"));
-    CA_LOGE_AS(szOperation, "errCode:%s, msg:%s", strCode.c_str(), strMessage.c_str());
-    return true;
+    std::pair<std::string, std::string> error(Text(err, "code"), AnyText(Child(err, "msg")));
+    CA_LOGE_AS(szOperation, "errCode:%s, msg:%s", error.first.c_str(), error.second.c_str());
+    return error;
 }
 
 bool CCAParsePacket::t_ParseDomian(const Json::Value& domain)
@@ -174,7 +136,7 @@ bool CCAParsePacket::t_ParseDomian(const Json::Value& domain)
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
     std::vector<std::string> vDomain;
-    CAJson::AppendTexts(domain, vDomain);
+    AppendTexts(domain, vDomain);
     pDataHandler->SetDomain(std::move(vDomain));
     return true;
 }
@@ -193,7 +155,7 @@ bool CCAParsePacket::t_ParseNluInfo(const Json::Value& nlu)
 void CCAParsePacket::t_ParseResponseInfo(const Json::Value& info)
 {
     _ResponseInfo stResponseInfo;  // for the debugger: nothing else looks at it
-    CAJson::Fill(info, kResponseInfoKeys, stResponseInfo);
+    Fill(info, kResponseInfoKeys, stResponseInfo);
 }
 
 int CCAParsePacket::t_GetTimeZoneDifferenceByStr(const std::string& strOffset)

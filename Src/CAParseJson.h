@@ -1,10 +1,10 @@
 // Reads the server's reply and the search schema document into records and into the store.
-#ifndef PARLO_CAPARSEJSON_H
-#define PARLO_CAPARSEJSON_H
+#pragma once
 
 #include <json/value.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "CADataRepository.h"
@@ -17,8 +17,8 @@ class CCADataHandler;
 // the document is refused or there is no store; the others do not fail.
 //
 // ParseData is the way in; the parsers of a document's parts can be asked by themselves. They stand in units by the
-// reply's keys: CAParseJson.cpp the documents, CAParseCommands.cpp, CAParseContents.cpp, CAParsePoster.cpp,
-// CAParseInformation.cpp and CAParseSchema.cpp.
+// reply's keys: CAParseJson.cpp the envelope, CAParseJsonCommands.cpp, ...Contents.cpp, ...Poster.cpp,
+// ...Information.cpp and ...Schema.cpp.
 class __attribute__((visibility("default"))) CCAParsePacket
 {
 public:
@@ -87,16 +87,12 @@ private:
     // The store, made when there is none; null, logged under the operation's name, when memory runs out.
     static CCADataHandler* t_GetStore(const char* szOperation);
 
-    // Whether the document says that the server failed. Then logs the error and gives its parts: the code if it is a
-    // text, and the message.
-    static bool t_IsErrorAnswer(const char* szOperation, const Json::Value& err, const std::string& strStat,
-                                std::string& strCode, std::string& strMessage);
-    static bool t_IsErrorReply(const Json::Value& stat, const Json::Value& err);
+    // Logs the error of a document that says that the server failed, under the operation's name. Gives the code if it
+    // is a text, and the message.
+    static std::pair<std::string, std::string> t_LogError(const char* szOperation, const Json::Value& err);
 
     // The parts of "rsp", each handed to its parser.
-    bool t_ParseReply(Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount);
-    void t_ParseContents(Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount);
+    bool t_ParseReply(const Json::Value& rsp, CCADataHandler& dataHandler, unsigned& nCount);
+    void t_ParseContents(const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount);
     void t_ParseMnT(const Json::Value& element, bool bTVShow, CADataRepository::_MnTContents& contents);
 };
-
-#endif

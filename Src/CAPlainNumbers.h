@@ -1,6 +1,5 @@
 // Numbers as text, whatever locale the application has set.
-#ifndef PARLO_CAPLAINNUMBERS_H
-#define PARLO_CAPLAINNUMBERS_H
+#pragma once
 
 #include <locale.h>
 
@@ -17,5 +16,3 @@ public:
 private:
     locale_t m_Before;
 };
-
-#endif

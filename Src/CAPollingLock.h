@@ -1,6 +1,5 @@
 // Holds the store's mutex for a scope.
-#ifndef PARLO_CAPOLLINGLOCK_H
-#define PARLO_CAPOLLINGLOCK_H
+#pragma once
 
 #include <glib.h>
 
@@ -22,5 +21,3 @@ private:
 
     GMutex& m_stMutex;
 };
-
-#endif

@@ -2,33 +2,27 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace
 {
 
-// Removes the leading characters that are in `szSet`; says whether they were at most `nMost`.
-bool SkipRun(std::string_view& szText, std::string_view szSet, std::size_t nMost)
+// Removes the leading characters that are in `szSet`; says how many they were.
+std::size_t SkipRun(std::string_view& szText, std::string_view szSet)
 {
     const std::size_t nRun = std::min(szText.find_first_not_of(szSet), szText.size());
     szText.remove_prefix(nRun);
-    return nRun <= nMost;
+    return nRun;
 }
 
-bool SkipOne(std::string_view& szText, std::string_view szSet)
-{
-    if (szText.empty() || szSet.find(szText.front()) == std::string_view::npos) return false;
-    szText.remove_prefix(1);
-    return true;
-}
-
-// Removes what follows a '%' when it is a plain integer conversion.
-bool SkipIntegerConversion(std::string_view& szText)
+// Whether what follows a '%' is a plain integer conversion.
+bool BeginsIntegerConversion(std::string_view szText)
 {
     constexpr std::string_view kDigits = "0123456789";
-    SkipRun(szText, "-+ #0", szText.size());
-    if (!SkipRun(szText, kDigits, 3)) return false;
-    if (SkipOne(szText, ".") && !SkipRun(szText, kDigits, 3)) return false;
-    return SkipRun(szText, "h", 2) && SkipOne(szText, "diouxX");
+    SkipRun(szText, "-+ #0");
+    if (SkipRun(szText, kDigits) > 3) return false;
+    if (SkipRun(szText, ".") > 1 || SkipRun(szText, kDigits) > 3) return false;
+    return SkipRun(szText, "h") <= 2 && szText.find_first_of("diouxX") == 0;
 }
 
 }  // namespace
@@ -36,12 +30,12 @@ bool SkipIntegerConversion(std::string_view& szText)
 bool CAPosterFormat::IsUsable(std::string_view szTemplate)
 {
     bool bConversion = false;
-    for (;;) {
-        const std::size_t nPercent = szTemplate.find('%');
-        if (nPercent == std::string_view::npos) return true;
-        szTemplate.remove_prefix(nPercent + 1);
-        if (SkipOne(szTemplate, "%")) continue;
-        if (bConversion || !SkipIntegerConversion(szTemplate)) return false;
-        bConversion = true;
+    for (std::size_t n = szTemplate.find('%'); n != std::string_view::npos; n = szTemplate.find('%')) {
+        szTemplate.remove_prefix(n + 1);
+        if (szTemplate.find('%') == 0)
+            szTemplate.remove_prefix(1);
+        else if (std::exchange(bConversion, true) || !BeginsIntegerConversion(szTemplate))
+            return false;
     }
+    return true;
 }

@@ -1,6 +1,5 @@
 // Which poster templates of the server may be handed to printf.
-#ifndef PARLO_CAPOSTERFORMAT_H
-#define PARLO_CAPOSTERFORMAT_H
+#pragma once
 
 #include <string_view>
 
@@ -13,5 +12,3 @@ namespace CAPosterFormat
 bool IsUsable(std::string_view szTemplate);
 
 }  // namespace CAPosterFormat
-
-#endif

@@ -1,7 +1,6 @@
 // The keys of the server's documents that plainly fill a field of a record: one table a record. Keys that decide
 // something, or lead to a list or an object, are with what is done about them in the units CAParse*.cpp.
-#ifndef PARLO_CAREPLYKEYS_H
-#define PARLO_CAREPLYKEYS_H
+#pragma once
 
 #include "CADataRepository.h"
 #include "CAJson.h"
@@ -179,5 +178,3 @@ inline constexpr FieldKey<_Sports_Standing> kStandingKeys[] = {
 };
 
 }  // namespace CAReplyKeys
-
-#endif

@@ -49,7 +49,6 @@ bool CCAService::InitService(std::string strAppName)
     }
     m_strAppName = std::move(strAppName);
     CA_LOGE("m_strAppName:%s", m_strAppName.c_str());
-    CAStyledJson::PrepareWriter();
     m_pDataMgr = CCADataHandler::GetInstance();
     return t_HasStore(__func__);
 }
@@ -79,27 +78,9 @@ int CCAService::GetConversationStatus()
     return E_CA_CONV_STATUS_AVAILABLE;
 }
 
-std::optional<CCADataHandler::Before> CCAService::BeginReply(const std::string& strPreAllResult,
-                                                             const std::string& strRawData)
-{
-    if (!t_CanParse(strPreAllResult, strRawData)) return std::nullopt;
-    return m_pDataMgr->BeginReply(strRawData.size());
-}
-
-bool CCAService::t_CanParse(const std::string& strPreAllResult, const std::string& strRawData) const
-{
-    return !strPreAllResult.empty() && !strRawData.empty() && m_pDataMgr != nullptr;
-}
-
-void CCAService::ForgetReply(CCADataHandler::Before&& stBefore)
-{
-    m_pDataMgr->ForgetReply(std::move(stBefore));
-    ClearRawPacket(m_strRawPacket);
-}
-
 bool CCAService::ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData)
 {
-    if (!t_CanParse(strPreAllResult, strRawData)) {
+    if (strPreAllResult.empty() || strRawData.empty() || m_pDataMgr == nullptr) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-extra-args"  // both lengths go to the log, its text shows the first
         CA_LOGE("strPreAllResult is empty() or strRawData is empty(%u) or m_pDataMgr is NULL",
@@ -185,10 +166,10 @@ void CCAService::t_UpdateSearchResult(_ConvActionInfo& info)
         CA_LOGE("http packet string empty!");
         return;
     }
-    std::string strSearchKeywords = m_pDataMgr->GetUserInputVoice();
+    const std::string strSearchKeywords = m_pDataMgr->GetUserInputVoice();
     CA_LOGE("strSearchKeywords:%s", strSearchKeywords.c_str());
-    info.vSystemActionParam.push_back(std::move(strSearchKeywords));
-    info.vSystemActionParam.push_back(std::move(m_strRawPacket));  // the store is cleared next
+    info.vSystemActionParam.push_back(strSearchKeywords);
+    info.vSystemActionParam.push_back(std::move(m_strRawPacket));  // which is cleared next
 }
 
 void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
@@ -205,6 +186,8 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
     info.eActionType = nCode != 0 ? E_CA_ACTION_TYPE_SYSTEM : E_CA_ACTION_TYPE_NO_MATCH;
     if (nCode == 0) CA_LOGE("No one match, error ouccured:%d", nCode);
 
+    if (ActionOf(nCode).Has(SHOWS_CONTENTS)) m_pDataMgr->GetSAContentsList(info.vSAContents);
+
     info.nDialogSeq = m_pDataMgr->m_stDialogOpen.nDialogSeq;
     info.nDialogType = m_pDataMgr->m_stDialogOpen.nDialogType;
     info.strDialogId = m_pDataMgr->m_stDialogOpen.strDialogId;
@@ -212,9 +195,6 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
     info.strUserInputVoice = m_pDataMgr->GetUserInputVoice();
     const std::vector<_TVControl>& vTVControl = m_pDataMgr->GetTVControl();
     if (!vTVControl.empty()) info.strFirstAction = vTVControl.front().szAction;
-
-    // Last, since the results leave the store: nothing that can fail comes after it.
-    if (ActionOf(nCode).Has(SHOWS_CONTENTS)) m_pDataMgr->TakeSAContentsList(info.vSAContents);
 }
 
 // For a command that is no system action. Returns its code, 0 when no lookup knows it.

@@ -1,8 +1,6 @@
 // The conversation service: what the four entry points work on.
-#ifndef PARLO_CASERVICE_H
-#define PARLO_CASERVICE_H
+#pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,11 +27,6 @@ public:
     // Asks the set; an E_CA_CONV_STATUS without NO_SERVICE. Works without a store.
     int GetConversationStatus();
 
-    // Around a reply: what the store held before it, without value when it is not going to be parsed; and the way back
-    // there when an exception stopped the reply.
-    std::optional<CCADataHandler::Before> BeginReply(const std::string& strPreAllResult, const std::string& strRawData);
-    void ForgetReply(CCADataHandler::Before&& stBefore);
-
     // Reads the server's reply into the store. False leaves there what older replies left.
     bool ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData);
 
@@ -42,9 +35,6 @@ public:
     bool GetSpeechActionData(CADataRepository::_ConvActionInfo& info);
 
 private:
-    // Whether there are an utterance, a reply and a store.
-    bool t_CanParse(const std::string& strPreAllResult, const std::string& strRawData) const;
-
     // Whether there is a store; logs its absence under the operation's name.
     bool t_HasStore(const char* szOperation) const;
 
@@ -69,5 +59,3 @@ private:
     std::string m_strAppName;
     std::string m_strRawPacket;  // the reply that the store was filled from, until its record is built
 };
-
-#endif

@@ -1,6 +1,5 @@
 // Turns the server's action and intent words into codes, and a command into its code and parameters.
-#ifndef PARLO_CASYSTEMACTIONMAP_H
-#define PARLO_CASYSTEMACTIONMAP_H
+#pragma once
 
 #include <map>
 #include <string>
@@ -44,5 +43,3 @@ private:
     std::map<std::string, E_CA_TVCONTROL> m_mapSystemAction;
     std::map<std::string, E_CA_TVCONTROL_INTENT> m_mapActionIntent;
 };
-
-#endif

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "CALog.h"
@@ -52,24 +53,21 @@ bool Contains(const Languages& vLanguages, std::string_view szLanguage)
     return !szLanguage.empty() && std::find(vLanguages.begin(), vLanguages.end(), szLanguage) != vLanguages.end();
 }
 
-// A text that the platform hands out and leaves to us. Released whatever happens next.
-struct PlatformText {
-    char* sz;
-
-    explicit PlatformText(char* szText = nullptr) : sz(szText) {}
-    ~PlatformText() { std::free(sz); }
-    PlatformText(const PlatformText&) = delete;
-    PlatformText& operator=(const PlatformText&) = delete;
+struct Free {
+    void operator()(char* sz) const { std::free(sz); }
 };
+using PlatformText = std::unique_ptr<char, Free>;  // a text that the platform hands out and leaves to us
 
 // Asks the voice control settings, which are open.
 std::string AskLanguage()
 {
-    PlatformText language;  // may be allocated although the service reports failure
-    const int nResult = vc_setting_get_language(&language.sz);
-    if (nResult == 0 && language.sz != nullptr) return language.sz;
-    CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_get_language failed or pLanguage is NULL:%d", nResult);
-    return "";
+    char* szLanguage = nullptr;
+    const int nResult = vc_setting_get_language(&szLanguage);
+    if (nResult != 0 || szLanguage == nullptr) {
+        CA_LOGE_AS("GetVCSettingLanguage", "vc_setting_get_language failed or pLanguage is NULL:%d", nResult);
+        return "";  // what a service that failed has left there is not ours to release
+    }
+    return PlatformText(szLanguage).get();
 }
 
 }  // namespace
@@ -77,16 +75,16 @@ std::string AskLanguage()
 std::string CCAUtil::GetCountry()
 {
     const PlatformText country(vconf_get_str("db/comss/countrycode"));
-    if (country.sz == nullptr) {
+    if (country == nullptr) {
         CA_LOGE("vconf get CountryCode error");
         return "US";
     }
-    if (*country.sz == '\0') {
+    if (*country == '\0') {
         CA_LOGE("vconf get CountryCode is empty");
         return "US";
     }
-    CA_LOGD("Countrycode is %s", country.sz);
-    return country.sz;
+    CA_LOGD("Countrycode is %s", country.get());
+    return country.get();
 }
 
 std::string CCAUtil::GetVCSettingLanguage()

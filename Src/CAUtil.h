@@ -1,6 +1,5 @@
 // What the library asks of the set, and small helpers for text. Static functions without state.
-#ifndef PARLO_CAUTIL_H
-#define PARLO_CAUTIL_H
+#pragma once
 
 #include <string>
 
@@ -46,5 +45,3 @@ public:
     // Whether the set has a game panel. Always true: this version does not ask the set.
     static bool IsSupportGamePanel();
 };
-
-#endif

@@ -5,7 +5,6 @@
 #include <cxxabi.h>
 
 #include <exception>
-#include <optional>
 #include <utility>
 
 #include "CALog.h"
@@ -85,14 +84,12 @@ void ca_uninitial()
 // NOLINTNEXTLINE(performance-unnecessary-value-param): callers are built against the text by value
 bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, CADataRepository::_ConvActionInfo& info)
 {
-    std::optional<CCADataHandler::Before> before;
     try {
         CA_LOGE("get action from json package");
         if (m_pCAService == nullptr) {
             CA_LOGE("m_pCAService is NULL");
             return false;
         }
-        before = m_pCAService->BeginReply(strPreAllResult, strRawData);
         if (!m_pCAService->ParseDataFlow(strPreAllResult, strRawData)) {
             CA_LOGE("ParseDataFlow failed");
             return false;
@@ -101,7 +98,8 @@ bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, 
         if (!bSucceeded) CA_LOGE("GetSpeechActionData failed");
         return bSucceeded;
     } catch (...) {
-        if (before) m_pCAService->ForgetReply(std::move(*before));  // else the next call would carry out its commands
+        // Else the next reply would carry out what this one has stored of its commands.
+        if (CCADataHandler::pInstance != nullptr) CCADataHandler::pInstance->InitializeData();
         ReportException(__func__);
         return false;
     }

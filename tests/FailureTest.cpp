@@ -62,7 +62,6 @@ protected:
         SayRaw(strReply);
         m_Parser.ParseData(CA_PARSE_JSON_SEARCH_SCHEMA, strReply, m_nCount);
         const int nErrors = g_Platform.Count("json parse error");
-        EXPECT_TRUE(nErrors == 0 || nErrors == 2) << "reply and schema document are read alike";
         return nErrors == 0;
     }
 };
@@ -183,21 +182,15 @@ TEST_F(Failures, WhatWaitsForACommandIsBounded)
 {
     const auto items = [](std::size_t n) { return "'tvcontent':[" + Repeated(n, "{'type':'movie'},") + "0]"; };
     const std::string strError = "too much content waits for a command, the oldest is dropped: ";
-    for (int i = 0; i < 3; ++i) EXPECT_FALSE(Say("'tvcontent':[{'type':'app'}]"));
-    EXPECT_TRUE(Say(Command("play_content") + "," + items(4093)) && m_stInfo.vSAContents.size() == 4096);
-    EXPECT_EQ("app movie", m_stInfo.vSAContents[2].stItem.szType + " " + m_stInfo.vSAContents[3].stItem.szType);
-    for (int i = 0; i < 5; ++i) EXPECT_FALSE(Say(items(1500)));
-    EXPECT_EQ(1, g_Platform.Count(strError + "404 items"));
-    EXPECT_EQ(1, g_Platform.Count(strError + "1500 items"));
-    EXPECT_TRUE(Say(Command("play_content") + ",'tvcontent':[{'type':'app'}]"));
-    EXPECT_EQ(CCADataHandler::kMostWaiting + 1, m_stInfo.vSAContents.size()) << "the reply's own are never dropped";
-    EXPECT_EQ("app", m_stInfo.vSAContents.back().stItem.szType);
-    EXPECT_TRUE(Say(Command("play_content")) && m_stInfo.vSAContents.empty());
+    EXPECT_FALSE(Say("'tvcontent':[{'type':'app'}]"));
+    EXPECT_FALSE(Say(items(CCADataHandler::kMostWaiting - 1)));
+    EXPECT_TRUE(Say(Command("play_content") + "," + items(5000)) && m_stInfo.vSAContents.size() == 9096);
+    EXPECT_EQ("app movie", m_stInfo.vSAContents[0].stItem.szType + " " + m_stInfo.vSAContents[1].stItem.szType);
+    EXPECT_EQ(0, g_Platform.Count(strError + "4096 items"));
 
-    // Nor do few items with much in them add up.
-    const std::string strItem = "'tvcontent':[{'type':'movie','title':'" + std::string(300 << 10, 'x') + "'}]";
-    for (int i = 0; i < 4; ++i) EXPECT_FALSE(Say(strItem));
-    EXPECT_EQ(0, g_Platform.Count(strError + "4 items"));
-    EXPECT_TRUE(Say(Command("play_content") + "," + strItem) && m_stInfo.vSAContents.size() == 1);
-    EXPECT_EQ(1, g_Platform.Count(strError + "4 items"));
+    EXPECT_FALSE(Say(items(4097)));
+    EXPECT_FALSE(Say("'system_sentence':'no content: nothing is dropped'"));
+    EXPECT_TRUE(Say(Command("play_content") + ",'tvcontent':[{'type':'app'}]"));
+    EXPECT_EQ(1, g_Platform.Count(strError + "4097 items"));
+    EXPECT_TRUE(m_stInfo.vSAContents.size() == 1 && m_stInfo.vSAContents[0].stItem.szType == "app");
 }

@@ -107,8 +107,9 @@ int vc_setting_initialize()
 // Allocates the text whatever it reports.
 int vc_setting_get_language(char** language)
 {
-    *language = HeapCopy(g_Platform.strLanguage);
+    static char szOwn[] = "not for the caller to release";
     g_Platform.Called();
+    *language = g_Platform.nLanguageResult == 0 ? HeapCopy(g_Platform.strLanguage) : szOwn;
     return g_Platform.nLanguageResult;
 }
 

@@ -1,4 +1,4 @@
-// What a reply may cost: memory that is moved and kept, the styled text in the log, replies that mean to exhaust the
+// What a reply may cost: memory that is moved and kept, replies that mean to exhaust the
 // set. Of its own, as it replaces new.
 #include <malloc.h>
 
@@ -98,24 +98,25 @@ TEST_F(Regression, LargeReplyGivesItsMemoryBack)
     }
 }
 
-TEST_F(Regression, StyledTextOfEachReplyStaysWithinItsBudget)
+// Nor memory for dropping it.
+TEST_F(Regression, WhatWaitsCostsALaterReplyNothing)
 {
-    constexpr std::size_t kBudget = 16 << 20;
-    constexpr std::size_t kFrame = 100;  // at most, what else stands in a line
-    const std::string strNested = std::string(100, '[') + Repeated(5000, "0,") + "0" + std::string(100, ']');
-    const std::string strCommands = Repeated(20, "{'action':'muteon','params':" + strNested + "},");
-    for (int nReply = 0; nReply < 2; ++nReply) {
-        g_Platform.vLog.clear();
-        EXPECT_EQ("14 []", ActionOf("'tvcontrol':[" + strCommands + "{'action':'muteon'}]"));
-        std::size_t nLines = 0, nBytes = 0;
-        for (const LogLine& line : g_Platform.vLog) {
-            if (line.strText.find("> jPrm[") == std::string::npos) continue;
-            ++nLines;
-            nBytes += line.strText.size();
-        }
-        EXPECT_EQ(40U, nLines);
-        EXPECT_TRUE(nBytes > kBudget && nBytes < kBudget + kFrame * nLines) << nBytes;
-    }
+    g_Platform.bKeepLog = false;
+    const auto bytesOf = [](const std::string& strMembers) {
+        const std::size_t nBefore = g_nAllocated;
+        std::string strReply = Reply(strMembers);
+        _ConvActionInfo info;
+        EXPECT_FALSE(ca_get_speech_action("hi", strReply, info));
+        return g_nAllocated - nBefore;
+    };
+    const std::string strItem = "'tvcontent':[{'type':'app'}]";
+    bytesOf(strItem);
+    const std::size_t nAlone = bytesOf(strItem);
+    Store().InitializeData();
+    bytesOf("'tvcontent':[" + Repeated(4090, "{'type':'app'},") + "0]");
+    EXPECT_GE(nAlone, bytesOf(strItem)) << "beside what waits";
+    bytesOf("'tvcontent':[" + Repeated(100, "{'type':'app'},") + "0]");
+    EXPECT_GE(nAlone + sizeof(_ContentsItem), bytesOf(strItem)) << "dropping it";
 }
 
 // Equal keys keep the document small.

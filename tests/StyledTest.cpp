@@ -29,19 +29,3 @@ TEST_F(StyledParams, WholeAndElementsAreTheJsonLibrarysText)
                 << szParams << i;
     }
 }
-
-TEST_F(StyledParams, TextIsCutAtItsBudget)
-{
-    constexpr std::size_t kBudget = std::size_t{16} << 20;
-    const std::string strLong(kBudget + 9, 'x');
-    for (const std::string& strParams :
-         {"[1,{'b':'" + std::string(kBudget / 5, '\1') + "'},2]", "[1,[{'b':0,'" + strLong + "':7,'z':/*1*/2}],3]"}) {
-        g_Platform.vLog.clear();
-        const Json::Value command = Parsed("{'params':" + strParams + "}");
-        Json::Value commands;
-        commands.append(command);
-        m_Parser.t_ParseTVControl(commands);
-        EXPECT_EQ(1, g_Platform.Count("jPrm[" + AsStyled(command["params"]).substr(0, kBudget) + "]"));
-        EXPECT_EQ(1, g_Platform.Count("jPrm[1][]")) << "nothing is left for the elements";
-    }
-}

@@ -15,23 +15,10 @@
 #include "CAUtil.h"
 
 using namespace CADataRepository;
-using CAJson::Text;
+using namespace CAJson;
 
 namespace
 {
-
-// What the library reads of an item's "images".
-struct ImagesParts {
-    const Json::Value* pUrl;
-    const Json::Value* pType;
-    const Json::Value* pIndex;
-};
-
-constexpr CAJson::PartKey<ImagesParts> kImagesParts[] = {
-    {"url", &ImagesParts::pUrl},
-    {"type", &ImagesParts::pType},
-    {"index", &ImagesParts::pIndex},
-};
 
 // Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
 // result as long as the template loses its last character; the common extensions get theirs back.
@@ -56,15 +43,13 @@ void FinishPosterUrl(const std::string& strTemplate, int nIndex, std::string& st
 
 bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value& images, _Poster& poster)
 {
-    const ImagesParts stParts = CAJson::Split(images, kImagesParts);
-    const std::string strTemplate = Text(*stParts.pUrl);
-    poster.szType = Text(*stParts.pType);
-    const Json::Value& index = *stParts.pIndex;
+    const std::string strTemplate = Text(images, "url");
+    poster.szType = Text(images, "type");
+    const Json::Value& index = Child(images, "index");
     if (index.isArray()) {
-        poster.vIndex.reserve(poster.vIndex.size() + index.size());
         for (const Json::Value& element : index)
             if (element.isInt()) poster.vIndex.push_back(element.asInt());
-        int nIndex = index.empty() ? 0 : CAJson::AnyInt(index[0]);
+        int nIndex = index.empty() ? 0 : AnyInt(index[0]);
 
         const CCAImageSizeTable* pImageSizeTable = CCASingleton<CCAImageSizeTable>::GetInstance();
         if (pImageSizeTable == nullptr) {

@@ -15,10 +15,7 @@
 #include "CAUtil.h"
 
 using namespace CADataRepository;
-using CAJson::Child;
-using CAJson::Elements;
-using CAJson::Int;
-using CAJson::Text;
+using namespace CAJson;
 
 namespace
 {
@@ -55,18 +52,15 @@ bool CCAParsePacket::t_ParseSearchSchema(const std::string& t_szRawData)
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
     Json::Value root;
-    if (!CAJson::Parse(t_szRawData, root)) {
-        CA_LOGE("json parse error");
-        return false;
-    }
+    if (!CAJson::Parse(t_szRawData, root)) return true;  // there is no schema in it
     const Json::Value& rsp = Child(root, "rsp");
 
-    std::string strCode;
-    std::string strMessage;
-    if (t_IsErrorAnswer(__func__, Child(rsp, "err"), Text(rsp, "stat"), strCode, strMessage)) {
-        const Json::Value& code = Child(Child(rsp, "err"), "code");
-        if (strCode.empty())
-            strCode = code.isInt() && Int(code) != -1 ? CCAUtil::ConvertIntToString(Int(code)) : strMessage;
+    if (Text(rsp, "stat") == "fail") {
+        const Json::Value& err = Child(rsp, "err");
+        auto [strCode, strMessage] = t_LogError(__func__, err);
+        const int nCode = Int(err, "code");
+        const bool bNumber = Child(err, "code").isInt() && nCode != -1;
+        if (strCode.empty()) strCode = bNumber ? CCAUtil::ConvertIntToString(nCode) : strMessage;
         pDataHandler->SetCommunicateErrorCode(std::move(strCode));
         return false;
     }

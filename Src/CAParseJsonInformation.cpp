@@ -9,20 +9,18 @@
 
 using namespace CADataRepository;
 using namespace CAReplyKeys;
-using CAJson::Child;
-using CAJson::Elements;
-using CAJson::Text;
+using namespace CAJson;
 
 namespace
 {
 
 void ParseStanding(const Json::Value& element, _Sports_Standing& stStanding)
 {
-    CAJson::Take(element, kStandingKeys, stStanding);
+    Take(element, kStandingKeys, stStanding);
     // The colour flag lands in the ranking, as one byte; the application counts on finding it there.
     const Json::Value& textColor = Child(element, "text_color");
     if (textColor.isBool()) stStanding.szRanking.assign(1, textColor.asBool() ? '\1' : '\0');
-    CAJson::AppendAnyTexts(Child(element, "season_stats"), stStanding.vSeasonStats);
+    AppendAnyTexts(Child(element, "season_stats"), stStanding.vSeasonStats);
 }
 
 }  // namespace
@@ -30,19 +28,19 @@ void ParseStanding(const Json::Value& element, _Sports_Standing& stStanding)
 void CCAParsePacket::t_ParseWeatherInfo(const Json::Value& element, _WeatherInfo& weather)
 {
     weather.nInfoKind = E_CA_CONTENT_KIND_WEATHER;
-    CAJson::Fill(element, kWeatherKeys, weather);
-    CAJson::AppendRecords(Child(element, "weather_info"), kWInfoKeys, weather.vWInfo);
+    Fill(element, kWeatherKeys, weather);
+    AppendRecords(Child(element, "weather_info"), kWInfoKeys, weather.vWInfo);
     for (const Json::Value& day : Elements(Child(element, "forecast_info"))) {
         _ForeInfo& stDay = weather.vForeInfo.emplace_back();
-        CAJson::Fill(day, kForeInfoKeys, stDay);
-        CAJson::AppendAnyTexts(Child(day, "condition_icon"), stDay.vConditionIcon);
+        Fill(day, kForeInfoKeys, stDay);
+        AppendAnyTexts(Child(day, "condition_icon"), stDay.vConditionIcon);
     }
 }
 
 void CCAParsePacket::t_ParseStockInfo(const Json::Value& element, _Stock& stock)
 {
     stock.nInfoKind = E_CA_CONTENT_KIND_STOCK;
-    CAJson::Fill(element, kStockKeys, stock);
+    Fill(element, kStockKeys, stock);
     t_ParseStockValue(Child(element, "detailed"), stock.vDetailed);
 }
 
@@ -50,16 +48,16 @@ void CCAParsePacket::t_ParseStockValue(const Json::Value& detailed, std::vector<
 {
     for (const Json::Value& element : Elements(detailed)) {
         _StockValue& stValue = list.emplace_back();
-        if (CAJson::Take(element, "name", stValue.szName)) stValue.szValue = Text(element, "value");
+        if (Take(element, "name", stValue.szName)) stValue.szValue = Text(element, "value");
     }
 }
 
 void CCAParsePacket::t_ParseSportsInfo(const Json::Value& element, _Sports& sports)
 {
-    CAJson::Fill(element, kSportsKeys, sports);
+    Fill(element, kSportsKeys, sports);
     for (const Json::Value& record : Elements(Child(element, "records"))) {
         _Sports_Records& stRecord = sports.vRecords.emplace_back();
-        CAJson::Fill(record, kSportsRecordKeys, stRecord);
+        Fill(record, kSportsRecordKeys, stRecord);
         for (const Json::Value& standing : Elements(Child(record, "standing"))) {
             _Sports_Standing& stStanding = stRecord.vStanding.emplace_back();
             ParseStanding(standing, stStanding);
