@@ -51,10 +51,10 @@ PARLO_EXPORT void ca_uninitial();
 //   ran out while it was parsed: `info` is as it was, and nothing of the reply is kept;
 // - the reply holds no TV control command: `info` has got strSysResponse, and the reply's dialog state, sentence,
 //   domains, display control and content items wait for the next one, which overwrites what it brings itself. Content
-//   items add up: they come before those of the next reply, the last 4,096 of them, or none once the replies since
-//   the first of them are longer than 1 MiB together;
-// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing of the reply is kept
-//   but what it changed of the dialog state. What older replies left waits on.
+//   items add up: they come before those of the next reply, until more than 4,096 wait and the next "tvcontent" drops
+//   them;
+// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing waits any more, of this
+//   reply or of older ones, but the dialog state.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
                                        CADataRepository::_ConvActionInfo& info);
 

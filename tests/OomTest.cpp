@@ -169,10 +169,12 @@ static bool Inject(long n, bool bThread, const Texts& vWanted, const std::vector
     const Texts vAfter(vOutcomes.begin() + failed + 1, vOutcomes.end());
     const Texts vKept(vWanted.begin() + failed + 1, vWanted.end());
     // An exception drops what older replies left, too; a parse that runs out of memory does not.
-    const Texts vEmptied = Live(bThread, std::min(nFailed, kWithoutCommand), nFailed);
-    const Texts vCleared(vEmptied.end() - (vAfter.end() - vAfter.begin()), vEmptied.end());
+    const auto cleared = [&] {
+        const Texts vEmptied = Live(bThread, std::min(nFailed, kWithoutCommand), nFailed);
+        return Texts(vEmptied.end() - (vAfter.end() - vAfter.begin()), vEmptied.end());
+    };
     const Texts vForgotten(vWithout[nFailed].begin() + failed, vWithout[nFailed].end());
-    EXPECT_TRUE(vAfter == vForgotten || vAfter == vCleared ||
+    EXPECT_TRUE(vAfter == vForgotten || vAfter == cleared() ||
                 (vAfter == vKept && (vOutcomes[nFailed] != "failed" || nFailed == kWithoutCommand)))
         << "reply " << nFailed << " leaves something: " << testing::PrintToString(vAfter);
     return true;
