@@ -31,6 +31,8 @@ class Substitute : public testing::Test
 protected:
     Substitute()
     {
+        static const std::string s_strFirst = Written("first");
+        m_strFirst = s_strFirst;
         for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG", "NO_COLOR"})
             unsetenv(szName);
     }
@@ -54,11 +56,29 @@ protected:
     // What a record at error priority writes.
     static std::string Written(const std::string& strText)
     {
+        setenv("PARLO_LOG", "error", 1);
         testing::internal::CaptureStderr();
         __dlog_print(6, "Tag", "%s", strText.c_str());
         return testing::internal::GetCapturedStderr();
     }
+
+    std::string m_strFirst;  // what the process's first record wrote
 };
+
+// Stands in for the substitute's, as a program's own function does.
+int vc_setting_deinitialize()
+{
+    return 0;
+}
+
+TEST_F(Substitute, SaysOnceWhatItAnswers)
+{
+    EXPECT_EQ(
+        "E parlo-platform-host: no television: the substitute answers __dlog_print vconf_get_str "
+        "vc_setting_initialize vc_setting_get_language GetData\nE Tag: first\n",
+        m_strFirst);
+    EXPECT_EQ("E Tag: second\n", Written("second"));
+}
 
 TEST_F(Substitute, CountryAndLanguage)
 {
@@ -112,7 +132,6 @@ TEST_F(Substitute, LevelsThatAreLogged)
 
 TEST_F(Substitute, RecordIsOneLineFitForATerminal)
 {
-    setenv("PARLO_LOG", "error", 1);
     const std::string strKept =
         "m \" \xC2\xA0 \xC3\xA9 \xD8\x9B \xE2\x80\x8D \xE2\x80\xA7 \xE2\x80\xAF \xE2\x81\xA5 \xE2\x81\xAA \xDF\xBF "
         "\xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF";
@@ -138,7 +157,6 @@ TEST_F(Substitute, RecordIsOneLineFitForATerminal)
 
 TEST_F(Substitute, ColourIsTakenOffWhereThereIsNoTerminal)
 {
-    setenv("PARLO_LOG", "error", 1);
     for (const std::string strRow :
          {"text\033[31m|text", "\033[31m|", "text\033[m|text", "\033[34mtext\033[31m|\\x1B[34mtext",
           "text\033[31m |text\\x1B[31m ", "text\033[31;1m|text\\x1B[31;1m", "text\033[31|text\\x1B[31",

@@ -9,9 +9,12 @@
 //
 // A record of the log is one line of "LETTER TAG: TEXT", fit for a terminal and reversible: a line break is \n, a tab
 // \t, a backslash \\, and each byte of any other control character, of a character that turns the direction of text,
-// and of what is no UTF-8 is \xNN.
+// and of what is no UTF-8 is \xNN. One record says which functions are the substitute's: those that a program meant to
+// define itself, and that the library does not find there, are among them.
+#include <dlfcn.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -31,6 +34,7 @@
 namespace
 {
 
+constexpr int kErrorPriority = 6;
 constexpr int kVoiceRecognitionItem = 830;
 constexpr std::string_view kCountryKey = "db/comss/countrycode";
 constexpr const char* kColourReset = "\033[0m";
@@ -52,7 +56,7 @@ bool IsLogged(int nPriority)
 {
     const char* szLevel = Setting("PARLO_LOG", "off");
     if (szLevel == nullptr) return false;
-    return (std::strcmp(szLevel, "error") == 0 && nPriority >= 6) ||
+    return (std::strcmp(szLevel, "error") == 0 && nPriority >= kErrorPriority) ||
            (std::strcmp(szLevel, "debug") == 0 && nPriority >= 3);
 }
 
@@ -83,11 +87,38 @@ void WriteRecord(int nPriority, const char* szTag, std::string_view szText)
     static_cast<void>(std::fwrite(strLine.data(), 1, strLine.size(), stderr));  // nobody to tell
 }
 
+// Whether a program that asks for the function gets this library's.
+bool Answers(const char* szFunction)
+{
+    Dl_info stHere{};
+    Dl_info stFound{};
+    return dladdr(kColourReset, &stHere) != 0 && dladdr(dlsym(RTLD_DEFAULT, szFunction), &stFound) != 0 &&
+           stFound.dli_fbase == stHere.dli_fbase;
+}
+
+// Says once which functions a program gets from here.
+void SayWhoAnswers()
+{
+    static std::atomic<bool> s_bSaid{false};
+    if (!IsLogged(kErrorPriority) || s_bSaid.exchange(true)) return;
+    try {
+        std::string strLine = "no television: the substitute answers";
+        for (const char* szName : {"__dlog_print", "vconf_get_str", "vc_setting_initialize", "vc_setting_get_language",
+                                   "vc_setting_deinitialize", "GetData"})
+            if (Answers(szName)) strLine.append(" ").append(szName);
+        WriteRecord(kErrorPriority, "parlo-platform-host", strLine);
+    } catch (const std::exception&) {
+        return;  // no memory for it, as for any line
+    }
+}
+
 }  // namespace
 
 int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
     if (!IsLogged(priority)) return 0;
+    static const bool bAnswers = Answers(__func__);  // else a program's own function hands its lines on
+    if (bAnswers) SayWhoAnswers();
     va_list args;
     va_start(args, format);
     char* pText = nullptr;
@@ -105,16 +136,19 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 
 char* vconf_get_str(const char* key)
 {
+    SayWhoAnswers();
     return key != nullptr && key == kCountryKey ? HeapCopy(Setting("PARLO_COUNTRY", "US")) : nullptr;
 }
 
 int vc_setting_initialize()
 {
+    SayWhoAnswers();
     return Setting("PARLO_LANGUAGE", "en_US") == nullptr ? -1 : 0;
 }
 
 int vc_setting_get_language(char** language)
 {
+    SayWhoAnswers();
     if (language == nullptr) return -1;
     *language = HeapCopy(Setting("PARLO_LANGUAGE", "en_US"));
     return *language == nullptr ? -1 : 0;
@@ -127,6 +161,7 @@ int vc_setting_deinitialize()
 
 int GetData(int item, void* buffer)
 {
+    SayWhoAnswers();
     const char* szFlag = Setting("PARLO_VOICE_RECOG", "1");
     if (item != kVoiceRecognitionItem || buffer == nullptr || szFlag == nullptr) return 0;
     const auto nFlag = static_cast<std::int32_t>(std::strtol(szFlag, nullptr, 10));

@@ -191,12 +191,13 @@ std::vector<std::string_view> ActionWords()
     return vWords;
 }
 
-std::string StatusJson(int nStatus)
+std::string StatusJson(int nStatus, bool bSubstitute)
 {
     Json::Value value;
     value["status"] = nStatus;
     value["available"] = nStatus == E_CA_CONV_STATUS_AVAILABLE;
     value["text"] = WordsOf(nStatus).szWords;
+    value["substitute"] = bSubstitute;
     return JsonLine(value);
 }
 

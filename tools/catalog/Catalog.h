@@ -21,7 +21,7 @@ std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.
 std::string RenderStatus(int nStatus);
-std::string StatusJson(int nStatus);
+std::string StatusJson(int nStatus, bool bSubstitute);
 
 // The answers for all countries and voice languages as a table, and as a line of JSON each; sets the substitute's
 // environment for each. Needs a service.

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "findings/Suggestion.h"
+#include "session/LogTap.h"
 #include "text/Output.h"
 
 namespace
@@ -207,7 +208,10 @@ void CCommandLine::AddSetOptions()
         };
         CLI::Option* pOption = m_pApp->add_option_function<std::string>(stOption.szFlag, SetVariable, stOption.szHelp);
         pOption->group("The set")->type_name("TEXT");
-        pOption->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); });
+        pOption->check([&stOption](const std::string& strValue) {
+            const bool bAsksSet = std::string_view(stOption.szFlag) != "--log";  // the program itself reads that one
+            return bAsksSet && !SubstituteAnswers() ? "this set answers by itself" : WrongValue(stOption, strValue);
+        });
     }
 }
 

@@ -2,6 +2,7 @@
 #include "catalog/Catalog.h"
 #include "commands/Command.h"
 #include "parlo-api.h"
+#include "session/LogTap.h"
 #include "session/Session.h"
 #include "text/Output.h"
 
@@ -11,12 +12,18 @@ namespace
 int RunStatus(const Options& stOptions, bool bAll)
 {
     const CSession session(false);
+    const bool bSubstitute = SubstituteAnswers();
+    if (bAll && !bSubstitute) {
+        Complain("this set answers by itself; see parlo --help");
+        return kExitUsage;
+    }
     if (bAll) {
         Print(stOptions.bJson ? AllStatusesJson() : RenderAllStatuses(stOptions.Paint()));
         return kExitOk;
     }
     const int nStatus = ca_get_conv_status();
-    Print(stOptions.bJson ? StatusJson(nStatus) : RenderStatus(nStatus));
+    const char* szWho = bSubstitute ? "asked of the substitute: this is no television\n" : "";
+    Print(stOptions.bJson ? StatusJson(nStatus, bSubstitute) : RenderStatus(nStatus) + szWho);
     return nStatus == E_CA_CONV_STATUS_AVAILABLE ? kExitOk : kExitUnavailable;
 }
 

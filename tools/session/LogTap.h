@@ -44,4 +44,7 @@ public:
     CLogQuiet& operator=(const CLogQuiet&) = delete;
 };
 
+// Whether the substitute of the television's functions answers, and no set's own libraries.
+bool SubstituteAnswers();
+
 #endif
