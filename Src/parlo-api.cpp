@@ -105,6 +105,10 @@ bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, 
     }
 }
 
+// The name alone, for callers that look it up.
+extern "C" PARLO_EXPORT decltype(ca_get_speech_action) ca_get_speech_action_by_name __asm__("ca_get_speech_action")
+    __attribute__((alias(PARLO_API_SPEECH_ACTION)));
+
 int ca_get_conv_status()
 {
     try {

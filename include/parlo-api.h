@@ -16,15 +16,37 @@
 // A call needs 128 KiB of stack at most, beside what the functions of the platform use.
 //
 // The functions have C linkage, so that they can be looked up by name, but take C++ types: build the caller
-// with the same C++ library.
+// with the same C++ library. What a later version may change is in docs/integration.md.
 #ifndef PARLO_API_H
 #define PARLO_API_H
 
+#if __cplusplus < 201703L
+#error "parlo-api.h needs C++17 or later: compile with -std=c++17"
+#endif
+
 #include <string>
+
+// C linkage hides from the linker that such a caller's texts and lists are others than the library's.
+#ifdef _GLIBCXX_DEBUG
+#error "the library's records have other lists than a caller with _GLIBCXX_DEBUG: use _GLIBCXX_ASSERTIONS instead"
+#endif
+#if defined(_GLIBCXX_USE_CXX11_ABI) && !_GLIBCXX_USE_CXX11_ABI
+#error "the library's records have other texts than a caller with _GLIBCXX_USE_CXX11_ABI=0: compile with 1"
+#endif
 
 #include "CADataRepository.h"
 
 #define PARLO_EXPORT __attribute__((visibility("default")))
+
+// The library's version: 0.1.0 is 100, 1.2.3 would be 10203.
+#define PARLO_API_VERSION_MAJOR 0
+#define PARLO_API_VERSION_MINOR 1
+#define PARLO_API_VERSION_PATCH 0
+#define PARLO_API_VERSION (PARLO_API_VERSION_MAJOR * 10000 + PARLO_API_VERSION_MINOR * 100 + PARLO_API_VERSION_PATCH)
+
+// The name under which a program that calls ca_get_speech_action asks for it: its number is that of the records'
+// layout, so that the loader refuses a library of another one. Whoever looks the function up by name does so by this.
+#define PARLO_API_SPEECH_ACTION "ca_get_speech_action_layout_1"
 
 class CCAService;
 
@@ -56,7 +78,7 @@ PARLO_EXPORT void ca_uninitial();
 // - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing waits any more, of this
 //   reply or of older ones, but the dialog state.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
-                                       CADataRepository::_ConvActionInfo& info);
+                                       CADataRepository::_ConvActionInfo& info) __asm__(PARLO_API_SPEECH_ACTION);
 
 // Says whether conversation is offered on this set, as an E_CA_CONV_STATUS: 0 available, 4 not supported by
 // the set or in its country, 6 voice language does not fit the country, -1 no service. Asks the platform at
@@ -67,5 +89,16 @@ PARLO_EXPORT int ca_get_conv_status();
 
 // The service, null while the library is not initialised. For the library's own tools; not for callers.
 PARLO_EXPORT extern CCAService* m_pCAService;
+
+#if __has_attribute(retain)
+#define PARLO_KEPT __attribute__((used, retain))
+#else
+#define PARLO_KEPT __attribute__((used))
+#endif
+
+// A call alone may be looked up as late as when it is made, an address is when the program is loaded. It is null, and
+// asks for nothing, in a program that does not call the function.
+static decltype(ca_get_speech_action) parlo_api_speech_action __attribute__((weakref(PARLO_API_SPEECH_ACTION)));
+PARLO_KEPT static decltype(&ca_get_speech_action) const parlo_api_layout = parlo_api_speech_action;
 
 #endif
