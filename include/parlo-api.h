@@ -96,9 +96,9 @@ PARLO_EXPORT extern CCAService* m_pCAService;
 #define PARLO_KEPT __attribute__((used))
 #endif
 
-// A call alone may be looked up as late as when it is made, an address is when the program is loaded. It is null, and
-// asks for nothing, in a program that does not call the function.
+// A call alone may be looked up as late as when it is made; an address in writable memory is when the program is
+// loaded. It is null, and asks for nothing, in a program that does not call the function.
 static decltype(ca_get_speech_action) parlo_api_speech_action __attribute__((weakref(PARLO_API_SPEECH_ACTION)));
-PARLO_KEPT static decltype(&ca_get_speech_action) const parlo_api_layout = parlo_api_speech_action;
+PARLO_KEPT static decltype(&ca_get_speech_action) parlo_api_layout = parlo_api_speech_action;
 
 #endif
