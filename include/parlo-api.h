@@ -7,8 +7,8 @@
 //     ca_uninitial();
 //
 // Threads: make these calls one at a time. The library starts no thread and takes no lock of its own around
-// a call; two calls at once, of whichever functions, are the caller's error. They need not come from the same
-// thread.
+// a call; two calls at once, of whichever functions, are the caller's error and end in another reply's record or
+// in a crash. They need not come from the same thread.
 //
 // Errors: no exception leaves these functions, whatever the reply holds and even when memory runs out. A
 // function that fails has written one or more lines that say why to the platform log, tag "ParloAPI", and
@@ -66,7 +66,8 @@ PARLO_EXPORT void ca_uninitial();
 // The caller owns `info` and passes a fresh one for each reply; see _ConvActionInfo for which fields are
 // assigned. `strRawData` is read only. Both texts may have any length, but a reply of more than 524,288 values
 // (counted by its ',', '[' and '{') or nested deeper than 128 levels is refused as if it were no JSON. What is in
-// texts and comments, or behind the reply's value, does not count. The process's locale, C's or C++'s, changes nothing.
+// texts and comments, or behind the reply's value, does not count, and text behind it is not looked at. The process's
+// locale, C's or C++'s, changes nothing.
 //
 // Returns false, with the reason in the log, when
 // - there is no service, a text is empty, the reply is not JSON, lacks "rsp" or says that the server failed, or memory
@@ -81,8 +82,8 @@ PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string&
                                        CADataRepository::_ConvActionInfo& info) __asm__(PARLO_API_SPEECH_ACTION);
 
 // Says whether conversation is offered on this set, as an E_CA_CONV_STATUS: 0 available, 4 not supported by
-// the set or in its country, 6 voice language does not fit the country, -1 no service. Asks the platform at
-// each call; replies are processed whatever the answer.
+// the set or in its country, 6 voice language does not fit the country, -1 no service, or a function of the platform
+// threw. Asks the platform at each call; replies are processed whatever the answer.
 PARLO_EXPORT int ca_get_conv_status();
 
 }  // extern "C"

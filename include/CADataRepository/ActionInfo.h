@@ -16,7 +16,8 @@ namespace CADataRepository
 struct _DisCtrlInfo {
     int numberOfItem = 0;                    // how many entries the request concerns
     int nAction = E_CA_DISPLAY_ACTION_NONE;  // from "action"; see E_CA_DISPLAY_ACTION
-    std::vector<ExternalItemData> vItems;  // from "params": nNumber from "index" (-1 when absent), szText from "title"
+    // From "params": nNumber from "index", counted from 0 (-1 when absent), szText from "title".
+    std::vector<ExternalItemData> vItems;
 };
 
 // What the TV does next.
@@ -26,15 +27,18 @@ struct _DisCtrlInfo {
 // There are three sorts of reply:
 // - a TV control reply fills every field, with the exceptions named below;
 // - a search hand-over (strAction "display_content" with two or more domains) fills strAction and puts the
-//   keywords and the raw reply into vSystemActionParam; strSysResponse is empty;
+//   utterance and the raw reply into vSystemActionParam; strSysResponse is empty;
 // - a failed search (strAction "search_failed" with the one domain "tvcontrol") fills strSysResponse and
 //   strAction; the application starts a search of its own.
+// The last two carry no dialog id, domains or utterance; the reply itself has them.
 // A reply without a command fills strSysResponse only, and what it brought waits for the next one; see
 // ca_get_speech_action.
 struct _ConvActionInfo {
     int eActionType = 0;  // E_CA_ACTION_TYPE: SYSTEM, or NO_MATCH when no lookup knows the first command's action
     E_CA_TVCONTROL eSystemAction = E_CA_TVCONTROL_NONE;  // the first command's code
-    E_CA_TVCONTROL e2ndAction = E_CA_TVCONTROL_NONE;     // the second command's; only beside channels or candidates
+    // The second command's; only beside channels or candidates, and without its parameters: "play_content" is 22 with
+    // and without a position.
+    E_CA_TVCONTROL e2ndAction = E_CA_TVCONTROL_NONE;
     E_CA_TVCONTROL_INTENT eActionIntent = E_CA_TVCONTROL_INTENT_NONE;  // the last of two or three commands' intent;
                                                                        // only beside candidates
     int nReserved1 = 0;                                                // never read or written
@@ -47,11 +51,13 @@ struct _ConvActionInfo {
     std::vector<_SAContents> vSAContents;  // from "tvcontent", ordered, what waited first; content-showing codes only
     _DisCtrlInfo stDisCtrlInfo;            // from "displaycontrol"; left alone without one
     std::string strDialogId;               // from "dialog" / "dialog_id"
-    std::vector<std::string> vDomain;      // from "domain"
+    std::vector<std::string> vDomain;      // from "domain": whose words the server took the utterance for
     std::string strFirstAction;            // the first command's action word again
     std::string strUserInputVoice;         // the utterance
-    int nDialogType = -1;  // from "nlu_info" / "dialog_type"; without it the last one that a reply gave, -1 for none
-    int nDialogSeq = -1;   // from "dialog" / "dialog_seq"; without it the last one that a reply gave, -1 for none
+    // From "nlu_info" / "dialog_type", whatever the server means by it; without it the last one that a reply gave, -1
+    // for none.
+    int nDialogType = -1;
+    int nDialogSeq = -1;  // from "dialog" / "dialog_seq"; without it the last one that a reply gave, -1 for none
 };
 
 // The dialog state, which lasts from reply to reply until one overwrites it.

@@ -1,5 +1,6 @@
 // The content items of a reply's "tvcontent" and their parts.
-// A default of -1 survives only where no parser looked: a key that is missing from an item reads as 0.
+// A number of -1 belongs to a part that the item's type does not fill; in the part that it fills a missing key is 0.
+// The library passes texts and numbers on as they come; what it looks at is said at the field.
 #ifndef PARLO_CADATAREPOSITORY_CONTENTS_H
 #define PARLO_CADATAREPOSITORY_CONTENTS_H
 
@@ -45,20 +46,20 @@ struct _Episode {
 
 // When a programme is broadcast: "schedule".
 struct _ScheduleInfo {
-    int nDuration = -1;       // from "duration", in the server's unit
+    int nDuration = -1;       // from "duration", in the server's unit; 0 when absent, -1 without a schedule
     std::string szStartTime;  // from "starttime"
     std::string szEndTime;    // from "endtime"
 };
 
 // A broadcast programme ("epg").
 struct _OnTVContents {
-    int nYear = -1;                        // from "year"
+    int nYear = -1;                        // from "year"; 0 when absent
     std::string szId;                      // from "id"
     std::string szTitle;                   // from "title"
     std::string szSubtitle;                // unfilled
     std::string szSynopsis;                // unfilled
     std::string szProvider;                // unfilled
-    std::string szCertFlag;                // from "cert_flag"; "No" is refused under the adult lock
+    std::string szCertFlag;                // from "cert_flag"; "No" would be refused under an adult lock
     _Poster stPoster;                      // from "poster" / "images"
     _ScheduleInfo stSchedule;              // from "schedule"
     _ChannelInfo stChannelInfo;            // from "channel"
@@ -69,12 +70,12 @@ struct _OnTVContents {
 
 // A movie or a TV show ("movie", "tvshow").
 struct _MnTContents {
-    int nYear = -1;                        // from "year"
-    int nSeason = -1;                      // TV show: 0, whatever "season" holds
-    int nDuration = -1;                    // from "duration", in the server's unit
+    int nYear = -1;                        // from "year"; 0 when absent
+    int nSeason = -1;                      // TV show: 0, whatever "season" holds; movie: -1
+    int nDuration = -1;                    // from "duration", in the server's unit; 0 when absent
     std::string szId;                      // from "id"
     std::string szTitle;                   // from "title"
-    std::string szCertFlag;                // from "cert_flag"; "No" is refused under the adult lock
+    std::string szCertFlag;                // from "cert_flag"; "No" would be refused under an adult lock
     _Episode stEpisode;                    // TV show: from "episode"
     _Poster stPoster;                      // from "poster" / "images"
     std::vector<_Certification> vRatings;  // from "certifications"
@@ -88,14 +89,14 @@ struct _AppContents {
     std::string szTitle;        // from "title"
     std::string szRunTitle;     // from "runtitle"
     std::string szCategory;     // from "category"
-    std::string szCertFlag;     // from "cert_flag"; "No" is refused under the adult lock
+    std::string szCertFlag;     // from "cert_flag"; "No" would be refused under an adult lock
     std::string szPremiumFlag;  // from "premium_flag"; "ps" becomes "p" on a set with a game panel, else "s"
     _Poster stPoster;           // from "poster" / "images" (flag "s") or "images4premium" (flag "p")
 };
 
 // A video on demand ("fitness", "kids").
 struct _VideoContents {
-    int nDuration = -1;         // from "duration", in the server's unit
+    int nDuration = -1;         // from "duration", in the server's unit; 0 when absent
     int nViews = -1;            // unfilled
     int nLikes = -1;            // unfilled
     int nPosition = -1;         // unfilled

@@ -141,7 +141,7 @@ enum E_CA_DISPLAY_ACTION : int {
 
 // Whether conversation is offered on this set (result of ca_get_conv_status).
 enum E_CA_CONV_STATUS : int {
-    E_CA_CONV_STATUS_NO_SERVICE = -1,  // ca_initial_service was not called or failed
+    E_CA_CONV_STATUS_NO_SERVICE = -1,  // ca_initial_service was not called or failed, or the platform threw
     E_CA_CONV_STATUS_AVAILABLE = 0,
     E_CA_CONV_STATUS_NOT_SUPPORTED = 4,           // by the set's factory data or in its country
     E_CA_CONV_STATUS_LANGUAGE_NOT_SUPPORTED = 6,  // the voice language does not fit the country
