@@ -81,6 +81,7 @@ void ca_uninitial()
     ReleaseService();
 }
 
+// cppcheck-suppress passedByValue
 // NOLINTNEXTLINE(performance-unnecessary-value-param): callers are built against the text by value
 bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData, CADataRepository::_ConvActionInfo& info)
 {
