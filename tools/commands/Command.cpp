@@ -104,6 +104,8 @@ std::string WrongValue(const SetOption& stOption, const std::string& strValue)
 {
     const auto& vValues = stOption.vValues;
     const bool bForm = *stOption.szExample != '\0';
+    // The program itself looks at the last one.
+    if (&stOption != std::end(kSetOptions) - 1 && !SubstituteAnswers()) return "this set answers by itself";
     if (std::find(vValues.begin(), vValues.end(), strValue) != vValues.end()) return {};
     if (bForm && IsLike(strValue, stOption.szExample)) return {};
     return Quoted(strValue) +
@@ -208,10 +210,7 @@ void CCommandLine::AddSetOptions()
         };
         CLI::Option* pOption = m_pApp->add_option_function<std::string>(stOption.szFlag, SetVariable, stOption.szHelp);
         pOption->group("The set")->type_name("TEXT");
-        pOption->check([&stOption](const std::string& strValue) {
-            const bool bAsksSet = std::string_view(stOption.szFlag) != "--log";  // the program itself reads that one
-            return bAsksSet && !SubstituteAnswers() ? "this set answers by itself" : WrongValue(stOption, strValue);
-        });
+        pOption->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); });
     }
 }
 

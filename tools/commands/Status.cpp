@@ -1,4 +1,6 @@
 // "status": whether conversation is available on the set.
+#include <stdexcept>
+
 #include "catalog/Catalog.h"
 #include "commands/Command.h"
 #include "parlo-api.h"
@@ -13,10 +15,7 @@ int RunStatus(const Options& stOptions, bool bAll)
 {
     const CSession session(false);
     const bool bSubstitute = SubstituteAnswers();
-    if (bAll && !bSubstitute) {
-        Complain("this set answers by itself; see parlo --help");
-        return kExitUsage;
-    }
+    if (bAll && !bSubstitute) throw std::runtime_error("this set answers by itself");
     if (bAll) {
         Print(stOptions.bJson ? AllStatusesJson() : RenderAllStatuses(stOptions.Paint()));
         return kExitOk;
