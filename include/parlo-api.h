@@ -76,8 +76,8 @@ PARLO_EXPORT void ca_uninitial();
 //   domains, display control and content items wait for the next one, which overwrites what it brings itself. Content
 //   items add up: they come before those of the next reply, until more than 4,096 wait and the next "tvcontent" drops
 //   them;
-// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing waits any more, of this
-//   reply or of older ones, but the dialog state.
+// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing waits any more, of
+//   this reply or of older ones, but the dialog state.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
                                        CADataRepository::_ConvActionInfo& info) __asm__(PARLO_API_SPEECH_ACTION);
 
