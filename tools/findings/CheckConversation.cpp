@@ -20,7 +20,7 @@ using Description::Type;
 constexpr Key kTurnKeys[] = {
     {"utterance", Type::TEXT, "What the viewer said."},
     {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
-    {"expect", Type::OBJECT, "What a test expects of the record.", nullptr, nullptr, "the turn fails a test"},
+    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
 };
 constexpr Description::Object kTurn = {
     "Turn", "the line", "One turn of a conversation.", Description::Reading::FILL, kTurnKeys, std::size(kTurnKeys)};

@@ -39,6 +39,21 @@ struct Key {
     const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
     std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
     bool bNeeded = false;               // an object must be there, a text must not be empty
+
+    // The same key with one more of these fields.
+    constexpr Key Of(const Object& stObject) const { return With(&Key::pObject, &stObject); }
+    constexpr Key OneOf(Words pAll) const { return With(&Key::pWords, pAll); }
+    constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
+    constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
+    constexpr Key Needed() const { return With(&Key::bNeeded, true); }
+
+    template <typename Field>
+    constexpr Key With(Field Key::*pField, Field value) const
+    {
+        Key stKey = *this;
+        stKey.*pField = value;
+        return stKey;
+    }
 };
 
 // What the elements of a list are by the text of their key "type".
@@ -70,6 +85,9 @@ struct Object {
 
 extern const Object kReply;
 extern const Object kSearchSchema;
+
+// An object of "params": which of its keys count, the command's action says.
+extern const Object kParam;
 
 // The item tables, which are long enough for a file of their own.
 extern const Object kItem;
