@@ -281,6 +281,7 @@ TEST(Findings, TurnsAndTheirExpectations)
         {strRefused + Shows("'domain':['a'],"), "no-command@/rsp wrong-domains@0/action"},
         {strRefused + Turn(strMute) + Shows(""), "no-command@/rsp wrong-domains@0/action"},
         {Turn("'reply':{'rsp':{'stat':'fail'}}") + Shows(""), "wrong-domains@0/action"},
+        {Turn("'reply':{'rsp':{'domain':['a']}}") + Shows(""), "no-command@/rsp wrong-domains@0/action"},
     };
     for (const auto& [strText, szFindings] : vRows) {
         SCOPED_TRACE(strText);

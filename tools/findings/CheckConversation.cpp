@@ -50,9 +50,9 @@ Json::Value OutcomeNames()
 class CTurn
 {
 public:
-    // `eBefore`: what the turns before have left; becomes what this one leaves.
-    CTurn(std::string_view szLine, Before& eBefore)
-        : m_szLine(szLine), m_eBefore(eBefore), m_places(szLine), m_report(szLine, m_places)
+    // `vBefore`: what the turns before have left; becomes what this one leaves.
+    CTurn(std::string_view szLine, Before& vBefore)
+        : m_szLine(szLine), m_vBefore(vBefore), m_places(szLine), m_report(szLine, m_places)
     {
     }
     std::vector<Finding> Check();
@@ -63,7 +63,7 @@ private:
     void Expectation(const Node& part, const Json::Value& outcome);
 
     std::string_view m_szLine;
-    Before& m_eBefore;
+    Before& m_vBefore;
     CPlaces m_places;
     CReport m_report;
     std::vector<Finding> m_vOfReply;
@@ -141,8 +141,8 @@ void CTurn::Reply(const Node& reply)
     const bool bText = reply.value.isString();
     const std::string strReply = bText ? reply.Text() : std::string(m_szLine.substr(nStart, nLength));
     m_stReply = {nStart, nLength};
-    m_vOfReply = CheckReplyAfter(m_eBefore, strReply);
-    m_eBefore = LeftBy(strReply, m_eBefore);
+    m_vOfReply = CheckReplyAfter(m_vBefore, strReply);
+    m_vBefore = LeftBy(strReply, std::move(m_vBefore));
     for (Finding& stFinding : m_vOfReply) {
         stFinding.nOffset = nStart + (bText ? 0 : stFinding.nOffset);
         if (!bText && stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
@@ -159,9 +159,9 @@ void CTurn::Reply(const Node& reply)
 std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
-    Before eBefore = Before::NOTHING;
+    Before vBefore;
     ForEachLine(szText, [&](std::string_view szLine, std::size_t nStart) {
-        for (Finding& stFinding : CTurn(szLine, eBefore).Check()) {
+        for (Finding& stFinding : CTurn(szLine, vBefore).Check()) {
             stFinding.nOffset += nStart;
             if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
             vFindings.push_back(std::move(stFinding));

@@ -31,19 +31,12 @@ private:
     {
         return m_stUse.eLookup == Lookup::CANDIDATE && (m_commands.Size() == 2 || m_commands.Size() == 3);
     }
-    void NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy);
 
     const Node& m_commands;
     const std::string& m_strAction;
     const ActionUse& m_stUse;
     CReport& m_report;
 };
-
-void CCommandEffects::NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy)
-{
-    if (m_report.IsDoubted(object.Member(strKey))) return;
-    m_report.AtKey(object, strKey, {Severity::WARNING, "no-effect", Quoted(strKey) + " has no effect: " + strWhy});
-}
 
 void CCommandEffects::FirstParams()
 {
@@ -72,9 +65,9 @@ void CCommandEffects::Untaken(const Node& param, const std::string& strKey)
     const bool bCast =
         m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST;
     if (strKey == "names" && bCast)
-        NoEffect(param, strKey, "the names are the cast of what is shown in detail");
+        m_report.KeyHasNoEffect(param, strKey, "the names are the cast of what is shown in detail");
     else if (AnyActionTakes(strKey))  // what none takes says more about a reply than the set wants to know
-        NoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
+        m_report.KeyHasNoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
 }
 
 // The position is "idx", and counts only beside an integer "index".
@@ -83,7 +76,8 @@ void CCommandEffects::Position(const Node& param)
     const Node index = param.Member("index");
     const Node idx = param.Member("idx");
     if (m_report.IsDoubted(index) || m_report.IsDoubted(idx)) return;
-    if (idx.value.isInt() && index.value.isNull()) NoEffect(param, "idx", "it counts only beside an integer \"index\"");
+    if (idx.value.isInt() && index.value.isNull())
+        m_report.KeyHasNoEffect(param, "idx", "it counts only beside an integer \"index\"");
     if (index.value.isInt() && idx.value.isNull())
         m_report.AtKey(param, "index",
                        {Severity::ERROR, "no-position",
@@ -99,7 +93,8 @@ void CCommandEffects::Overwritten(const Node& params, Json::ArrayIndex n, const 
     for (Json::ArrayIndex i = n + 1; i < params.Size(); ++i) {
         const Json::Value& later = params.Element(i).Member(strDecider).value;
         const bool bFits = value.isString() ? later.isString() : value.isInt() ? later.isInt() : !later.isNull();
-        if (bFits) return NoEffect(params.Element(n), strKey, "a later object of \"params\" overwrites it");
+        if (bFits)
+            return m_report.KeyHasNoEffect(params.Element(n), strKey, "a later object of \"params\" overwrites it");
     }
 }
 
@@ -123,11 +118,11 @@ void CCommandEffects::Intents()
         if (LooksUpIntents() && i + 1 == nCount) continue;
         if (i > (HasFollowUps() ? 1U : 0U)) continue;  // the command is told of as a whole
         if (LooksUpIntents())
-            NoEffect(command, "intent", "only the last command's intent is looked up");
+            m_report.KeyHasNoEffect(command, "intent", "only the last command's intent is looked up");
         else if (m_stUse.eLookup == Lookup::CANDIDATE)
-            NoEffect(command, "intent", "an intent is looked up of two or three commands only");
+            m_report.KeyHasNoEffect(command, "intent", "an intent is looked up of two or three commands only");
         else
-            NoEffect(command, "intent", "no intent is looked up beside " + Quoted(m_strAction));
+            m_report.KeyHasNoEffect(command, "intent", "no intent is looked up beside " + Quoted(m_strAction));
     }
 }
 
@@ -146,7 +141,7 @@ void CCommandEffects::Later()
                                            (bFollowUps ? "only the second one is, and of two or three the last intent"
                                                        : "only channels or names to choose from have a second one")});
         if ((bIntent || (i == 1 && bFollowUps)) && command.Member("params").Size() > 0)
-            NoEffect(command, "params", "only those of the first command count");
+            m_report.KeyHasNoEffect(command, "params", "only those of the first command count");
     }
 }
 
@@ -167,10 +162,7 @@ void CheckReplacedAction(const Node& command, const Node& action, CReport& repor
 {
     const Node own = command.Member("action");
     if (own.strPointer == action.strPointer || own.Text().empty() || own.Text() == action.Text()) return;
-    if (report.IsDoubted(own)) return;
-    report.AtKey(command, "action",
-                 {Severity::WARNING, "no-effect",
-                  "\"action\" has no effect: \"params\" replace it by " + Quoted(action.Text())});
+    report.KeyHasNoEffect(command, "action", "\"params\" replace it by " + Quoted(action.Text()));
 }
 
 void NoAction(const Node& first, const Node& action, CReport& report)

@@ -11,7 +11,10 @@ namespace
 class CReplyEffects
 {
 public:
-    CReplyEffects(const Node& rsp, CReport& report) : m_rsp(rsp), m_report(report) {}
+    CReplyEffects(const Node& rsp, const Texts& vDomains, CReport& report)
+        : m_rsp(rsp), m_vDomains(vDomains), m_report(report)
+    {
+    }
     void Check();
 
 private:
@@ -20,18 +23,17 @@ private:
     void Requests();
     void NoCommand(const Node& commands);
     void Flow(const Node& commands);
-    bool IsDomain(std::string_view szWord) const;
+    bool AreDomainsDoubted() const;
 
     const Node& m_rsp;
+    const Texts& m_vDomains;
     CReport& m_report;
 };
 
 void CReplyEffects::NoEffect(std::string_view szKey, const std::string& strWhy)
 {
-    const Node member = m_rsp.Member(szKey);
-    if (member.value.isNull() || m_report.IsDoubted(member)) return;
-    if (member.value.isArray() && member.value.empty()) return;
-    m_report.AtKey(m_rsp, szKey, {Severity::WARNING, "no-effect", Quoted(szKey) + " has no effect: " + strWhy});
+    const Json::Value& value = m_rsp.Member(szKey).value;
+    if (!value.isArray() || !value.empty()) m_report.KeyHasNoEffect(m_rsp, szKey, strWhy);
 }
 
 void CReplyEffects::Check()
@@ -67,8 +69,7 @@ void CReplyEffects::Requests()
     for (const Node& request : vRequests) {
         pLast = &vRequests.back();
         if (&request != pLast)
-            m_report.AtValue(
-                request, {Severity::WARNING, "no-effect", "the request has no effect: a later one takes its place"});
+            m_report.AtValue(request, ::NoEffect("the request", "a later one takes its place"));
         else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
             m_report.AtMissing(request, "action", "no-action", "the request", "code -1");
     }
@@ -84,27 +85,28 @@ void CReplyEffects::NoCommand(const Node& commands)
         m_report.AtValue(commands, stRemark);
 }
 
-bool CReplyEffects::IsDomain(std::string_view szWord) const
+bool CReplyEffects::AreDomainsDoubted() const
 {
     const Node domains = m_rsp.Member("domain");
-    return domains.Size() == 1 && domains.Element(0).Text() == szWord;
+    bool bDoubted = m_report.IsDoubted(domains);
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) bDoubted = bDoubted || m_report.IsDoubted(domains.Element(i));
+    return bDoubted;
 }
 
 void CReplyEffects::Flow(const Node& commands)
 {
-    if (IsHandOver(m_rsp, m_report)) return;
-    const Node domains = m_rsp.Member("domain");
+    if (IsHandOver(m_rsp, m_vDomains, m_report)) return;
     const Node action = ActionOf(commands.Element(0), m_report);
     const std::string strAction = action.Text();
 
-    const bool bFailedSearch = strAction == "search_failed" && IsDomain("tvcontrol");
+    const bool bFailedSearch = strAction == "search_failed" && m_vDomains == Texts{"tvcontrol"};
     if (!bFailedSearch) Requests();
     if (bFailedSearch) {
         for (const char* szKey : {"displaycontrol", "tvcontent"})
             NoEffect(szKey, "after a failed search the application searches by itself");
     } else if (strAction == "display_content" || strAction == "search_failed") {
         const char* szDomains = strAction == "display_content" ? "two or more domains" : "the one domain \"tvcontrol\"";
-        if (!m_report.IsDoubted(domains))
+        if (!AreDomainsDoubted())
             m_report.AtValue(action, {Severity::ERROR, "wrong-domains",
                                       Quoted(strAction) + " counts only with " + szDomains + ": no match, code 0"});
         return;
@@ -119,18 +121,24 @@ void CReplyEffects::Flow(const Node& commands)
 
 }  // namespace
 
-bool IsHandOver(const Node& rsp, const CReport& report)
+Texts DomainsOf(const Node& rsp)
 {
-    const Node commands = rsp.Member("tvcontrol");
     const Node domains = rsp.Member("domain");
-    std::size_t nDomains = 0;
-    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) nDomains += domains.value[i].isString() ? 1 : 0;
-    if (nDomains < 2 || commands.Size() == 0) return false;
-    return ActionOf(commands.Element(0), report).Text() == "display_content";
+    Texts vDomains;
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i)
+        if (domains.value[i].isString()) vDomains.push_back(domains.Element(i).Text());
+    return vDomains;
 }
 
-void CheckReplyEffects(const Node& document, CReport& report)
+bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report)
+{
+    const Node commands = rsp.Member("tvcontrol");
+    return vDomains.size() > 1 && commands.Size() > 0 &&
+           ActionOf(commands.Element(0), report).Text() == "display_content";
+}
+
+void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report)
 {
     const Node rsp = document.Member("rsp");
-    if (!report.IsDoubted(rsp)) CReplyEffects(rsp, report).Check();
+    if (!report.IsDoubted(rsp)) CReplyEffects(rsp, vDomains, report).Check();
 }

@@ -9,12 +9,6 @@
 namespace
 {
 
-void NoEffect(const Node& object, std::string_view szKey, const std::string& strWhy, CReport& report)
-{
-    if (!object.Has(szKey) || report.IsDoubted(object.Member(szKey))) return;
-    report.AtKey(object, szKey, {Severity::WARNING, "no-effect", Quoted(szKey) + " has no effect: " + strWhy});
-}
-
 // Which picture an application gets depends on its flag.
 void CheckAppPoster(const Node& appInfo, CReport& report)
 {
@@ -24,14 +18,13 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const bool bBoth = strFlag == "ps";
     if (report.IsDoubted(flag) || !poster.value.isObject()) return;
     if (strFlag.empty()) {
-        NoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"", report);
+        report.KeyHasNoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"");
         return;
     }
     const char* szTaken = strFlag == "s" ? "images" : "images4premium";
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
-        NoEffect(poster, szOther, std::string("the flag is ") + Quoted(strFlag) + ", which takes " + Quoted(szTaken),
-                 report);
+        report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
     if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), "apps", report);
     if (bBoth && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), "apps", report);
 }
@@ -50,7 +43,7 @@ void CheckApp(const Node& item, CReport& report)
 
 void CheckVideo(const Node& item, const std::string& strType, CReport& report)
 {
-    if (strType == "tvshow") NoEffect(item, "season", "the record's season is 0 whatever it holds", report);
+    if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
     const Node images = item.Member("poster").Member("images");
     if (images.value.isObject()) CheckPoster(images, strType.c_str(), report);
 }
@@ -64,8 +57,8 @@ void CheckItem(const Node& item, CReport& report)
     if (pKind == nullptr)
         report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
     else if (!pKind->bOffered)
-        report.AtValue(type, {Severity::WARNING, "not-offered",
-                              "the item has no effect: " + Quoted(strType) + " items are not offered to the viewer"});
+        report.AtValue(type,
+                       NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));
     else if (strType == "apps" || strType == "app")
         CheckApp(item, report);
     else

@@ -73,6 +73,22 @@ void CReport::At(Span stSpan, const std::string& strPointer, Remark stRemark)
                            std::move(stRemark.strText), std::move(stRemark.strSuggestion), stRemark.nOther});
 }
 
+Remark NoEffect(const std::string& strWhat, const std::string& strWhy, const char* szCode)
+{
+    return {Severity::WARNING, szCode, strWhat + " has no effect: " + strWhy};
+}
+
+void CReport::KeyHasNoEffect(const Node& object, std::string_view szKey, const std::string& strWhy)
+{
+    if (object.Has(szKey) && !IsDoubted(object.Member(szKey))) AtKey(object, szKey, NoEffect(Quoted(szKey), strWhy));
+}
+
+bool CReport::IsDoubted(const Node& node) const
+{
+    if (m_setDoubted.count(node.strPointer) > 0) return true;
+    return node.value.isNull() && m_setElsewhere.count(node.strPointer.substr(node.strPointer.rfind('/') + 1)) > 0;
+}
+
 void CReport::AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
                         const std::string& strOutcome)
 {

@@ -34,6 +34,9 @@ struct Remark {
     std::size_t nOther = Finding::kNoOther;  // another place that it speaks of, in bytes of the text
 };
 
+// That `strWhat` has no effect.
+Remark NoEffect(const std::string& strWhat, const std::string& strWhy, const char* szCode = "no-effect");
+
 class CReport
 {
 public:
@@ -44,10 +47,15 @@ public:
     void AtValue(const Node& node, Remark stRemark);
     void At(Span stSpan, const std::string& strPointer, Remark stRemark);
 
+    // That a key has no effect, when it is there and not doubted.
+    void KeyHasNoEffect(const Node& object, std::string_view szKey, const std::string& strWhy);
+
     // Remembers that the value at the pointer is not what its author meant: what follows from that is no finding
     // of its own. A value with an error is remembered by itself.
     void Doubt(const std::string& strPointer) { m_setDoubted.insert(strPointer); }
-    bool IsDoubted(const Node& node) const { return m_setDoubted.count(node.strPointer) > 0; }
+    // The same of every value that is missing under this key: it was written elsewhere.
+    void DoubtMissing(std::string_view szKey) { m_setElsewhere.emplace(szKey); }
+    bool IsDoubted(const Node& node) const;
 
     // What is wrong with the word that decides there: at it when it is an empty text, else at the object without it.
     void AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
@@ -68,6 +76,7 @@ private:
     const CPlaces& m_places;
     std::vector<Finding> m_vFindings;
     std::set<std::string> m_setDoubted;
+    std::set<std::string> m_setElsewhere;
     std::vector<std::string> m_vForApplication;
 };
 
