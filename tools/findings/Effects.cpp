@@ -96,7 +96,7 @@ bool CReplyEffects::AreDomainsDoubted() const
 void CReplyEffects::Flow(const Node& commands)
 {
     if (IsHandOver(m_rsp, m_vDomains, m_report)) return;
-    const Node action = ActionOf(commands.Element(0), m_report);
+    const Node action = ActionIn(commands.Element(0), m_report);
     const std::string strAction = action.Text();
 
     const bool bFailedSearch = strAction == "search_failed" && m_vDomains == Texts{"tvcontrol"};
@@ -134,7 +134,7 @@ bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report)
 {
     const Node commands = rsp.Member("tvcontrol");
     return vDomains.size() > 1 && commands.Size() > 0 &&
-           ActionOf(commands.Element(0), report).Text() == "display_content";
+           ActionIn(commands.Element(0), report).Text() == "display_content";
 }
 
 void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report)

@@ -93,7 +93,7 @@ void CReport::AtMissing(const Node& object, std::string_view szKey, const char* 
                         const std::string& strOutcome)
 {
     const Node member = object.Member(szKey);
-    const bool bEmpty = member.value.isString();
+    const bool bEmpty = !member.value.isNull();
     AtValue(bEmpty ? member : object,
             {Severity::ERROR, szCode,
              (bEmpty ? Quoted(szKey) + " is empty: " : strObject + " has no " + Quoted(szKey) + ": ") + strOutcome});
