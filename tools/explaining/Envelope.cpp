@@ -1,5 +1,4 @@
 // The sentence, the display control, and what goes from one reply to the next.
-#include "explaining/Render.h"
 #include "explaining/Teller.h"
 #include "text/Text.h"
 
@@ -23,10 +22,10 @@ bool IsWholeLog(const CTeller& teller)
     return teller.m_log.Find(kReplyReader, "TAG_RSP") != nullptr;
 }
 
+// `pRecord`: the line that says that it is in the record; null: it is not, or another one is.
 void TellRequest(CTeller& teller, const std::string& strName, const Json::Value& request, bool bLast,
-                 const LogLine* pStored)
+                 const LogLine* pStored, const LogLine* pRecord)
 {
-    const LogLine* pRecord = teller.m_log.Find("t_SetSpeechInfo", "nAction:");
     const std::string strAction = TextOf(Child(request, "action"));
     const std::string strWhat = request.isObject() ? strName + ": " + Quoted(strAction) : strName;
     if (!bLast)
@@ -66,6 +65,7 @@ void TellRequests(CTeller& teller)
     const Json::Value& requests = Child(teller.Rsp(), "displaycontrol");
     const std::vector<const LogLine*> vTypes = teller.m_log.FindAll("t_ParseDisplayControl", "disobj type is ");
     const std::vector<const LogLine*> vStored = teller.m_log.FindAll("SetDisplayControlResult", "");
+    const LogLine* pRecord = teller.m_log.Find("t_SetSpeechInfo", "nAction:");
     constexpr int kObject = Json::objectValue;
     std::size_t nStored = 0;
     for (std::size_t i = 0; i < vTypes.size(); ++i) {
@@ -78,7 +78,7 @@ void TellRequests(CTeller& teller)
         const auto n = static_cast<Json::ArrayIndex>(i);
         const Json::Value& request =
             requests.isArray() && n < requests.size() ? requests[n] : Json::Value::nullSingleton();
-        TellRequest(teller, strName, request, nStored + 1 == vStored.size(), vStored[nStored]);
+        TellRequest(teller, strName, request, nStored + 1 == vStored.size(), vStored[nStored], pRecord);
         ++nStored;
     }
 }

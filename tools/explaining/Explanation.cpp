@@ -2,7 +2,6 @@
 #include "explaining/Explanation.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "explaining/Teller.h"
@@ -11,6 +10,8 @@
 
 namespace
 {
+
+constexpr int kLevels = 3;  // of the pointer of a section: "/rsp/tvcontrol/0"
 
 std::size_t Characters(std::string_view szText)
 {
@@ -29,18 +30,22 @@ void Place(const ServerReply& stReply, std::vector<Finding>& vFindings)
     }
 }
 
-bool IsWithin(const std::string& strPointer, const std::string& strRoot)
-{
-    return strPointer.compare(0, strRoot.size(), strRoot) == 0 &&
-           (strPointer.size() == strRoot.size() || strPointer[strRoot.size()] == '/');
-}
-
 void TellRefusal(CTeller& teller)
 {
     if (teller.m_stCase.bAccepted) return;
     teller.Begin("refused", "/rsp/err");
     const LogLine stLine{teller.m_stCase.strRefusalLine, {}, {}};
     teller.Say(teller.m_stCase.strRefusal, stLine.strLine.empty() ? nullptr : &stLine);
+}
+
+// The domains that an earlier reply left and this one did not replace.
+Before DomainsBefore(const CCallLog& log)
+{
+    Before vDomains;
+    if (log.Find(kReplyReader, "TAG_DOMAIN") != nullptr) return vDomains;
+    for (const LogLine* pLine : log.FindAll("t_IsContentsSearchAction", "domain["))
+        vDomains.push_back(pLine->strMessage.substr(pLine->strMessage.find(':') + 1));
+    return vDomains;
 }
 
 }  // namespace
@@ -55,21 +60,15 @@ CTeller::CTeller(const Case& stCase) : m_stCase(stCase), m_log(stCase.vLog)
     const ServerReply& stReply = stCase.stReply;
     if (stReply.strText.empty()) return;
     if (!ParseJson(stReply.strText, false, m_root)) m_root = Json::Value();
-    m_vFindings = CheckReply(stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText);
+    m_vFindings = CheckReplyAfter(DomainsBefore(m_log),
+                                  stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText);
     Place(stReply, m_vFindings);
 }
 
 void CTeller::Begin(const std::string& strTitle, const std::string& strPointer)
 {
-    if (!m_vSections.empty() && m_vSections.back().vFindings.empty() && m_vSections.back().vStatements.empty())
-        m_vSections.pop_back();
-    Section& stSection = m_vSections.emplace_back();
-    stSection.strTitle = strTitle;
-    if (strPointer.empty()) return;
-    const auto Other = [&](const Finding& stFinding) { return !IsWithin(stFinding.strPointer, strPointer); };
-    const auto itMine = std::stable_partition(m_vFindings.begin(), m_vFindings.end(), Other);
-    std::move(itMine, m_vFindings.end(), std::back_inserter(stSection.vFindings));
-    m_vFindings.erase(itMine, m_vFindings.end());
+    if (!strPointer.empty()) m_mapSections.emplace(strPointer, m_vSections.size());
+    m_vSections.push_back({strTitle, {}, {}});
 }
 
 void CTeller::Say(const std::string& strText, const LogLine* pLine)
@@ -79,9 +78,23 @@ void CTeller::Say(const std::string& strText, const LogLine* pLine)
 
 std::vector<Section> CTeller::Sections() &&
 {
-    Begin("", "");
-    m_vSections.pop_back();
-    if (!m_vFindings.empty()) m_vSections.insert(m_vSections.begin(), {"the reply", std::move(m_vFindings), {}});
+    Section stWhole{"the reply", {}, {}};
+    for (Finding& stFinding : m_vFindings) {
+        const std::string& strPointer = stFinding.strPointer;
+        Section* pSection = &stWhole;
+        std::size_t nEnd = 0;
+        for (int i = 0; i < kLevels && nEnd < strPointer.size(); ++i) {
+            nEnd = std::min(strPointer.find('/', nEnd + 1), strPointer.size());
+            const auto it = m_mapSections.find(strPointer.substr(0, nEnd));
+            if (it != m_mapSections.end()) pSection = &m_vSections[it->second];
+        }
+        pSection->vFindings.push_back(std::move(stFinding));
+    }
+    const auto IsEmpty = [](const Section& stSection) {
+        return stSection.vFindings.empty() && stSection.vStatements.empty();
+    };
+    m_vSections.erase(std::remove_if(m_vSections.begin(), m_vSections.end(), IsEmpty), m_vSections.end());
+    if (!IsEmpty(stWhole)) m_vSections.insert(m_vSections.begin(), std::move(stWhole));
     return std::move(m_vSections);
 }
 

@@ -5,6 +5,7 @@
 #include <json/value.h>
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "explaining/CallLog.h"
@@ -26,8 +27,8 @@ class CTeller
 public:
     explicit CTeller(const Case& stCase);
 
-    // Begins a section; the findings whose pointer is `strPointer` or below go into it. It is not kept when it stays
-    // empty.
+    // Begins a section; the findings whose pointer is `strPointer`, or below and of no nearer section, go into it. It
+    // is not kept when it stays empty.
     void Begin(const std::string& strTitle, const std::string& strPointer);
     void Say(const std::string& strText, const LogLine* pLine);
 
@@ -40,8 +41,9 @@ public:
 
 private:
     Json::Value m_root;
-    std::vector<Finding> m_vFindings;  // not in a section yet
+    std::vector<Finding> m_vFindings;
     std::vector<Section> m_vSections;
+    std::unordered_map<std::string, std::size_t> m_mapSections;  // by pointer
 };
 
 // The parts, in the order in which they are told.
