@@ -20,7 +20,7 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
     EXPECT_EQ("there is no service (-1)\n", RenderStatus(ca_get_conv_status()));
-    const CSession session(false);
+    const CSession session;
     EXPECT_EQ("conversation is available (0)\n", RenderStatus(ca_get_conv_status()));
     std::istringstream table(RenderAllStatuses(kPlain));
     std::string strLine, strAvailable, strWord;
@@ -48,7 +48,7 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
 
 TEST(Catalog, WordsAsTextAndAsJson)
 {
-    const CSession session(false);
+    const CSession session;
     const Json::Value root = ParsedJson(VocabularyJson());
     EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
               root.getMemberNames());
@@ -96,7 +96,7 @@ TEST(Catalog, WordsAsTextAndAsJson)
 // What somebody may take for an action.
 TEST(Catalog, OtherWordsAreToldFromActions)
 {
-    const CSession session(false);
+    const CSession session;
     const char* const kRows[][2] = {{"play", "listed under \"Intents of a TV control command\", code 1"},
                                     {"youtube", "listed under \"Categories of a search schema\", code "},
                                     {"display_content", "with two or more domains a search hand-over: "},

@@ -7,6 +7,7 @@
 
 #include "JsonText.h"
 #include "reading/Expectation.h"
+#include "reading/FileUpdate.h"
 #include "reading/Files.h"
 #include "reading/Input.h"
 #include "records/RecordJson.h"
@@ -51,7 +52,8 @@ static std::string Entries(const std::string& strText, FileForm eForm)
     const std::string strFile = testing::TempDir() + "parlo-entries-" + std::to_string(getpid());
     std::ofstream(strFile) << strText;
     std::string strEntries;
-    ForEachEntry(strFile, eForm, "u", [&](const Entry& stEntry) {
+    CLineFile file(strFile);
+    ForEachEntry(file, eForm, "u", [&](const Entry& stEntry) {
         const ServerReply& stReply = stEntry.stReply;
         strEntries += stReply.strSource.substr(strFile.size()) + "/" + std::to_string(stReply.nLine);
         strEntries +=
@@ -93,6 +95,24 @@ TEST(Files, TellRepliesFromConversations)
     for (const auto& [eForm, strText, strWanted] : kRows) EXPECT_EQ(strWanted, Entries(strText, eForm)) << strText;
 }
 
+TEST(FileUpdate, TakesThePlaceOfWhatWasReadOnly)
+{
+    const std::string strFile = testing::TempDir() + "parlo-update-" + std::to_string(getpid());
+    const auto Text = [&] {
+        std::ifstream in(strFile);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    std::ofstream(strFile) << "first";
+    EXPECT_EQ("", Update(CLineFile(strFile), "second"));
+    EXPECT_EQ("second", Text());
+    const CLineFile file(strFile);
+    std::ofstream(strFile, std::ios::app) << " and more";
+    EXPECT_EQ("it has changed since it was read", Update(file, "third"));
+    EXPECT_EQ("second and more", Text());
+    std::remove(strFile.c_str());
+    EXPECT_EQ("it has changed since it was read", Update(file, "third"));
+}
+
 TEST(Expectation, ChangesNoOtherByteOfItsLine)
 {
     const std::string kRows[][2] = {
@@ -100,9 +120,12 @@ TEST(Expectation, ChangesNoOtherByteOfItsLine)
         {R"({"expect":  {"old":[1]} ,"utterance":"u"})", R"({"expect":  {"a":1} ,"utterance":"u"})"},
         {"\xEF\xBB\xBF{\"expect\":null}\r", "\xEF\xBB\xBF{\"expect\":{\"a\":1}}\r"},
         {"\xEF\xBB\xBF{}", "\xEF\xBB\xBF{\"expect\": {\"a\":1}}"},
+        {R"({"a":1 , })", R"({"a":1 , "expect": {"a":1}})"},
+        {R"({"a":1 /*,*/})", R"({"a":1 /*,*/, "expect": {"a":1}})"},
+        {R"({"a":1/**/,/**/})", R"({"a":1/**/,/**/"expect": {"a":1}})"},
         {"oops", "oops"}};
     for (const auto& [strLine, strWanted] : kRows) {
         EXPECT_EQ(strWanted, WithExpectation(strLine, ParsedJson("{\"a\":1}")));
-        EXPECT_EQ(strLine == "oops" ? "null" : "{\"a\":1}", JsonText(ExpectationOf(strWanted)));
+        EXPECT_EQ(strLine == "oops" ? "null" : "{\"a\":1}", JsonText(MembersOf(strWanted)["expect"]));
     }
 }

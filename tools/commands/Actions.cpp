@@ -10,7 +10,7 @@ namespace
 
 int RunActions(const Options& stOptions, const std::string& strWord)
 {
-    const CSession session(false);
+    const CSession session;
     if (strWord.empty()) {
         Print(stOptions.bJson ? VocabularyJson() : RenderVocabulary(stOptions.Paint()));
         return kExitOk;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "findings/Suggestion.h"
+#include "reading/Files.h"
 #include "text/Output.h"
 
 namespace
@@ -137,6 +138,19 @@ void CCommand::Files(const char* szHelp)
     m_app.add_option("FILE", m_stOptions.vFiles, szHelp)->required()->type_name("");
 }
 
+void CCommand::Replies(const char* szHelp)
+{
+    Files(szHelp);
+    const auto WithFolders = [&stOptions = m_stOptions] {
+        for (const std::string& strFile : std::exchange(stOptions.vFiles, {})) {
+            const std::vector<std::string> vBelow = FilesOf(strFile);
+            if (vBelow.empty()) throw CLI::ValidationError("FILE", Quoted(strFile) + " holds no .json and no .jsonl");
+            stOptions.vFiles.insert(stOptions.vFiles.end(), vBelow.begin(), vBelow.end());
+        }
+    };
+    m_app.callback(WithFolders);
+}
+
 void CCommand::Utterance(bool bRequired)
 {
     const auto NotEmpty = [](const std::string& strText) {
@@ -185,9 +199,8 @@ CCommandLine::CCommandLine()
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or nothing to compare (diff), 3 "
-        "conversation is not available "
-        "(status).\n\nExamples:\n"
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or a file that cannot be read (test, "
+        "diff), 3 conversation is not available (status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
         "  parlo --country DE --language de_DE status");

@@ -25,8 +25,9 @@ class App;
 }
 
 constexpr int kExitOk = 0;
-constexpr int kExitFailure = 1;      // a file or reply failed
-constexpr int kExitUsage = 2;        // the command line or the environment was wrong; "diff": nothing to compare
+constexpr int kExitFailure = 1;      // a file or reply failed; a mistake, a difference was found
+constexpr int kExitUsage = 2;        // the command line or the environment was wrong
+constexpr int kExitUnreadable = 2;   // where kExitFailure tells what was found: it could not look everywhere
 constexpr int kExitUnavailable = 3;  // "status": the set does not offer conversation
 
 // The options that several commands have. A command declares those that it takes.
@@ -48,6 +49,7 @@ public:
     CCommand(CLI::App& app, Options& stOptions) : m_app(app), m_stOptions(stOptions) {}
 
     void Files(const char* szHelp);
+    void Replies(const char* szHelp);  // files too, or folders: every .json and .jsonl below them
     void Utterance(bool bRequired);
     void Json(const char* szHelp);
     void Compact();  // behind Json

@@ -20,16 +20,15 @@ struct Told {
 
 constexpr const char* kParams = "vSystemActionParam";
 
-// A service for each file, so that one leaves nothing to the other.
 std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
 {
     std::vector<Told> vOutcomes;
-    CSession session(false);
     const auto Take = [&](const Case& stCase) {
         const ServerReply& stReply = stCase.stReply;
         vOutcomes.push_back({stReply.strSource, stReply.strUtterance, stReply.bNoUtterance, OutcomeJson(stCase, true)});
     };
-    session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Take, true);
+    CLineFile file(strFile);
+    RunFile(file, {FileForm::EITHER, stOptions.strUtterance, false, true}, Take);
     return vOutcomes;
 }
 
@@ -76,7 +75,8 @@ bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
     const std::vector<Difference> vDifferences = DifferencesOf(*pOne, *pOther);
     if (vDifferences.empty()) return false;
     Print(paint.Title(Shown(pOne->strSource) + " and " + Shown(pOther->strSource)) + '\n');
-    for (const Difference& stDifference : vDifferences) Print(DifferenceText(stDifference, "first", "then"));
+    for (const Difference& stDifference : vDifferences)
+        Print("    " + DifferenceText(stDifference, "first", "then") + '\n');
     return true;
 }
 
@@ -90,7 +90,7 @@ int RunDiff(const Options& stOptions)
     }
     const std::vector<Told> vOne = Outcomes(stOptions.vFiles[0], stOptions);
     const std::vector<Told> vOther = Outcomes(stOptions.vFiles[1], stOptions);
-    if (HasFailed()) return kExitUsage;  // something cannot be read: that says nothing of a difference
+    if (HasFailed()) return kExitUnreadable;  // which says nothing of a difference
     const CPaint paint = stOptions.Paint();
     bool bDiffer = false;
     for (std::size_t i = 0; i < std::max(vOne.size(), vOther.size()); ++i)

@@ -10,12 +10,10 @@ namespace
 
 int RunExplain(const Options& stOptions)
 {
-    CSession session(true);
-    const auto Show = [bJson = stOptions.bJson, paint = stOptions.Paint()](const Case& stCase) {
+    const auto Tell = [bJson = stOptions.bJson, paint = stOptions.Paint()](const Case& stCase) {
         Print(bJson ? ExplainJson(stCase) : Explain(stCase, paint));
     };
-    for (const std::string& strFile : stOptions.vFiles)
-        session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Show);
+    RunFiles(stOptions.vFiles, {FileForm::EITHER, stOptions.strUtterance, true}, Tell);
     return HasFailed() ? kExitFailure : kExitOk;
 }
 
@@ -26,6 +24,6 @@ void AddExplain(CCommandLine& line)
     CCommand command = line.Add("explain", "Tell what became of each part of a reply, and why",
                                 "  parlo explain search.json", RunExplain);
     command.Utterance(false);
-    command.Files("a reply of the server, or a conversation; - for standard input");
+    command.Replies("a reply of the server, or a conversation; - for standard input");
     command.Json("Print one JSON object a reply");
 }

@@ -10,33 +10,17 @@ namespace
 
 constexpr const char* kJsonHelp = "Print one JSON object a reply, with every field";
 
-CSession::Show ShowRecord(const Options& stOptions)
+int ShowRecords(const Options& stOptions, FileForm eForm)
 {
-    return [stOptions, paint = stOptions.Paint()](const Case& stCase) {
+    const auto ShowOne = [&stOptions, paint = stOptions.Paint()](const Case& stCase) {
         if (stOptions.bJson)
             WriteCaseLine(stCase, stOptions.bCompact, Print);
         else if (stCase.bAccepted)
             Print(RenderRecord(stCase.stReply, *stCase.pInfo, paint));
         if (stCase.stReply.bLive) FlushOutput();
     };
-}
-
-int RunFiles(const Options& stOptions, FileForm eForm)
-{
-    CSession session(false);
-    const CSession::Show show = ShowRecord(stOptions);
-    for (const std::string& strFile : stOptions.vFiles) session.RunFile(strFile, eForm, stOptions.strUtterance, show);
+    RunFiles(stOptions.vFiles, {eForm, stOptions.strUtterance}, ShowOne);
     return HasFailed() ? kExitFailure : kExitOk;
-}
-
-int RunReply(const Options& stOptions)
-{
-    return RunFiles(stOptions, FileForm::REPLY);
-}
-
-int RunConversation(const Options& stOptions)
-{
-    return RunFiles(stOptions, FileForm::CONVERSATION);
 }
 
 }  // namespace
@@ -46,18 +30,19 @@ void AddReply(CCommandLine& line)
     CCommand command = line.Add("reply", "Print the action record of each reply",
                                 "  parlo reply --utterance \"turn it up\" volume.json\n"
                                 "  parlo reply --utterance \"turn it up\" --json - < volume.json",
-                                RunReply);
+                                [](const Options& stOptions) { return ShowRecords(stOptions, FileForm::REPLY); });
     command.Utterance(true);
-    command.Files("a reply of the server; - for standard input");
+    command.Replies("a reply of the server; - for standard input");
     command.Json(kJsonHelp);
     command.Compact();
 }
 
 void AddConversation(CCommandLine& line)
 {
-    CCommand command = line.Add("conversation", "Print the action record of each turn of a conversation",
-                                "  parlo conversation evening.jsonl", RunConversation);
-    command.Files("JSON Lines, each {\"utterance\": TEXT, \"reply\": OBJECT or TEXT}; - for standard input");
+    CCommand command = line.Add(
+        "conversation", "Print the action record of each turn of a conversation", "  parlo conversation evening.jsonl",
+        [](const Options& stOptions) { return ShowRecords(stOptions, FileForm::CONVERSATION); });
+    command.Replies("JSON Lines, each {\"utterance\": TEXT, \"reply\": OBJECT or TEXT}; - for standard input");
     command.Json(kJsonHelp);
     command.Compact();
 }

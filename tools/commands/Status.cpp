@@ -10,7 +10,7 @@ namespace
 
 int RunStatus(const Options& stOptions, bool bAll)
 {
-    const CSession session(false);
+    const CSession session;
     if (bAll) {
         Print(stOptions.bJson ? AllStatusesJson() : RenderAllStatuses(stOptions.Paint()));
         return kExitOk;

@@ -43,7 +43,7 @@ _parlo()
         conversation) options+=" --json --compact" ;;
         explain) options+=" --utterance --json" ;;
         log) options+=" --explain --extract --replay --json" ;;
-        test) options+=" --junit --update" ;;
+        test) options+=" --junit --quiet --update" ;;
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;
         actions) options+=" --json" ;;

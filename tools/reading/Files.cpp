@@ -2,10 +2,12 @@
 #include "reading/Files.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
-#include "reading/LineFile.h"
 #include "text/Progress.h"
 
 namespace
@@ -50,15 +52,25 @@ bool HasTurn(std::string_view szText)
     return false;
 }
 
+void AddFiles(const std::filesystem::path& folder, std::vector<std::string>& vFiles)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator itFirst(folder, error);
+    if (error) vFiles.push_back(folder);  // whoever reads it tells why
+    for (const std::filesystem::directory_entry& entry : itFirst) {
+        const std::filesystem::path extension = entry.path().extension();
+        if (entry.is_directory(error) && !entry.is_symlink(error))
+            AddFiles(entry.path(), vFiles);
+        else if (entry.is_regular_file(error) && (extension == ".json" || extension == ".jsonl"))
+            vFiles.push_back(entry.path());
+    }
+}
+
 class CEntries
 {
 public:
-    CEntries(const std::string& strFile, const std::string& strUtterance, const std::function<void(Entry&&)>& handle)
-        : m_strFile(strFile),
-          m_strUtterance(strUtterance),
-          m_handle(handle),
-          m_file(strFile),
-          m_progress(strFile, m_file.Size())
+    CEntries(CLineFile& file, const std::string& strUtterance, const std::function<void(Entry&&)>& handle)
+        : m_file(file), m_strUtterance(strUtterance), m_handle(handle), m_progress(file.Name(), file.Size())
     {
     }
     void Read(FileForm eForm);
@@ -72,10 +84,9 @@ private:
     void Reply();
     void Refuse(const std::string& strReason, bool bUnreadable);
 
-    const std::string& m_strFile;
+    CLineFile& m_file;
     const std::string& m_strUtterance;
     const std::function<void(Entry&&)>& m_handle;
-    CLineFile m_file;
     CProgress m_progress;
     std::string m_strHead;  // what was read to see what the file is
     std::size_t m_nLine = 0;
@@ -162,7 +173,7 @@ void CEntries::Turn(std::string_view szLine)
 Entry CEntries::Make(std::size_t nLine) const
 {
     Entry stEntry;
-    stEntry.stReply.strFile = stEntry.stReply.strSource = m_strFile;
+    stEntry.stReply.strFile = stEntry.stReply.strSource = m_file.Name();
     stEntry.stReply.nLine = nLine;
     stEntry.stReply.bLive = m_file.Size() == 0;
     return stEntry;
@@ -187,17 +198,40 @@ void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 
 }  // namespace
 
-void ForEachEntry(const std::string& strFile, FileForm eForm, const std::string& strUtterance,
+void ForEachEntry(CLineFile& file, FileForm eForm, const std::string& strUtterance,
                   const std::function<void(Entry&&)>& handle)
 {
-    CEntries(strFile, strUtterance, handle).Read(eForm);
+    CEntries(file, strUtterance, handle).Read(eForm);
+}
+
+std::vector<std::string> FilesOf(const std::string& strName)
+{
+    std::error_code error;
+    if (strName == "-" || !std::filesystem::is_directory(strName, error)) return {strName};
+    std::vector<std::string> vFiles;
+    AddFiles(strName, vFiles);
+    std::sort(vFiles.begin(), vFiles.end());
+    return vFiles;
+}
+
+bool WithinMemory(const std::function<void()>& call)
+{
+    try {
+        call();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    } catch (const std::length_error&) {
+        return false;
+    }
 }
 
 bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
 {
     CLineFile file(strFile);
     strText.clear();
-    file.Rest(kWhole, strText);
-    strReason = file.Failure();
+    const bool bMemory = WithinMemory([&] { file.Rest(kWhole, strText); });
+    if (!bMemory) strText = std::string();
+    strReason = bMemory ? file.Failure() : kNoMemory;
     return strReason.empty();
 }
