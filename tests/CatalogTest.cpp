@@ -48,14 +48,13 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
 
 TEST(Catalog, WordsAsTextAndAsJson)
 {
-    const CSession session;
     const Json::Value root = ParsedJson(VocabularyJson());
     EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
               root.getMemberNames());
     // What some of the actions take and fill, and whether they may follow another one.
     const std::map<std::string, std::string> mapWanted = {
         {"poweroff", "1 system|target_device|vSystemActionParam|0"},
-        {"set_channel", "5 channel|channels|vSystemActionParam,vChannels|16"},
+        {"set_channel", "5 channel|channels,umd_channels|vSystemActionParam,vChannels|16"},
         {"play_content", "22/23 system|idx|vSystemActionParam,vSAContents|16"},
         {"show_optlist_for_confirm", "50 candidate|names|vSystemActionParam,vCandidates|0"},
         {"run_webbrowser", "57 system|keyword,website|vSystemActionParam|0"},
@@ -96,17 +95,14 @@ TEST(Catalog, WordsAsTextAndAsJson)
 // What somebody may take for an action.
 TEST(Catalog, OtherWordsAreToldFromActions)
 {
-    const CSession session;
     const char* const kRows[][2] = {{"play", "listed under \"Intents of a TV control command\", code 1"},
                                     {"youtube", "listed under \"Categories of a search schema\", code "},
                                     {"display_content", "with two or more domains a search hand-over: "},
                                     {"search_failed", "with the one domain \"tvcontrol\" a failed search: "}};
     for (const auto& [szWord, szUse] : kRows) {
-        EXPECT_EQ(0U, RenderAction(szWord, kPlain).find(std::string(szWord) + "\n  no action        " + szUse))
-            << szWord;
-        EXPECT_EQ(0U, ParsedJson(ActionJson(szWord))["no_action"][0].asString().find(szUse)) << szWord;
+        EXPECT_EQ(0U, RenderWord(szWord, kPlain).find(std::string(szWord) + "\n  no action        " + szUse)) << szWord;
+        EXPECT_EQ(0U, ParsedJson(WordJson(szWord))["no_action"][0].asString().find(szUse)) << szWord;
     }
-    EXPECT_EQ(std::string::npos, RenderAction("play_content", kPlain).find("no action"))
-        << "it is a display action too";
-    EXPECT_EQ("", RenderAction("plai", kPlain) + ActionJson("plai"));
+    EXPECT_EQ(std::string::npos, RenderWord("play_content", kPlain).find("no action")) << "it is a display action too";
+    EXPECT_EQ("", RenderWord("plai", kPlain) + WordJson("plai"));
 }

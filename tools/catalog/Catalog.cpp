@@ -3,10 +3,10 @@
 
 #include <json/value.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
-#include "catalog/ActionFacts.h"
 #include "parlo-api.h"
 #include "records/RecordJson.h"
 
@@ -28,12 +28,16 @@ constexpr StatusWords kStatusWords[] = {
     {E_CA_CONV_STATUS_NO_SERVICE, "?", "there is no service"},
 };
 
-constexpr const char* kCountries[] = {"KR", "US", "AU", "CA", "BR", "PT", "ES", "CN", "NO", "SE", "AT", "GB",
-                                      "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH"};
-
-constexpr const char* kLanguages[] = {"ko_KR", "en_US", "en_AU", "en_GB", "pt_BR", "pt_PT", "de_DE",
-                                      "fr_FR", "es_ES", "it_IT", "nl_NL", "zh_CN", "pl_PL", "ru_RU",
-                                      "nn_NO", "nb_NO", "da_DK", "sv_SE", "fi_FI"};
+// Every language of the countries, once.
+std::vector<std::string> AllLanguages()
+{
+    std::vector<std::string> vAll;
+    for (const auto& [szCountry, vLanguages] : kVoiceLanguages)
+        for (const std::string_view szLanguage : vLanguages)
+            if (!szLanguage.empty() && std::find(vAll.begin(), vAll.end(), szLanguage) == vAll.end())
+                vAll.emplace_back(szLanguage);
+    return vAll;
+}
 
 // Calls `visit` with each vocabulary: its title, its name in JSON and its words.
 template <typename Visit>
@@ -46,64 +50,95 @@ void ForEachVocabulary(const Visit& visit)
     visit("Rules of a search schema", "schema_rules", kSortRuleWords);
 }
 
-// What a word is where an action stands, but is none. The first two have no code.
-struct OtherUse {
-    std::string_view szWord;
-    const char* szUse;
-};
-
-constexpr OtherUse kFlowWords[] = {
+// Two words where an action stands have no code, and steer the reply.
+constexpr const char* kFlowWords[][2] = {
     {"display_content",
      "with two or more domains a search hand-over: no lookup, the application reads the reply itself"},
     {"search_failed",
      "with the one domain \"tvcontrol\" a failed search: no lookup, the application searches by itself"},
 };
 
-// What the word is when it is no action: how it steers a reply, or which other vocabularies have it. Empty when it is
-// nothing.
-std::vector<std::string> OtherUses(std::string_view szWord)
+Json::Value List(std::initializer_list<const char*> vTexts)
 {
-    std::vector<std::string> vUses;
+    Json::Value list(Json::arrayValue);
+    for (const char* szText : vTexts)
+        if (szText != nullptr) list.append(szText);
+    return list;
+}
+
+bool AsksForSecond(const ActionRow& stRow)
+{
+    return stRow.eLookup != ActionLookup::NONE && stRow.eLookup != ActionLookup::SYSTEM;
+}
+
+// What the library makes of an action.
+Json::Value FactsOf(const CodedWord<E_CA_TVCONTROL>& stAction)
+{
+    constexpr const char* kLookups[] = {"none", "system", "channel", "candidate", "candidate"};
+    constexpr const char* kLists[] = {nullptr, nullptr, "vChannels", "vCandidates", nullptr};  // no reply brings a cast
+    const ActionRow stRow = ActionOf(stAction.eCode);
+    const auto nLookup = static_cast<std::size_t>(stRow.eLookup);
+    const bool bParams = AsksForSecond(stRow) || stRow.vKeys[0] != nullptr;
+    Json::Value value;
+    value["word"] = std::string(stAction.szWord);
+    value["code"] = stAction.eCode;
+    value["lookup"] = kLookups[nLookup];
+    value["takes"] = List({stRow.vKeys[0], stRow.vKeys[1]});
+    value["needed"] = stRow.Has(NEEDS_PARAMS);
+    value["fills"] = List({bParams ? "vSystemActionParam" : nullptr, kLists[nLookup],
+                           stRow.Has(SHOWS_CONTENTS) ? "vSAContents" : nullptr});
+    value["after"] = Json::arrayValue;
+    for (const auto& [szWord, eCode] : kActionWords)
+        if (stRow.Has(MAY_FOLLOW) && AsksForSecond(ActionOf(eCode))) value["after"].append(std::string(szWord));
+    if (stAction.eCode == E_CA_TVCONTROL_PLAY_CONTENT)
+        value["code_without_position"] = E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX;
+    return value;
+}
+
+// The same of a word that is no action: what it is instead, how it steers a reply or which vocabularies have it. Null
+// when it is nothing.
+Json::Value NoAction(const std::string& strWord)
+{
+    Json::Value uses;
     for (const auto& [szFlowWord, szUse] : kFlowWords)
-        if (szFlowWord == szWord) vUses.emplace_back(szUse);
+        if (strWord == szFlowWord) uses.append(szUse);
     ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
-        for (const auto& stWord : vWords)
-            if (stWord.szWord == szWord)
-                vUses.push_back("listed under " + Quoted(szTitle) + ", code " + std::to_string(stWord.eCode));
+        int nCode = 0;
+        if (LookUp(vWords, strWord, nCode))
+            uses.append("listed under " + Quoted(szTitle) + ", code " + std::to_string(nCode));
     });
-    return vUses;
+    Json::Value value;
+    if (uses.isNull()) return value;
+    value["word"] = strWord;
+    value["no_action"] = uses;
+    return value;
+}
+
+Json::Value WordValue(const std::string& strWord)
+{
+    for (const auto& stAction : kActionWords)
+        if (stAction.szWord == strWord) return FactsOf(stAction);
+    return NoAction(strWord);
 }
 
 // Calls `visit` for each country and voice language, with the substitute set to them.
 template <typename Visit>
 void ForEachSet(const Visit& visit)
 {
-    for (const char* szCountry : kCountries) {
-        setenv("PARLO_COUNTRY", szCountry, 1);
-        for (const char* szLanguage : kLanguages) {
-            setenv("PARLO_LANGUAGE", szLanguage, 1);
-            visit(szCountry, szLanguage);
+    for (const CountryLanguages& stRow : kVoiceLanguages)
+        for (const std::string& strLanguage : AllLanguages()) {
+            const std::string strCountry(stRow.szCountry);
+            setenv("PARLO_COUNTRY", strCountry.c_str(), 1);
+            setenv("PARLO_LANGUAGE", strLanguage.c_str(), 1);
+            visit(strCountry, strLanguage);
         }
-    }
 }
 
-Json::Value List(const std::vector<std::string>& vTexts)
+std::string JoinedTexts(const Json::Value& list)
 {
-    Json::Value list(Json::arrayValue);
-    for (const std::string& strText : vTexts) list.append(strText);
-    return list;
-}
-
-Json::Value FactsValue(const ActionFacts& stFacts)
-{
-    Json::Value value;
-    value["lookup"] = stFacts.strLookup;
-    value["takes"] = List(stFacts.vTakes);
-    value["fills"] = List(stFacts.vFills);
-    value["after"] = List(stFacts.vAfter);
-    if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
-        value["code_without_position"] = stFacts.nCodeWithout;
-    return value;
+    std::vector<std::string> vTexts;
+    for (const Json::Value& text : list) vTexts.push_back(text.asString());
+    return Joined(vTexts);
 }
 
 std::string LineOf(const char* szLabel, const std::string& strValue, const CPaint& paint)
@@ -134,60 +169,47 @@ std::string RenderVocabulary(const CPaint& paint)
 std::string VocabularyJson()
 {
     Json::Value root(Json::objectValue);
-    std::vector<Json::Value> vFacts;
-    for (const ActionFacts& stFacts : AllActionFacts()) vFacts.push_back(FactsValue(stFacts));
     ForEachVocabulary([&](const char*, const char* szName, const auto& vWords) {
         Json::Value& list = root[szName] = Json::arrayValue;
         for (const auto& stWord : vWords) {
-            Json::Value entry(Json::objectValue);
-            if (&root[szName] == &root["actions"]) entry = vFacts[list.size()];
+            Json::Value& entry = list.append(Json::objectValue);
             entry["word"] = std::string(stWord.szWord);
             entry["code"] = static_cast<int>(stWord.eCode);
-            list.append(entry);
         }
     });
+    for (Json::ArrayIndex i = 0; i < std::size(kActionWords); ++i) root["actions"][i] = FactsOf(kActionWords[i]);
     return JsonLine(root);
 }
 
-std::string RenderAction(const std::string& strWord, const CPaint& paint)
+std::string RenderWord(const std::string& strWord, const CPaint& paint)
 {
-    for (const ActionFacts& stFacts : AllActionFacts()) {
-        if (stFacts.strWord != strWord) continue;
-        std::string strCode = std::to_string(stFacts.nCode);
-        if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
-            strCode += ", without a position " + std::to_string(stFacts.nCodeWithout);
-        return paint.Title(strWord) + '\n' + LineOf("code", strCode, paint) +
-               LineOf("lookup", stFacts.strLookup, paint) + LineOf("takes", Joined(stFacts.vTakes), paint) +
-               LineOf("fills", Joined(stFacts.vFills), paint) + LineOf("may follow", Joined(stFacts.vAfter), paint);
-    }
-    const std::vector<std::string> vUses = OtherUses(strWord);
-    std::string strResult = vUses.empty() ? std::string() : paint.Title(strWord) + '\n';
-    for (const std::string& strUse : vUses) strResult += LineOf("no action", strUse, paint);
-    return strResult;
+    const Json::Value value = WordValue(strWord);
+    std::string strResult = value.isNull() ? std::string() : paint.Title(strWord) + '\n';
+    for (const Json::Value& use : value["no_action"]) strResult += LineOf("no action", use.asString(), paint);
+    if (!value.isMember("code")) return strResult;
+    const std::string strWithout = value["code_without_position"].asString();
+    const bool bOne = value["takes"].size() == 1;
+    const char* szNeeded = !value["needed"].asBool() ? "" : bOne ? ", which it needs" : ", one of which it needs";
+    return strResult +
+           LineOf("code", value["code"].asString() + (strWithout.empty() ? "" : ", without a position ") + strWithout,
+                  paint) +
+           LineOf("lookup", value["lookup"].asString(), paint) +
+           LineOf("takes", JoinedTexts(value["takes"]) + szNeeded, paint) +
+           LineOf("fills", JoinedTexts(value["fills"]), paint) +
+           LineOf("may follow", value["after"].empty() ? "" : "channel and candidate actions", paint);
 }
 
-std::string ActionJson(const std::string& strWord)
+std::string WordJson(const std::string& strWord)
 {
-    for (const ActionFacts& stFacts : AllActionFacts()) {
-        if (stFacts.strWord != strWord) continue;
-        Json::Value value = FactsValue(stFacts);
-        value["word"] = strWord;
-        value["code"] = stFacts.nCode;
-        return JsonLine(value);
-    }
-    const std::vector<std::string> vUses = OtherUses(strWord);
-    if (vUses.empty()) return {};
-    Json::Value value;
-    value["word"] = strWord;
-    value["no_action"] = List(vUses);
-    return JsonLine(value);
+    const Json::Value value = WordValue(strWord);
+    return value.isNull() ? std::string() : JsonLine(value);
 }
 
 std::vector<std::string_view> ActionWords()
 {
     std::vector<std::string_view> vWords;
     for (const auto& stWord : kActionWords) vWords.push_back(stWord.szWord);
-    for (const auto& stWord : kFlowWords) vWords.push_back(stWord.szWord);
+    for (const auto& szFlowWord : kFlowWords) vWords.emplace_back(szFlowWord[0]);
     return vWords;
 }
 
@@ -203,10 +225,10 @@ std::string StatusJson(int nStatus)
 std::string AllStatusesJson()
 {
     std::string strLines;
-    ForEachSet([&](const char* szCountry, const char* szLanguage) {
+    ForEachSet([&](const std::string& strCountry, const std::string& strLanguage) {
         Json::Value value;
-        value["country"] = szCountry;
-        value["language"] = szLanguage;
+        value["country"] = strCountry;
+        value["language"] = strLanguage;
         value["status"] = ca_get_conv_status();
         strLines += JsonLine(value);
     });
@@ -220,10 +242,10 @@ std::string RenderStatus(int nStatus)
 
 std::string RenderAllStatuses(const CPaint& paint)
 {
-    std::vector<std::vector<std::string>> vRows = {{"country"}};
-    vRows.front().insert(vRows.front().end(), std::begin(kLanguages), std::end(kLanguages));
-    ForEachSet([&](const char* szCountry, const char*) {
-        if (vRows.back().front() != szCountry) vRows.emplace_back(1, szCountry);
+    std::vector<std::vector<std::string>> vRows = {AllLanguages()};
+    vRows.front().insert(vRows.front().begin(), "country");
+    ForEachSet([&](const std::string& strCountry, const std::string&) {
+        if (vRows.back().front() != strCountry) vRows.emplace_back(1, strCountry);
         vRows.back().emplace_back(WordsOf(ca_get_conv_status()).szShort);
     });
     std::string strLegend = "\n";

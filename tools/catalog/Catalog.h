@@ -8,15 +8,14 @@
 
 #include "text/Text.h"
 
-// Every word of the server with its code, as tables; as one line of JSON with what the library makes of each action,
-// which needs a service.
+// Every word of the server with its code, as tables; as one line of JSON with what the library makes of each action.
 std::string RenderVocabulary(const CPaint& paint);
 std::string VocabularyJson();
 
 // What the library makes of one action word; of another word of the server what it is instead; empty when there is none
-// such. Needs a service.
-std::string RenderAction(const std::string& strWord, const CPaint& paint);
-std::string ActionJson(const std::string& strWord);
+// such.
+std::string RenderWord(const std::string& strWord, const CPaint& paint);
+std::string WordJson(const std::string& strWord);
 std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.

@@ -2,7 +2,6 @@
 #include "catalog/Catalog.h"
 #include "commands/Command.h"
 #include "findings/Suggestion.h"
-#include "session/Session.h"
 #include "text/Output.h"
 
 namespace
@@ -10,12 +9,11 @@ namespace
 
 int RunActions(const Options& stOptions, const std::string& strWord)
 {
-    const CSession session;
     if (strWord.empty()) {
         Print(stOptions.bJson ? VocabularyJson() : RenderVocabulary(stOptions.Paint()));
         return kExitOk;
     }
-    const std::string strText = stOptions.bJson ? ActionJson(strWord) : RenderAction(strWord, stOptions.Paint());
+    const std::string strText = stOptions.bJson ? WordJson(strWord) : RenderWord(strWord, stOptions.Paint());
     Print(strText);
     if (!strText.empty()) return kExitOk;
     const std::string strSuggestion = DidYouMean(MostAlike(strWord, ActionWords()));

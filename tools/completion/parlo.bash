@@ -14,11 +14,8 @@ _parlo()
         --log) words="off error debug" ;;
         --color) words="auto always never" ;;
         --format) words="text json" ;;
-        --country) words="KR US AU CA BR PT ES CN NO SE AT GB DE IT PL FI BE DK IE FR NL RU CH none" ;;
-        --language)
-            words="ko_KR en_US en_AU en_GB pt_BR pt_PT de_DE fr_FR es_ES it_IT nl_NL zh_CN pl_PL ru_RU nn_NO nb_NO"
-            words+=" da_DK sv_SE fi_FI none"
-            ;;
+        --country) words="$(parlo status --all 2>/dev/null | sed -n 's/^\([A-Z][A-Z]\) .*/\1/p') none" ;;
+        --language) words="$(parlo status --all 2>/dev/null | sed -n '1s/^country//p') none" ;;
         --utterance) return ;;
         --junit | --extract)
             compopt -o filenames 2>/dev/null
