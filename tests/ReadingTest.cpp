@@ -90,7 +90,8 @@ TEST(Files, TellRepliesFromConversations)
                  {FileForm::EITHER, "\n" + strTurn + "\n[]", ":2/2=a|{\"b\":1};:3/3!the line is not a JSON object;"},
                  {FileForm::EITHER, "oops\n" + strTurn, ":1/1!the line is not JSON;:2/2=a|{\"b\":1};"},
                  {FileForm::EITHER, "oops\noops\n", "/1=u|oops\noops\n;"},
-                 {FileForm::EITHER, "{\"rsp\":{}}\n" + strTurn, "/1=u|{\"rsp\":{}}\n" + strTurn + ";"},
+                 {FileForm::EITHER, "{\"rsp\":{}}\n" + strTurn,
+                  ":1/1!the line is a reply, which \"parlo reply\" takes;:2/2=a|{\"b\":1};"},
                  {FileForm::EITHER, " \n" + strReply, "/1=u| \n" + strReply + ";"}};
     for (const auto& [eForm, strText, strWanted] : kRows) EXPECT_EQ(strWanted, Entries(strText, eForm)) << strText;
 }

@@ -132,8 +132,7 @@ bool CEntries::IsConversation(FileForm eForm)
         return !IsReply(m_strHead);
     }
     m_file.Rest(kWhole, m_strHead);
-    Json::Value root;
-    return szFirst.size() < m_strHead.size() && !ParseJson(m_strHead, false, root) && HasTurn(m_strHead);
+    return LooksLikeConversation(m_file.Name(), m_strHead);
 }
 
 void CEntries::Conversation()
@@ -197,6 +196,16 @@ void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 }
 
 }  // namespace
+
+bool LooksLikeConversation(const std::string& strName, std::string_view szText)
+{
+    constexpr std::string_view kEnding = ".jsonl";
+    if (IsTurn(FirstLine(szText))) return true;
+    Json::Value root;
+    if (ParseJson(szText, true, root) && root.isObject()) return false;
+    return HasTurn(szText) || (strName.size() > kEnding.size() &&
+                               strName.compare(strName.size() - kEnding.size(), kEnding.size(), kEnding) == 0);
+}
 
 void ForEachEntry(CLineFile& file, FileForm eForm, const std::string& strUtterance,
                   const std::function<void(Entry&&)>& handle)

@@ -16,6 +16,10 @@ enum class FileForm {
     EITHER         // what the file looks like
 };
 
+// Whether the file with that text is a conversation: its first line is a turn, or it is no JSON document and another
+// line is one or its name ends in ".jsonl". Anything else is one reply.
+bool LooksLikeConversation(const std::string& strName, std::string_view szText);
+
 // What a file holds in one place. Without a reason it is a reply that the library can be asked about.
 struct Entry {
     ServerReply stReply;
