@@ -33,12 +33,14 @@ if(PARLO_BUILD_TOOLS)
 
     # The schemas are what the program prints, where the build can run it.
     if(NOT CMAKE_CROSSCOMPILING AND NOT PARLO_PLATFORM_LIBRARIES)
-        add_custom_command(OUTPUT reply.schema.json search.schema.json
-            COMMAND parlo schema > reply.schema.json
-            COMMAND parlo schema --search-schema > search.schema.json
+        add_custom_command(OUTPUT reply.schema.json search.schema.json conversation.schema.json
+            COMMAND parlo schema reply > reply.schema.json
+            COMMAND parlo schema search > search.schema.json
+            COMMAND parlo schema conversation > conversation.schema.json
             DEPENDS parlo VERBATIM)
-        add_custom_target(parlo-schemas ALL DEPENDS reply.schema.json search.schema.json)
+        add_custom_target(parlo-schemas ALL DEPENDS reply.schema.json search.schema.json conversation.schema.json)
         install(FILES ${CMAKE_CURRENT_BINARY_DIR}/reply.schema.json ${CMAKE_CURRENT_BINARY_DIR}/search.schema.json
+                      ${CMAKE_CURRENT_BINARY_DIR}/conversation.schema.json
             DESTINATION ${CMAKE_INSTALL_DATADIR}/parlo COMPONENT runtime)
     endif()
 endif()

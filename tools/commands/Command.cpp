@@ -197,6 +197,7 @@ CCommandLine::CCommandLine()
     : m_pApp(std::make_unique<CLI::App>("Shows what a television makes of a voice server's reply.", "parlo"))
 {
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
+    m_pApp->require_subcommand(0, 1);  // behind a command, the name of another one is an argument as any
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
         "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or a file that cannot be read (test, "

@@ -45,7 +45,6 @@ _parlo()
         status) options+=" --all --json" ;;
         actions) options+=" --json" ;;
         check) options+=" --strict --format" ;;
-        schema) options+=" --search-schema" ;;
         "") options+=" --version" ;;
     esac
 
@@ -56,7 +55,9 @@ _parlo()
     elif [[ $command == actions ]]; then
         words=$(parlo actions 2>/dev/null | sed -n '/^Actions of a TV/,/^$/s/^  \([a-z_0-9]*\) .*/\1/p')
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
-    elif [[ $command != status && $command != schema ]]; then
+    elif [[ $command == schema ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "reply search conversation" -- "$cur")
+    elif [[ $command != status ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
     fi

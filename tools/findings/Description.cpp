@@ -143,7 +143,7 @@ namespace
 {
 
 constexpr Key kCommandKeys[] = {
-    Key{"action", Type::TEXT, "What the set shall do."}.OneOf(Actions),
+    Key{"action", Type::TEXT, "What the set shall do."}.Needed().OneOf(Actions),
     Key{"intent", Type::TEXT,
         "What the viewer was after. Looked up beside names to choose from, of the last of two or three commands."}
         .OneOf(Intents),
@@ -188,7 +188,7 @@ constexpr Key kRspKeys[] = {
         "What the set says. \"{Null}\" stands for nothing. Not said beside \"displaycontrol\"."}
         .Otherwise("ignored")
         .Exactly("{Null}"),
-    Key{"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused."}.Of(kCommand).Otherwise(
+    Key{"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused."}.Needed().Of(kCommand).Otherwise(
         "the reply holds no command and is refused"),
     Key{"response_info", Type::OBJECT, "How long the server took."}.Of(kResponseInfo),
     Key{"displaycontrol", Type::OBJECTS, "Requests to act on the list that is on screen."}.Of(kRequest),
@@ -206,10 +206,11 @@ constexpr Key kReplyKeys[] = {
 };
 
 constexpr Key kRuleKeys[] = {
-    {"from", Type::TEXT, "The first position, as a decimal text."},
-    {"to", Type::TEXT, "The last position, as a decimal text."},
-    {"cycle", Type::TEXT, "The distance between two positions, as a decimal text; 0 for one only."},
+    Key{"from", Type::TEXT, "The first position, as a decimal text."}.Decimal(),
+    Key{"to", Type::TEXT, "The last position, as a decimal text."}.Decimal(),
+    Key{"cycle", Type::TEXT, "The distance between two positions, as a decimal text; 0 for one only."}.Decimal(),
     Key{"rule", Type::TEXT, "Where the rule puts entries."}
+        .Needed()
         .OneOf(All<kSortRuleWords>)
         .Otherwise("takes over the type of the rule before it"),
 };

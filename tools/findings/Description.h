@@ -38,7 +38,8 @@ struct Key {
     Words pWords = nullptr;             // of TEXT: all that it may be, the empty text if it may; null: any text
     const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
     std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
-    bool bNeeded = false;               // an object must be there, a text must not be empty
+    bool bNeeded = false;               // it must be there and not be empty
+    bool bDecimal = false;              // a text that stands for a decimal number
 
     // The same key with one more of these fields.
     constexpr Key Of(const Object& stObject) const { return With(&Key::pObject, &stObject); }
@@ -46,6 +47,7 @@ struct Key {
     constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
     constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
     constexpr Key Needed() const { return With(&Key::bNeeded, true); }
+    constexpr Key Decimal() const { return With(&Key::bDecimal, true); }
 
     template <typename Field>
     constexpr Key With(Field Key::*pField, Field value) const
