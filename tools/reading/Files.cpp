@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
-constexpr std::size_t kLongestLook = std::size_t{16} << 20;  // bytes to see whether a broken conversation is a reply
 
 bool IsBlank(std::string_view szLine)
 {
@@ -58,10 +57,10 @@ void AddFiles(const std::filesystem::path& folder, std::vector<std::string>& vFi
     const std::filesystem::directory_iterator itFirst(folder, error);
     if (error) vFiles.push_back(folder);  // whoever reads it tells why
     for (const std::filesystem::directory_entry& entry : itFirst) {
-        const std::filesystem::path extension = entry.path().extension();
+        const std::string strEnding = entry.path().extension();
         if (entry.is_directory(error) && !entry.is_symlink(error))
             AddFiles(entry.path(), vFiles);
-        else if (entry.is_regular_file(error) && (extension == ".json" || extension == ".jsonl"))
+        else if (entry.is_regular_file(error) && (strEnding == ".json" || strEnding == ".jsonl"))
             vFiles.push_back(entry.path());
     }
 }
@@ -81,7 +80,6 @@ private:
     void Conversation();
     void Turn(std::string_view szLine);
     Entry Make(std::size_t nLine) const;
-    void Reply();
     void Refuse(const std::string& strReason, bool bUnreadable);
 
     CLineFile& m_file;
@@ -97,16 +95,17 @@ void CEntries::Read(FileForm eForm)
 {
     ReadAhead();
     const bool bConversation = m_file.Failure().empty() && IsConversation(eForm);
-    if (!m_file.Failure().empty())
-        Refuse(m_file.Failure(), true);
-    else if (eForm == FileForm::REPLY && bConversation)
-        Refuse("it is a conversation, which \"parlo conversation\" takes", false);
-    else if (eForm == FileForm::CONVERSATION && !bConversation)
-        Refuse("it is one reply, which \"parlo reply\" takes, not a conversation", false);
-    else if (bConversation)
-        Conversation();
-    else
-        Reply();
+    if (!m_file.Failure().empty()) return Refuse(m_file.Failure(), true);
+    if (eForm == FileForm::REPLY && bConversation)
+        return Refuse("it is a conversation, which \"parlo conversation\" takes", false);
+    if (eForm == FileForm::CONVERSATION && !bConversation)
+        return Refuse("it is one reply, which \"parlo reply\" takes, not a conversation", false);
+    if (bConversation) return Conversation();
+    Entry stEntry = Make(1);
+    stEntry.stReply.strUtterance = m_strUtterance;
+    stEntry.stReply.strText = WithoutMark(m_strHead);
+    stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
+    m_handle(std::move(stEntry));
 }
 
 // Through the first line that is not blank.
@@ -123,33 +122,25 @@ void CEntries::ReadAhead()
 bool CEntries::IsConversation(FileForm eForm)
 {
     const std::string_view szFirst = FirstLine(m_strHead);
-    if (IsTurn(szFirst)) return true;
-    if (eForm == FileForm::CONVERSATION) {
-        Json::Value root;
-        const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
-        if (!bBegun) return true;
-        m_file.Rest(kLongestLook, m_strHead);
-        return !IsReply(m_strHead);
-    }
+    const bool bWanted = eForm == FileForm::CONVERSATION;
+    Json::Value root;
+    const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
+    if (IsTurn(szFirst) || (bWanted && !bBegun)) return true;
     m_file.Rest(kWhole, m_strHead);
-    return LooksLikeConversation(m_file.Name(), m_strHead);
+    return bWanted ? !IsReply(m_strHead) : LooksLikeConversation(m_file.Name(), m_strHead);
 }
 
 void CEntries::Conversation()
 {
     std::string_view szRest = m_strHead;
     std::string_view szLine;
-    while (szRest.find('\n') != std::string_view::npos && TakeLine(szRest, szLine)) Turn(szLine);
-    std::string strCut(szRest);  // the look ended within this line
+    while (TakeLine(szRest, szLine)) Turn(szLine);
     m_strHead = std::string();
     while (m_file.Next(szLine)) {
-        if (!strCut.empty()) szLine = strCut += szLine;
         if (szLine.back() == '\n') szLine.remove_suffix(1);
         Turn(szLine);
-        strCut.clear();
         m_progress.Show(m_file.Position());
     }
-    if (!strCut.empty()) Turn(strCut);
     if (!m_file.Failure().empty())
         Refuse(m_file.Failure(), true);
     else if (!m_bTurn)
@@ -178,15 +169,6 @@ Entry CEntries::Make(std::size_t nLine) const
     return stEntry;
 }
 
-void CEntries::Reply()
-{
-    Entry stEntry = Make(1);
-    stEntry.stReply.strUtterance = m_strUtterance;
-    stEntry.stReply.strText = WithoutMark(m_strHead);
-    stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
-    m_handle(std::move(stEntry));
-}
-
 void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 {
     Entry stEntry = Make(m_nLine + 1);
@@ -199,12 +181,10 @@ void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 
 bool LooksLikeConversation(const std::string& strName, std::string_view szText)
 {
-    constexpr std::string_view kEnding = ".jsonl";
     if (IsTurn(FirstLine(szText))) return true;
     Json::Value root;
     if (ParseJson(szText, true, root) && root.isObject()) return false;
-    return HasTurn(szText) || (strName.size() > kEnding.size() &&
-                               strName.compare(strName.size() - kEnding.size(), kEnding.size(), kEnding) == 0);
+    return HasTurn(szText) || std::filesystem::path(strName).extension() == ".jsonl";
 }
 
 void ForEachEntry(CLineFile& file, FileForm eForm, const std::string& strUtterance,
