@@ -12,9 +12,9 @@
 
 // With `bCompact` without the fields that hold what a fresh record has; lists keep all their elements.
 Json::Value ToJson(const CADataRepository::_ConvActionInfo& info, bool bCompact = false);
-Json::Value ToJson(const CADataRepository::_ContentsItem& stItem);
-Json::Value ToJson(const CADataRepository::_SAContents& stContents);
-Json::Value ToJson(const CADataRepository::_Content& stContent);
+
+template <typename Record>
+Json::Value ToJson(const Record& record);  // of _ContentsItem, _SAContents, _Content
 
 // The members of ToJson's object, `,"NAME":VALUE` each, handed to `write` piece by piece: a long result list is
 // never in memory as JSON. UTF-8 stays as it came. What JSON allows raw and a terminal would obey is written as
