@@ -88,6 +88,9 @@ TEST(FindingText, TextTellsWhatIsThere)
              {"{\"rsp\":{\"tvcontrol\":[{\"action\":\"\"}]}}", "f:1:32: error: \"action\" is empty: no match, code 0"},
              {"{\"rsp\":{\"tvcontrol\":[{\"action\":\"volumeup\u200B\"}]}}",
               "is \"volumeup\\xE2\\x80\\x8B\", an unknown"},
+             {"{\"rsp\":{\"tvcontrol\":[{\"action\":\"play_content\"}],\"tvcontent\":[{\"type\":\"movie\",\"poster\":"
+              "{\"images\":{\"index\":[57.5]}}}]}}",
+              "not an integer: as the first one it counts as 57 "},
              {"{\"utterance\":\"u\",\"reply\":5}", "f:1:26: error: \"reply\" is neither an object nor a text"},
              {"{\"utterance\":\"\",\"reply\":\"\"}", "f:1:14: error: \"utterance\" is empty"},
              {"\n{\"utterance\":\"u\",\"reply\":{\"rsp\":{},\"rsp\":{}}}", "(it stands in line 2, column 27)"},

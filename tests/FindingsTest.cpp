@@ -249,6 +249,7 @@ TEST(Findings, ItemsAndPosters)
         {"http://a.example/%d/%d.jpg", "57", "poster-plain", "http://a.example/%d/%d.jpg"},
         {"http://a.example//%d.jpg", "57", "poster-slash", "http://a.example/57.jpg"},
         {"http://a.example/%d.jpg", "", "poster-size", "http://a.example/0.jpg"},
+        {"http://a.example/%d.jpg", " -3,55", "poster-size", "http://a.example/-3.jpg"},
     };
     for (const auto& [szUrl, szIndex, szCode, szBecomes] : kPosters) {
         SCOPED_TRACE(szUrl);

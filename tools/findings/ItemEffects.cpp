@@ -9,6 +9,10 @@
 namespace
 {
 
+// The size codes that the set prefers: of a movie or TV show that for a screen of 1080 lines, of an application none.
+constexpr int kVideoSize = 57;
+constexpr int kNoSize = -1;
+
 // Which picture an application gets depends on its flag.
 void CheckAppPoster(const Node& appInfo, CReport& report)
 {
@@ -25,8 +29,8 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
         report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
-    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), "apps", report);
-    if (bBoth && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), "apps", report);
+    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), kNoSize, report);
+    if (bBoth && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), kNoSize, report);
 }
 
 void CheckApp(const Node& item, CReport& report)
@@ -45,7 +49,7 @@ void CheckVideo(const Node& item, const std::string& strType, CReport& report)
 {
     if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
     const Node images = item.Member("poster").Member("images");
-    if (images.value.isObject()) CheckPoster(images, strType.c_str(), report);
+    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
 }
 
 void CheckItem(const Node& item, CReport& report)

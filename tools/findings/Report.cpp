@@ -52,6 +52,11 @@ std::string Node::Text() const
     return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
 }
 
+int Node::Number() const
+{
+    return !value.isString() && value.isConvertibleTo(Json::intValue) ? value.asInt() : 0;
+}
+
 void CReport::AtKey(const Node& object, std::string_view szKey, Remark stRemark)
 {
     const auto nObject = static_cast<std::size_t>(object.value.getOffsetStart());

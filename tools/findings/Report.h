@@ -22,6 +22,7 @@ struct Node {
     bool Has(std::string_view szKey) const { return !Member(szKey).value.isNull(); }
     Json::ArrayIndex Size() const { return value.isArray() ? value.size() : 0; }
     std::string Text() const;  // empty when it is no text
+    int Number() const;        // as the library reads anything where the type does not count
     bool IsInt(std::string_view szKey) const { return Member(szKey).value.isInt(); }
 };
 

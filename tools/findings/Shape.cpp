@@ -332,13 +332,6 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
     m_vWithin.pop_back();
 }
 
-// What an element of another type counts for where the first one decides: the number that it can be read as.
-std::string ReadAsFirst(const Json::Value& value)
-{
-    const bool bNumber = !value.isString() && value.isConvertibleTo(Json::intValue);
-    return "as the first one it counts as " + std::to_string(bNumber ? value.asInt() : 0);
-}
-
 void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
@@ -351,7 +344,8 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
             return;
         case Type::INTEGERS:
             if (!node.value.isInt())
-                WrongType(node, strName, Type::INTEGER, bFirst ? ReadAsFirst(node.value) : "skipped");
+                WrongType(node, strName, Type::INTEGER,
+                          bFirst ? "as the first one it counts as " + std::to_string(node.Number()) : "skipped");
             return;
         default:
             if (!IsScalar(node.value)) return WrongType(node, strName, Type::TEXT, "reads as an empty text");
