@@ -277,6 +277,7 @@ TEST(Findings, SearchSchema)
     };
     ExpectCodes(rows, CheckSchema, false);
     EXPECT_EQ("wrong-type@schema", Codes(CheckByForm(Reply("'schema':{}"))));
+    EXPECT_EQ("did you mean \"schema\"?", Only(CheckByForm(Reply("'schemas':[]"))).strSuggestion);
 }
 
 TEST(Findings, TurnsAndTheirExpectations)

@@ -21,6 +21,11 @@ constexpr Key kTurnKeys[] = {
     {"utterance", Type::TEXT, "What the viewer said."},
     {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
     Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
+    {"name", Type::TEXT, "The turn's name, for a test's results."},
+    {"comment", Type::ANYTHING, "Whatever its author says of it."},
+    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
+    {"state", Type::TEXT, "Whether the log had all of the reply."},
+    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
 };
 constexpr Description::Object kTurn = {
     "Turn", "the line", "One turn of a conversation.", Description::Reading::FILL, kTurnKeys, std::size(kTurnKeys)};
@@ -179,8 +184,9 @@ std::vector<Finding> CheckByForm(std::string_view szText)
     if (IsTurn(szText))
         return {{Severity::ERROR, "not-a-turn", "", 0, 1, 1, 1, "a turn of a conversation must stand on one line", ""}};
     Json::Value root;
-    const Json::Value& rsp =
-        ParseJson(szText, false, root) && root.isObject() ? root["rsp"] : Json::Value::nullSingleton();
-    const bool bSchema = rsp.isObject() && rsp.isMember("schema") && !rsp.isMember("tvcontrol");
+    const Node rsp = Node{ParseJson(szText, false, root) ? root : Json::Value::nullSingleton(), ""}.Member("rsp");
+    const Json::Value::Members vKeys = rsp.value.isObject() ? rsp.value.getMemberNames() : Json::Value::Members();
+    const auto IsSchema = [](const std::string& strKey) { return !MostAlike(strKey, {"schema"}).empty(); };
+    const bool bSchema = !rsp.Has("tvcontrol") && std::any_of(vKeys.begin(), vKeys.end(), IsSchema);
     return bSchema ? CheckSchema(szText) : CheckReply(szText);
 }

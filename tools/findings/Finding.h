@@ -7,7 +7,7 @@
 
 enum class Severity {
     NOTE,     // harmless, but worth knowing
-    WARNING,  // has no effect
+    WARNING,  // what its author wrote has no effect, or is legal and surely not meant so: other readers may refuse it
     ERROR,    // the document is refused, or what its author wrote is lost or misread
 };
 
