@@ -50,14 +50,14 @@ std::string NoCode(const std::string& strWord)
 // Tells which lookup answered. Null when none did.
 const Lookup* TellLookups(CTeller& teller)
 {
-    const LogLine* pWord = teller.m_log.Find(kLookups[0].szFunction, "eControl = ");
-    const LogLine* pAction = teller.m_log.Find(kLookups[0].szFunction, "strAction = ");
+    const LogLine* pWord = teller.Find(kLookups[0].szFunction, "eControl = ");
+    const LogLine* pAction = teller.Find(kLookups[0].szFunction, "strAction = ");
     if (pWord != nullptr && pAction != nullptr && NumberOf(*pWord) == 0) {
         teller.Say(NoCode(Behind(*pAction, "strAction = ")), pWord);
         return nullptr;
     }
     for (const Lookup& stLookup : kLookups) {
-        const LogLine* pResult = teller.m_log.Find(stLookup.szFunction, "eControl:");
+        const LogLine* pResult = teller.Find(stLookup.szFunction, "eControl:");
         if (pResult == nullptr) return nullptr;
         const int nCode = NumberOf(*pResult);
         const std::string strLookup = std::string("the ") + stLookup.szName + " lookup ";
@@ -80,11 +80,11 @@ struct LoggedParam {
     bool bText;
 };
 
-std::vector<LoggedParam> LoggedParams(const CCallLog& log)
+std::vector<LoggedParam> LoggedParams(const CTeller& teller)
 {
     std::vector<LoggedParam> vParams;
     for (const char* szStart : {"stTVControl.n", "stTVControl.sz", "szColorkey:"})
-        for (const LogLine* pLine : log.FindAll(kLookups[0].szFunction, szStart)) {
+        for (const LogLine* pLine : teller.FindAll(kLookups[0].szFunction, szStart)) {
             const std::string& strMessage = pLine->strMessage;
             const bool bText = szStart != std::string_view("stTVControl.n");
             const std::size_t nValue = szStart[1] == 'z' ? strMessage.find(':') + 1 : strMessage.find(" = ") + 3;
@@ -98,7 +98,7 @@ std::vector<LoggedParam> LoggedParams(const CCallLog& log)
 void TellParameters(CTeller& teller)
 {
     const ServerReply& stReply = teller.m_stCase.stReply;
-    const std::vector<LoggedParam> vLogged = LoggedParams(teller.m_log);
+    const std::vector<LoggedParam> vLogged = LoggedParams(teller);
     std::vector<std::string> vParams;
     for (const LoggedParam& stParam : vLogged) vParams.push_back(stParam.strValue);
     if (teller.m_stCase.pInfo != nullptr) vParams = teller.m_stCase.pInfo->vSystemActionParam;
@@ -111,7 +111,7 @@ void TellParameters(CTeller& teller)
     if (bTextAbsent) teller.Say(kNoText, nullptr);
     for (const LoggedParam& stParam : vLogged)
         if (stParam.bText && stParam.strValue.empty()) teller.Say(kNoText, stParam.pLine);
-    for (const LogLine* pNegative : teller.m_log.FindAll("itoa", " ERROR - nInput:"))
+    for (const LogLine* pNegative : teller.FindAll("itoa", " ERROR - nInput:"))
         teller.Say(NumberOf(*pNegative) == -1
                        ? std::string("a number is absent, or -1: its parameter is empty")
                        : "the number " + std::to_string(NumberOf(*pNegative)) + " is negative: its parameter is empty",
@@ -126,21 +126,21 @@ void TellPayload(CTeller& teller, const Lookup* pLookup)
         teller.Say(Count(pInfo->vChannels.size(), "channel", "channels") + " in the record", nullptr);
     if (pInfo != nullptr && pLookup == &kLookups[2])
         teller.Say(Count(pInfo->vCandidates.size(), "candidate", "candidates") + " in the record", nullptr);
-    if (const LogLine* pNoIntent = teller.m_log.Find("t_GetActionIntent", "tv control error"); pNoIntent != nullptr)
+    if (const LogLine* pNoIntent = teller.Find("t_GetActionIntent", "tv control error"); pNoIntent != nullptr)
         teller.Say("no intent is looked up: that takes two or three commands", pNoIntent);
-    if (const LogLine* pNoMatch = teller.m_log.Find("t_SetSpeechInfo", "No one match"); pNoMatch != nullptr)
+    if (const LogLine* pNoMatch = teller.Find("t_SetSpeechInfo", "No one match"); pNoMatch != nullptr)
         teller.Say("the record's kind is no match", pNoMatch);
 }
 
 void TellFirst(CTeller& teller)
 {
-    const LogLine* pHandOver = teller.m_log.Find("t_IsContentsSearchAction", "Show search result");
+    const LogLine* pHandOver = teller.Find("t_IsContentsSearchAction", "Show search result");
     if (pHandOver != nullptr)
         return teller.Say(
             "two or more domains and display_content: a search hand-over, no lookup; the record gets the utterance "
             "and the whole reply",
             pHandOver);
-    const LogLine* pFailed = teller.m_log.Find("t_IsContentsSearchAction", "search_failed will goto search");
+    const LogLine* pFailed = teller.Find("t_IsContentsSearchAction", "search_failed will goto search");
     if (pFailed != nullptr)
         return teller.Say(
             "the one domain tvcontrol and search_failed: a failed search, no lookup; the record gets the action word "
@@ -151,8 +151,8 @@ void TellFirst(CTeller& teller)
 
 void TellSecondAction(CTeller& teller)
 {
-    const LogLine* pWord = teller.m_log.Find("Get2ndAction", "eControl = ");
-    const LogLine* pResult = teller.m_log.FindLast("Get2ndAction", "eControl = ");
+    const LogLine* pWord = teller.Find("Get2ndAction", "eControl = ");
+    const LogLine* pResult = teller.FindLast("Get2ndAction", "eControl = ");
     if (NumberOf(*pResult) != 0)
         teller.Say("the second action lookup answers: code " + std::to_string(NumberOf(*pResult)), pResult);
     else if (NumberOf(*pWord) != 0)
@@ -164,9 +164,8 @@ void TellSecondAction(CTeller& teller)
 // `bFollowUps`: the first command asks for a second one.
 void TellLater(CTeller& teller, std::size_t n, std::size_t nCount, bool bFollowUps)
 {
-    const CCallLog& log = teller.m_log;
-    const bool bSecond = n == 1 && log.Find("Get2ndAction", "eControl = ") != nullptr;
-    const LogLine* pIntent = n + 1 == nCount ? log.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
+    const bool bSecond = n == 1 && teller.Find("Get2ndAction", "eControl = ") != nullptr;
+    const LogLine* pIntent = n + 1 == nCount ? teller.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
     if (bSecond) TellSecondAction(teller);
     if (pIntent != nullptr && NumberOf(*pIntent) != 0)
         teller.Say("the intent lookup answers: code " + std::to_string(NumberOf(*pIntent)), pIntent);
@@ -183,11 +182,11 @@ void TellLater(CTeller& teller, std::size_t n, std::size_t nCount, bool bFollowU
 
 void TellCommands(CTeller& teller)
 {
-    const std::vector<const LogLine*> vRead = teller.m_log.FindAll("t_ParseTVControl", "szAction:[");
-    const std::vector<const LogLine*> vAll = teller.m_log.FindAll("t_IsContentsSearchAction", "szAction[");
+    const std::vector<const LogLine*> vRead = teller.FindAll("t_ParseTVControl", "szAction:[");
+    const std::vector<const LogLine*> vAll = teller.FindAll("t_IsContentsSearchAction", "szAction[");
     const std::size_t nCount = vRead.size();
     const std::size_t nBefore = vAll.size() > nCount ? vAll.size() - nCount : 0;  // commands that an earlier reply left
-    const bool bFollowUps = teller.m_log.Find("t_Get2ndAction", "2ndeAction is ") != nullptr;
+    const bool bFollowUps = teller.Find("t_Get2ndAction", "2ndeAction is ") != nullptr;
     const Json::Value& commands = Child(teller.Rsp(), "tvcontrol");
     for (std::size_t i = 0; i < nCount; ++i) {
         const std::size_t n = nBefore + i;

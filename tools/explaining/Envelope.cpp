@@ -19,7 +19,7 @@ std::string SentenceOf(const LogLine& stLine)
 // it did not hold.
 bool IsWholeLog(const CTeller& teller)
 {
-    return teller.m_log.Find(kReplyReader, "TAG_RSP") != nullptr;
+    return teller.Find(kReplyReader, "TAG_RSP") != nullptr;
 }
 
 // `pRecord`: the line that says that it is in the record; null: it is not, or another one is.
@@ -43,12 +43,12 @@ void TellRequest(CTeller& teller, const std::string& strName, const Json::Value&
 void TellSentence(CTeller& teller)
 {
     teller.Begin("sentence", "/rsp/system_sentence");
-    const LogLine* pFound = teller.m_log.Find(kReplyReader, "TAG_SYSTEM_SENTENCE");
+    const LogLine* pFound = teller.Find(kReplyReader, "TAG_SYSTEM_SENTENCE");
     if (pFound == nullptr) return;
-    const LogLine* pStored = teller.m_log.Find(kReplyReader, "displaycontrol");
-    const LogLine* pSaid = teller.m_log.Find("GetSpeechActionData", "strSysResponse:");
-    const bool bBeside = teller.m_log.Find("t_ParseDisplayControl", "jvalue type:") != nullptr;
-    const LogLine* pHandOver = teller.m_log.Find("GetSpeechActionData", "content list for search");
+    const LogLine* pStored = teller.Find(kReplyReader, "displaycontrol");
+    const LogLine* pSaid = teller.Find("GetSpeechActionData", "strSysResponse:");
+    const bool bBeside = teller.Find("t_ParseDisplayControl", "jvalue type:") != nullptr;
+    const LogLine* pHandOver = teller.Find("GetSpeechActionData", "content list for search");
     if (pStored == nullptr && bBeside)
         teller.Say("not stored: there is a \"displaycontrol\" beside it", pFound);
     else if (pStored == nullptr)
@@ -63,9 +63,9 @@ void TellRequests(CTeller& teller)
 {
     teller.Begin("display control", "/rsp/displaycontrol");
     const Json::Value& requests = Child(teller.Rsp(), "displaycontrol");
-    const std::vector<const LogLine*> vTypes = teller.m_log.FindAll("t_ParseDisplayControl", "disobj type is ");
-    const std::vector<const LogLine*> vStored = teller.m_log.FindAll("SetDisplayControlResult", "");
-    const LogLine* pRecord = teller.m_log.Find("t_SetSpeechInfo", "nAction:");
+    const std::vector<const LogLine*> vTypes = teller.FindAll("t_ParseDisplayControl", "disobj type is ");
+    const std::vector<const LogLine*> vStored = teller.FindAll("SetDisplayControlResult", "");
+    const LogLine* pRecord = teller.Find("t_SetSpeechInfo", "nAction:");
     constexpr int kObject = Json::objectValue;
     std::size_t nStored = 0;
     for (std::size_t i = 0; i < vTypes.size(); ++i) {
@@ -87,38 +87,37 @@ void TellRequests(CTeller& teller)
 void TellBefore(CTeller& teller)
 {
     if (!IsWholeLog(teller) || !teller.m_stCase.bAccepted) return;
-    const CCallLog& log = teller.m_log;
     const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
     teller.Begin("from an earlier reply", "");
-    const LogLine* pSentence = log.Find("GetSpeechActionData", "strSysResponse:[");
-    if (pSentence != nullptr && !SentenceOf(*pSentence).empty() && log.Find(kReplyReader, "displaycontrol") == nullptr)
+    const LogLine* pSentence = teller.Find("GetSpeechActionData", "strSysResponse:[");
+    if (pSentence != nullptr && !SentenceOf(*pSentence).empty() &&
+        teller.Find(kReplyReader, "displaycontrol") == nullptr)
         teller.Say("the sentence " + Quoted(SentenceOf(*pSentence)), pSentence);
-    const LogLine* pDomain = log.Find("t_IsContentsSearchAction", "domain[");
-    if (pDomain != nullptr && log.Find(kReplyReader, "TAG_DOMAIN") == nullptr) teller.Say("the domains", pDomain);
-    const std::size_t nCommands = log.FindAll("t_IsContentsSearchAction", "szAction[").size();
-    const std::size_t nOwn = log.FindAll("t_ParseTVControl", "szAction:[").size();
+    const LogLine* pDomain = teller.Find("t_IsContentsSearchAction", "domain[");
+    if (pDomain != nullptr && teller.Find(kReplyReader, "TAG_DOMAIN") == nullptr) teller.Say("the domains", pDomain);
+    const std::size_t nCommands = teller.FindAll("t_IsContentsSearchAction", "szAction[").size();
+    const std::size_t nOwn = teller.FindAll("t_ParseTVControl", "szAction:[").size();
     if (nCommands > nOwn)
         teller.Say(Count(nCommands - nOwn, "command", "commands") + ", before this reply's own",
-                   log.Find("t_IsContentsSearchAction", "szAction["));
-    const LogLine* pRequest = log.Find("t_SetSpeechInfo", "nAction:");
-    if (pRequest != nullptr && log.Find("SetDisplayControlResult", "") == nullptr)
+                   teller.Find("t_IsContentsSearchAction", "szAction["));
+    const LogLine* pRequest = teller.Find("t_SetSpeechInfo", "nAction:");
+    if (pRequest != nullptr && teller.Find("SetDisplayControlResult", "") == nullptr)
         teller.Say("the display control request", pRequest);
     if (pInfo == nullptr) return;
-    const std::size_t nKept = KeptItems(log);
+    const std::size_t nKept = KeptItems(teller);
     if (pInfo->vSAContents.size() > nKept)
         teller.Say(Count(pInfo->vSAContents.size() - nKept, "entry", "entries") + " of the result list",
-                   log.Find("GetSAContentsList", " set the contents list data"));
-    if (pInfo->nDialogSeq != -1 && log.Find(kReplyReader, "TAG_DIALOG TAG_DIALOG_SEQ") == nullptr)
+                   teller.Find("GetSAContentsList", " set the contents list data"));
+    if (pInfo->nDialogSeq != -1 && teller.Find(kReplyReader, "TAG_DIALOG TAG_DIALOG_SEQ") == nullptr)
         teller.Say("the dialog's sequence number " + std::to_string(pInfo->nDialogSeq), nullptr);
-    if (pInfo->nDialogType != -1 && log.Find("t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE") == nullptr)
+    if (pInfo->nDialogType != -1 && teller.Find("t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE") == nullptr)
         teller.Say("the dialog's type " + std::to_string(pInfo->nDialogType), nullptr);
 }
 
 // A refused reply whose parts were read leaves them.
 void TellLeft(CTeller& teller)
 {
-    const CCallLog& log = teller.m_log;
-    if (!IsWholeLog(teller) || teller.m_stCase.bAccepted || log.Find(kReplyReader, "errCode:") != nullptr) return;
+    if (!IsWholeLog(teller) || teller.m_stCase.bAccepted || teller.Find(kReplyReader, "errCode:") != nullptr) return;
     teller.Begin("what it leaves for the next reply", "");
     const struct {
         const char* szFunction;
@@ -131,7 +130,7 @@ void TellLeft(CTeller& teller)
                   {"SetDisplayControlResult", "", "the display control request"},
                   {"t_ParseTVControl", "szAction:[", "the commands"}};
     for (const auto& [szFunction, szStart, szText] : kParts)
-        if (const LogLine* pLine = log.FindLast(szFunction, szStart); pLine != nullptr) teller.Say(szText, pLine);
-    if (const std::size_t nKept = KeptItems(log); nKept > 0)
-        teller.Say(Count(nKept, "content item", "content items"), log.FindLast("t_CheckPermit", " t_CheckPlay"));
+        if (const LogLine* pLine = teller.FindLast(szFunction, szStart); pLine != nullptr) teller.Say(szText, pLine);
+    if (const std::size_t nKept = KeptItems(teller); nKept > 0)
+        teller.Say(Count(nKept, "content item", "content items"), teller.FindLast("t_CheckPermit", " t_CheckPlay"));
 }

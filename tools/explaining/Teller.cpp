@@ -1,10 +1,10 @@
 // The frame of an explanation: which sections there are, and where the findings go.
-#include "explaining/Explanation.h"
+#include "explaining/Teller.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
-#include "explaining/Teller.h"
 #include "findings/Check.h"
 #include "reading/Input.h"
 
@@ -35,32 +35,69 @@ void TellRefusal(CTeller& teller)
     if (teller.m_stCase.bAccepted) return;
     teller.Begin("refused", "/rsp/err");
     const LogLine stLine{teller.m_stCase.strRefusalLine, {}, {}};
-    teller.Say(teller.m_stCase.strRefusal, stLine.strLine.empty() ? nullptr : &stLine);
+    teller.Say(teller.m_stCase.strRefusal, &stLine);
 }
 
 // The domains that an earlier reply left and this one did not replace.
-Before DomainsBefore(const CCallLog& log)
+Before DomainsBefore(const CTeller& teller)
 {
     Before vDomains;
-    if (log.Find(kReplyReader, "TAG_DOMAIN") != nullptr) return vDomains;
-    for (const LogLine* pLine : log.FindAll("t_IsContentsSearchAction", "domain["))
+    if (teller.Find(kReplyReader, "TAG_DOMAIN") != nullptr) return vDomains;
+    for (const LogLine* pLine : teller.FindAll("t_IsContentsSearchAction", "domain["))
         vDomains.push_back(pLine->strMessage.substr(pLine->strMessage.find(':') + 1));
     return vDomains;
 }
 
 }  // namespace
 
+bool Is(const LogLine& stLine, std::string_view szFunction, std::string_view szStart)
+{
+    return stLine.strFunction == szFunction && stLine.strMessage.compare(0, szStart.size(), szStart) == 0;
+}
+
+int NumberOf(const LogLine& stLine)
+{
+    const std::size_t nStart = stLine.strMessage.find_last_not_of("-0123456789") + 1;
+    return static_cast<int>(std::strtol(stLine.strMessage.c_str() + nStart, nullptr, 10));
+}
+
+std::string Behind(const LogLine& stLine, std::string_view szStart)
+{
+    return stLine.strMessage.substr(szStart.size());
+}
+
+std::vector<const LogLine*> CTeller::FindAll(std::string_view szFunction, std::string_view szStart) const
+{
+    std::vector<const LogLine*> vFound;
+    for (const LogLine& stLine : m_stCase.vLog)
+        if (Is(stLine, szFunction, szStart)) vFound.push_back(&stLine);
+    return vFound;
+}
+
+const LogLine* CTeller::Find(std::string_view szFunction, std::string_view szStart) const
+{
+    for (const LogLine& stLine : m_stCase.vLog)
+        if (Is(stLine, szFunction, szStart)) return &stLine;
+    return nullptr;
+}
+
+const LogLine* CTeller::FindLast(std::string_view szFunction, std::string_view szStart) const
+{
+    const std::vector<const LogLine*> vFound = FindAll(szFunction, szStart);
+    return vFound.empty() ? nullptr : vFound.back();
+}
+
 std::string TextOf(const Json::Value& value)
 {
     return value.isString() ? value.asString() : std::string();
 }
 
-CTeller::CTeller(const Case& stCase) : m_stCase(stCase), m_log(stCase.vLog)
+CTeller::CTeller(const Case& stCase) : m_stCase(stCase)
 {
     const ServerReply& stReply = stCase.stReply;
     if (stReply.strText.empty()) return;
     if (!ParseJson(stReply.strText, false, m_root)) m_root = Json::Value();
-    m_vFindings = CheckReplyAfter(DomainsBefore(m_log),
+    m_vFindings = CheckReplyAfter(DomainsBefore(*this),
                                   stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText);
     Place(stReply, m_vFindings);
 }
@@ -74,6 +111,11 @@ void CTeller::Begin(const std::string& strTitle, const std::string& strPointer)
 void CTeller::Say(const std::string& strText, const LogLine* pLine)
 {
     m_vSections.back().vStatements.push_back({strText, pLine == nullptr ? std::string() : pLine->strLine});
+}
+
+void CTeller::SayIf(const LogLine* pLine, const std::string& strText)
+{
+    if (pLine != nullptr) Say(strText, pLine);
 }
 
 std::vector<Section> CTeller::Sections() &&
