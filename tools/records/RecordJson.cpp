@@ -122,9 +122,6 @@ void ForEachField(const Record& record, const Record& fresh, const Visit& visit)
                Fields<Record>::v);
 }
 
-template <typename Value>
-constexpr bool kPlain = std::is_enum_v<Value> || std::is_constructible_v<Json::Value, const Value&>;
-
 // Whether a value is the same as in a fresh record.
 template <typename Element>
 bool IsSame(const std::vector<Element>& vList, const std::vector<Element>& fresh)
@@ -135,7 +132,7 @@ bool IsSame(const std::vector<Element>& vList, const std::vector<Element>& fresh
 template <typename Value>
 bool IsSame(const Value& value, const Value& fresh)
 {
-    if constexpr (kPlain<Value>) {
+    if constexpr (std::is_enum_v<Value> || std::is_constructible_v<Json::Value, const Value&>) {
         return value == fresh;
     } else {
         bool bSame = true;
@@ -159,27 +156,22 @@ Json::Value AnyToJson(const std::vector<Element>& vList, const std::vector<Eleme
     return list;
 }
 
-template <typename Record>
-Json::Value Object(const Record& record, const Record* pFresh)
-{
-    Json::Value object(Json::objectValue);
-    const Record& fresh = pFresh == nullptr ? kFresh<Record> : *pFresh;
-    ForEachField(record, fresh, [&](const char* szName, const auto& field, const auto& freshField) {
-        if (pFresh != nullptr && IsSame(field, freshField)) return;
-        object[szName] = AnyToJson(field, pFresh == nullptr ? nullptr : &freshField);
-    });
-    return object;
-}
-
 template <typename Value>
 Json::Value AnyToJson(const Value& value, [[maybe_unused]] const Value* pFresh)
 {
-    if constexpr (std::is_enum_v<Value>)
+    if constexpr (std::is_enum_v<Value>) {
         return static_cast<int>(value);
-    else if constexpr (kPlain<Value>)
+    } else if constexpr (std::is_constructible_v<Json::Value, const Value&>) {
         return value;
-    else
-        return Object(value, pFresh);
+    } else {
+        Json::Value object(Json::objectValue);
+        ForEachField(value, pFresh == nullptr ? kFresh<Value> : *pFresh,
+                     [&](const char* szName, const auto& field, const auto& fresh) {
+                         if (pFresh != nullptr && IsSame(field, fresh)) return;
+                         object[szName] = AnyToJson(field, pFresh == nullptr ? nullptr : &fresh);
+                     });
+        return object;
+    }
 }
 
 // The elements of a list one by one, anything else at once.
@@ -192,29 +184,24 @@ void WriteValue(const Value& value, const Value* pFresh, const Writer& write)
 template <typename Element>
 void WriteValue(const std::vector<Element>& vList, const std::vector<Element>* pFresh, const Writer& write)
 {
-    const char* szBefore = "[";
-    for (const Element& element : vList) {
-        write(szBefore + JsonText(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>)));
-        szBefore = ",";
-    }
-    write(vList.empty() ? "[]" : "]");
+    write("[");
+    for (const Element& element : vList)
+        write((&element == vList.data() ? "" : ",") +
+              JsonText(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>)));
+    write("]");
 }
 
 }  // namespace
 
-Json::Value ToJson(const _ConvActionInfo& info, bool bCompact)
-{
-    return Object(info, bCompact ? &kFresh<_ConvActionInfo> : nullptr);
-}
-
 template <typename Record>
-Json::Value ToJson(const Record& record)
+Json::Value ToJson(const Record& record, bool bCompact)
 {
-    return Object<Record>(record, nullptr);
+    return AnyToJson(record, bCompact ? &kFresh<Record> : nullptr);
 }
-template Json::Value ToJson(const _ContentsItem& record);
-template Json::Value ToJson(const _SAContents& record);
-template Json::Value ToJson(const _Content& record);
+template Json::Value ToJson(const _ConvActionInfo& record, bool bCompact);
+template Json::Value ToJson(const _ContentsItem& record, bool bCompact);
+template Json::Value ToJson(const _SAContents& record, bool bCompact);
+template Json::Value ToJson(const _Content& record, bool bCompact);
 
 void WriteMembers(const _ConvActionInfo& info, bool bCompact, const Writer& write)
 {
