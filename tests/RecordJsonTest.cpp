@@ -10,7 +10,7 @@
 
 #include "JsonText.h"
 #include "records/RecordJson.h"
-#include "session/CaseJson.h"
+#include "session/Case.h"
 
 using namespace CADataRepository;
 

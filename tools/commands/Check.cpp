@@ -54,7 +54,7 @@ void AddCheck(CCommandLine& line)
                                     return bPass ? kExitOk : kExitFailure;
                                 });
     command.Replies("a reply, a conversation or a search schema document; - for standard input");
-    command.Choice("--format", pCheck->strFormat, "how findings are printed: text or json, an object a line",
-                   {"text", "json"});
+    command.Text("--format", pCheck->strFormat, "how findings are printed: text or json, an object a line",
+                 {"text", "json"});
     command.Flag("--strict", pCheck->bStrict, "Let warnings fail too");
 }

@@ -177,20 +177,11 @@ void CCommand::Flag(const char* szName, bool& bField, const char* szHelp)
     m_app.add_flag(szName, bField, szHelp);
 }
 
-void CCommand::Text(const char* szName, std::string& strField, const char* szHelp)
+void CCommand::Text(const char* szName, std::string& strField, const char* szHelp,
+                    const std::vector<std::string>& vWords)
 {
-    m_app.add_option(szName, strField, szHelp)->type_name("TEXT");
-}
-
-void CCommand::Choice(const char* szName, std::string& strField, const char* szHelp,
-                      const std::vector<std::string>& vWords)
-{
-    m_app.add_option(szName, strField, szHelp)->check(CLI::IsMember(vWords))->type_name("TEXT");
-}
-
-void CCommand::Positional(const char* szName, std::string& strField, const char* szHelp)
-{
-    m_app.add_option(szName, strField, szHelp)->type_name("");
+    CLI::Option* pOption = m_app.add_option(szName, strField, szHelp)->type_name(*szName == '-' ? "TEXT" : "");
+    if (!vWords.empty()) pOption->check(CLI::IsMember(vWords));
 }
 
 CCommandLine::CCommandLine()

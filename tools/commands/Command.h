@@ -55,9 +55,10 @@ public:
     void Compact();  // behind Json
 
     void Flag(const char* szName, bool& bField, const char* szHelp);
-    void Text(const char* szName, std::string& strField, const char* szHelp);
-    void Choice(const char* szName, std::string& strField, const char* szHelp, const std::vector<std::string>& vWords);
-    void Positional(const char* szName, std::string& strField, const char* szHelp);  // may be left out
+    // A value that may be left out: of the option, or of the argument if the name has no dashes. Any text, or one of
+    // the words.
+    void Text(const char* szName, std::string& strField, const char* szHelp,
+              const std::vector<std::string>& vWords = {});
 
 private:
     CLI::App& m_app;

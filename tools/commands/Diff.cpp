@@ -4,7 +4,6 @@
 
 #include "commands/Command.h"
 #include "comparing/Difference.h"
-#include "session/CaseJson.h"
 #include "session/Session.h"
 #include "text/Output.h"
 

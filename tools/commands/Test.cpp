@@ -8,7 +8,6 @@
 #include "comparing/Difference.h"
 #include "comparing/JUnit.h"
 #include "reading/Expectation.h"
-#include "session/CaseJson.h"
 #include "session/Session.h"
 #include "text/Output.h"
 
