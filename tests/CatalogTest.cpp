@@ -6,7 +6,6 @@
 #include <map>
 #include <sstream>
 
-#include "JsonText.h"
 #include "catalog/Catalog.h"
 #include "parlo-api.h"
 #include "records/RecordJson.h"
@@ -19,10 +18,10 @@ static const CPaint kPlain(false);
 TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
-    EXPECT_EQ("there is no service (-1)\n", RenderStatus(ca_get_conv_status()));
+    EXPECT_EQ("there is no service (-1)\n", RenderStatus(Status(ca_get_conv_status())));
     const CSession session;
-    EXPECT_EQ("conversation is available (0)\n", RenderStatus(ca_get_conv_status()));
-    std::istringstream table(RenderAllStatuses(kPlain));
+    EXPECT_EQ("conversation is available (0)\n", RenderStatus(Status(ca_get_conv_status())));
+    std::istringstream table(RenderAllStatuses(AllStatuses(), kPlain));
     std::string strLine, strAvailable, strWord;
     std::getline(table, strLine);
     std::istringstream heading(strLine);
@@ -40,15 +39,16 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
                   " DE:de_DE, IT:it_IT, PL:pl_PL, FI:fi_FI, BE:nl_NL, DK:da_DK, IE" + strEnglish +
                   " FR:fr_FR, NL:nl_NL, RU:ru_RU, CH:de_DE,",
               strAvailable);
-    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(ca_get_conv_status()));
+    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(Status(ca_get_conv_status())));
     setenv("PARLO_VOICE_RECOG", "0", 1);
-    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus(ca_get_conv_status()));
-    EXPECT_NE(std::string::npos, RenderAllStatuses(kPlain).find("KR       no "));
+    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n",
+              RenderStatus(Status(ca_get_conv_status())));
+    EXPECT_NE(std::string::npos, RenderAllStatuses(AllStatuses(), kPlain).find("KR       no "));
 }
 
 TEST(Catalog, WordsAsTextAndAsJson)
 {
-    const Json::Value root = ParsedJson(VocabularyJson());
+    const Json::Value root = Vocabulary();
     EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
               root.getMemberNames());
     // What some of the actions take and fill, and whether they may follow another one.
@@ -77,7 +77,7 @@ TEST(Catalog, WordsAsTextAndAsJson)
     }
     EXPECT_EQ(mapWanted.size(), nWanted);
     std::map<std::string, int> mapInText;  // how often a line of the text is this word and code
-    std::istringstream text(RenderVocabulary(kPlain));
+    std::istringstream text(RenderVocabulary(root, kPlain));
     EXPECT_EQ(0U, text.str().find("Actions of a TV control command\n  word"));
     std::size_t nWords = 0;
     for (std::string strLine, strWord, strCode; std::getline(text, strLine); strCode.clear())
@@ -100,9 +100,11 @@ TEST(Catalog, OtherWordsAreToldFromActions)
                                     {"display_content", "with two or more domains a search hand-over: "},
                                     {"search_failed", "with the one domain \"tvcontrol\" a failed search: "}};
     for (const auto& [szWord, szUse] : kRows) {
-        EXPECT_EQ(0U, RenderWord(szWord, kPlain).find(std::string(szWord) + "\n  no action        " + szUse)) << szWord;
-        EXPECT_EQ(0U, ParsedJson(WordJson(szWord))["no_action"][0].asString().find(szUse)) << szWord;
+        EXPECT_EQ(0U, RenderWord(Word(szWord), kPlain).find(std::string(szWord) + "\n  no action        " + szUse))
+            << szWord;
+        EXPECT_EQ(0U, Word(szWord)["no_action"][0].asString().find(szUse)) << szWord;
     }
-    EXPECT_EQ(std::string::npos, RenderWord("play_content", kPlain).find("no action")) << "it is a display action too";
-    EXPECT_EQ("", RenderWord("plai", kPlain) + WordJson("plai"));
+    EXPECT_EQ(std::string::npos, RenderWord(Word("play_content"), kPlain).find("no action"))
+        << "it is a display action too";
+    EXPECT_TRUE(Word("plai").isNull());
 }

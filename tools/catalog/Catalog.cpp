@@ -1,14 +1,11 @@
 // Tables of the vocabulary and of availability.
 #include "catalog/Catalog.h"
 
-#include <json/value.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <vector>
 
 #include "parlo-api.h"
-#include "records/RecordJson.h"
 
 namespace
 {
@@ -39,16 +36,29 @@ std::vector<std::string> AllLanguages()
     return vAll;
 }
 
-// Calls `visit` with each vocabulary: its title, its name in JSON and its words.
-template <typename Visit>
-void ForEachVocabulary(const Visit& visit)
+template <const auto& kWords>
+Json::Value Entries()
 {
-    visit("Actions of a TV control command", "actions", kActionWords);
-    visit("Intents of a TV control command", "intents", kIntentWords);
-    visit("Actions of a display control request", "display_actions", kDisplayActionWords);
-    visit("Categories of a search schema", "schema_categories", kSchemaCategoryWords);
-    visit("Rules of a search schema", "schema_rules", kSortRuleWords);
+    Json::Value list(Json::arrayValue);
+    for (const auto& stWord : kWords) {
+        Json::Value& entry = list.append(Json::objectValue);
+        entry["word"] = std::string(stWord.szWord);
+        entry["code"] = static_cast<int>(stWord.eCode);
+    }
+    return list;
 }
+
+constexpr struct {
+    const char* szTitle;
+    const char* szName;
+    Json::Value (*pEntries)();
+} kVocabularies[] = {
+    {"Actions of a TV control command", "actions", Entries<kActionWords>},
+    {"Intents of a TV control command", "intents", Entries<kIntentWords>},
+    {"Actions of a display control request", "display_actions", Entries<kDisplayActionWords>},
+    {"Categories of a search schema", "schema_categories", Entries<kSchemaCategoryWords>},
+    {"Rules of a search schema", "schema_rules", Entries<kSortRuleWords>},
+};
 
 // Two words where an action stands have no code, and steer the reply.
 constexpr const char* kFlowWords[][2] = {
@@ -102,36 +112,15 @@ Json::Value NoAction(const std::string& strWord)
     Json::Value uses;
     for (const auto& [szFlowWord, szUse] : kFlowWords)
         if (strWord == szFlowWord) uses.append(szUse);
-    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
-        int nCode = 0;
-        if (LookUp(vWords, strWord, nCode))
-            uses.append("listed under " + Quoted(szTitle) + ", code " + std::to_string(nCode));
-    });
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies)
+        for (const Json::Value& entry : pEntries())
+            if (entry["word"] == strWord)
+                uses.append("listed under " + Quoted(szTitle) + ", code " + entry["code"].asString());
     Json::Value value;
     if (uses.isNull()) return value;
     value["word"] = strWord;
     value["no_action"] = uses;
     return value;
-}
-
-Json::Value WordValue(const std::string& strWord)
-{
-    for (const auto& stAction : kActionWords)
-        if (stAction.szWord == strWord) return FactsOf(stAction);
-    return NoAction(strWord);
-}
-
-// Calls `visit` for each country and voice language, with the substitute set to them.
-template <typename Visit>
-void ForEachSet(const Visit& visit)
-{
-    for (const CountryLanguages& stRow : kVoiceLanguages)
-        for (const std::string& strLanguage : AllLanguages()) {
-            const std::string strCountry(stRow.szCountry);
-            setenv("PARLO_COUNTRY", strCountry.c_str(), 1);
-            setenv("PARLO_LANGUAGE", strLanguage.c_str(), 1);
-            visit(strCountry, strLanguage);
-        }
 }
 
 std::string JoinedTexts(const Json::Value& list)
@@ -155,54 +144,48 @@ const StatusWords& WordsOf(int nStatus)
 
 }  // namespace
 
-std::string RenderVocabulary(const CPaint& paint)
+Json::Value Vocabulary()
+{
+    Json::Value root;
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies) root[szName] = pEntries();
+    for (Json::ArrayIndex i = 0; i < std::size(kActionWords); ++i) root["actions"][i] = FactsOf(kActionWords[i]);
+    return root;
+}
+
+std::string RenderVocabulary(const Json::Value& vocabulary, const CPaint& paint)
 {
     std::string strResult;
-    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies) {
         std::vector<std::vector<std::string>> vRows = {{"word", "code"}};
-        for (const auto& stWord : vWords) vRows.push_back({std::string(stWord.szWord), std::to_string(stWord.eCode)});
+        for (const Json::Value& entry : vocabulary[szName])
+            vRows.push_back({entry["word"].asString(), entry["code"].asString()});
         strResult += (strResult.empty() ? "" : "\n") + paint.Title(szTitle) + '\n' + Table(vRows, 2, paint);
-    });
+    }
     return strResult;
 }
 
-std::string VocabularyJson()
+Json::Value Word(const std::string& strWord)
 {
-    Json::Value root(Json::objectValue);
-    ForEachVocabulary([&](const char*, const char* szName, const auto& vWords) {
-        Json::Value& list = root[szName] = Json::arrayValue;
-        for (const auto& stWord : vWords) {
-            Json::Value& entry = list.append(Json::objectValue);
-            entry["word"] = std::string(stWord.szWord);
-            entry["code"] = static_cast<int>(stWord.eCode);
-        }
-    });
-    for (Json::ArrayIndex i = 0; i < std::size(kActionWords); ++i) root["actions"][i] = FactsOf(kActionWords[i]);
-    return JsonLine(root);
+    for (const auto& stAction : kActionWords)
+        if (stAction.szWord == strWord) return FactsOf(stAction);
+    return NoAction(strWord);
 }
 
-std::string RenderWord(const std::string& strWord, const CPaint& paint)
+std::string RenderWord(const Json::Value& word, const CPaint& paint)
 {
-    const Json::Value value = WordValue(strWord);
-    std::string strResult = value.isNull() ? std::string() : paint.Title(strWord) + '\n';
-    for (const Json::Value& use : value["no_action"]) strResult += LineOf("no action", use.asString(), paint);
-    if (!value.isMember("code")) return strResult;
-    const std::string strWithout = value["code_without_position"].asString();
-    const bool bOne = value["takes"].size() == 1;
-    const char* szNeeded = !value["needed"].asBool() ? "" : bOne ? ", which it needs" : ", one of which it needs";
+    std::string strResult = paint.Title(word["word"].asString()) + '\n';
+    for (const Json::Value& use : word["no_action"]) strResult += LineOf("no action", use.asString(), paint);
+    if (!word.isMember("code")) return strResult;
+    const std::string strWithout = word["code_without_position"].asString();
+    const bool bOne = word["takes"].size() == 1;
+    const char* szNeeded = !word["needed"].asBool() ? "" : bOne ? ", which it needs" : ", one of which it needs";
     return strResult +
-           LineOf("code", value["code"].asString() + (strWithout.empty() ? "" : ", without a position ") + strWithout,
+           LineOf("code", word["code"].asString() + (strWithout.empty() ? "" : ", without a position ") + strWithout,
                   paint) +
-           LineOf("lookup", value["lookup"].asString(), paint) +
-           LineOf("takes", JoinedTexts(value["takes"]) + szNeeded, paint) +
-           LineOf("fills", JoinedTexts(value["fills"]), paint) +
-           LineOf("may follow", value["after"].empty() ? "" : "channel and candidate actions", paint);
-}
-
-std::string WordJson(const std::string& strWord)
-{
-    const Json::Value value = WordValue(strWord);
-    return value.isNull() ? std::string() : JsonLine(value);
+           LineOf("lookup", word["lookup"].asString(), paint) +
+           LineOf("takes", JoinedTexts(word["takes"]) + szNeeded, paint) +
+           LineOf("fills", JoinedTexts(word["fills"]), paint) +
+           LineOf("may follow", word["after"].empty() ? "" : "channel and candidate actions", paint);
 }
 
 std::vector<std::string_view> ActionWords()
@@ -213,45 +196,46 @@ std::vector<std::string_view> ActionWords()
     return vWords;
 }
 
-std::string StatusJson(int nStatus)
+Json::Value Status(int nStatus)
 {
     Json::Value value;
     value["status"] = nStatus;
     value["available"] = nStatus == E_CA_CONV_STATUS_AVAILABLE;
     value["text"] = WordsOf(nStatus).szWords;
-    return JsonLine(value);
+    return value;
 }
 
-std::string AllStatusesJson()
+std::string RenderStatus(const Json::Value& status)
 {
-    std::string strLines;
-    ForEachSet([&](const std::string& strCountry, const std::string& strLanguage) {
-        Json::Value value;
-        value["country"] = strCountry;
-        value["language"] = strLanguage;
-        value["status"] = ca_get_conv_status();
-        strLines += JsonLine(value);
-    });
-    return strLines;
+    return status["text"].asString() + " (" + status["status"].asString() + ")\n";
 }
 
-std::string RenderStatus(int nStatus)
+Json::Value AllStatuses()
 {
-    return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
+    Json::Value list;
+    for (const CountryLanguages& stRow : kVoiceLanguages)
+        for (const std::string& strLanguage : AllLanguages()) {
+            Json::Value& value = list.append(Json::objectValue);
+            value["country"] = std::string(stRow.szCountry);
+            value["language"] = strLanguage;
+            setenv("PARLO_COUNTRY", value["country"].asCString(), 1);
+            setenv("PARLO_LANGUAGE", strLanguage.c_str(), 1);
+            value["status"] = ca_get_conv_status();
+        }
+    return list;
 }
 
-std::string RenderAllStatuses(const CPaint& paint)
+std::string RenderAllStatuses(const Json::Value& statuses, const CPaint& paint)
 {
     std::vector<std::vector<std::string>> vRows = {AllLanguages()};
     vRows.front().insert(vRows.front().begin(), "country");
-    ForEachSet([&](const std::string& strCountry, const std::string&) {
-        if (vRows.back().front() != strCountry) vRows.emplace_back(1, strCountry);
-        vRows.back().emplace_back(WordsOf(ca_get_conv_status()).szShort);
-    });
+    for (const Json::Value& status : statuses) {
+        if (status["country"] != vRows.back().front()) vRows.emplace_back(1, status["country"].asString());
+        vRows.back().emplace_back(WordsOf(status["status"].asInt()).szShort);
+    }
     std::string strLegend = "\n";
     for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)
-            strLegend +=
-                "  " + Padded(stWords.szShort, 5) + stWords.szWords + " (" + std::to_string(stWords.nStatus) + ")\n";
+            strLegend += "  " + Padded(stWords.szShort, 5) + RenderStatus(Status(stWords.nStatus));
     return Table(std::move(vRows), 0, paint) + strLegend;
 }

@@ -4,6 +4,7 @@
 #include "findings/JsonSchema.h"
 #include "findings/Suggestion.h"
 #include "parlo-api.h"
+#include "records/RecordJson.h"
 #include "session/Session.h"
 #include "text/Output.h"
 
@@ -13,27 +14,27 @@ namespace
 int RunStatus(const Options& stOptions, bool bAll)
 {
     const CSession session;
-    if (bAll) {
-        Print(stOptions.bJson ? AllStatusesJson() : RenderAllStatuses(stOptions.Paint()));
-        return kExitOk;
-    }
-    const int nStatus = ca_get_conv_status();
-    Print(stOptions.bJson ? StatusJson(nStatus) : RenderStatus(nStatus));
-    return nStatus == E_CA_CONV_STATUS_AVAILABLE ? kExitOk : kExitUnavailable;
+    const Json::Value value = bAll ? AllStatuses() : Status(ca_get_conv_status());
+    if (!stOptions.bJson)
+        Print(bAll ? RenderAllStatuses(value, stOptions.Paint()) : RenderStatus(value));
+    else if (!bAll)
+        Print(JsonLine(value));
+    else
+        for (const Json::Value& status : value) Print(JsonLine(status));
+    return bAll || value["available"].asBool() ? kExitOk : kExitUnavailable;
 }
 
 int RunActions(const Options& stOptions, const std::string& strWord)
 {
-    if (strWord.empty()) {
-        Print(stOptions.bJson ? VocabularyJson() : RenderVocabulary(stOptions.Paint()));
-        return kExitOk;
+    const Json::Value value = strWord.empty() ? Vocabulary() : Word(strWord);
+    if (value.isNull()) {
+        const std::string strSuggestion = DidYouMean(MostAlike(strWord, ActionWords()));
+        Complain(Quoted(strWord) + " is no action" + (strSuggestion.empty() ? "" : "; " + strSuggestion));
+        return kExitFailure;
     }
-    const std::string strText = stOptions.bJson ? WordJson(strWord) : RenderWord(strWord, stOptions.Paint());
-    Print(strText);
-    if (!strText.empty()) return kExitOk;
-    const std::string strSuggestion = DidYouMean(MostAlike(strWord, ActionWords()));
-    Complain(Quoted(strWord) + " is no action" + (strSuggestion.empty() ? "" : "; " + strSuggestion));
-    return kExitFailure;
+    const auto pRender = strWord.empty() ? &RenderVocabulary : &RenderWord;
+    Print(stOptions.bJson ? JsonLine(value) : pRender(value, stOptions.Paint()));
+    return kExitOk;
 }
 
 }  // namespace
