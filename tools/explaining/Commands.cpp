@@ -61,13 +61,10 @@ const Lookup* TellLookups(CTeller& teller)
         if (pResult == nullptr) return nullptr;
         const int nCode = NumberOf(*pResult);
         const std::string strLookup = std::string("the ") + stLookup.szName + " lookup ";
-        const bool bNoIndex = nCode == E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX;
-        if (nCode == 0)
-            teller.Say(strLookup + "has no answer for it", pResult);
-        else
-            teller.Say(
-                strLookup + "answers: code " + std::to_string(nCode) + (bNoIndex ? ", there is no position" : ""),
-                pResult);
+        const char* szNoIndex = nCode == E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX ? ", there is no position" : "";
+        teller.Say(
+            strLookup + (nCode == 0 ? "has no answer for it" : "answers: code " + std::to_string(nCode)) + szNoIndex,
+            pResult);
         if (nCode != 0) return &stLookup;
     }
     return nullptr;
@@ -126,26 +123,26 @@ void TellPayload(CTeller& teller, const Lookup* pLookup)
         teller.Say(Count(pInfo->vChannels.size(), "channel", "channels") + " in the record", nullptr);
     if (pInfo != nullptr && pLookup == &kLookups[2])
         teller.Say(Count(pInfo->vCandidates.size(), "candidate", "candidates") + " in the record", nullptr);
-    if (const LogLine* pNoIntent = teller.Find("t_GetActionIntent", "tv control error"); pNoIntent != nullptr)
-        teller.Say("no intent is looked up: that takes two or three commands", pNoIntent);
-    if (const LogLine* pNoMatch = teller.Find("t_SetSpeechInfo", "No one match"); pNoMatch != nullptr)
-        teller.Say("the record's kind is no match", pNoMatch);
+    teller.SayIf(teller.Find("t_GetActionIntent", "tv control error"),
+                 "no intent is looked up: that takes two or three commands");
+    teller.SayIf(teller.Find("t_SetSpeechInfo", "No one match"), "the record's kind is no match");
 }
+
+// How a reply may be handled without a lookup.
+constexpr const char* kFlows[][2] = {
+    {"Show search result",
+     "two or more domains and display_content: a search hand-over, no lookup; the record gets the utterance and the "
+     "whole reply"},
+    {"search_failed will goto search",
+     "the one domain tvcontrol and search_failed: a failed search, no lookup; the record gets the action word and the "
+     "sentence"},
+};
 
 void TellFirst(CTeller& teller)
 {
-    const LogLine* pHandOver = teller.Find("t_IsContentsSearchAction", "Show search result");
-    if (pHandOver != nullptr)
-        return teller.Say(
-            "two or more domains and display_content: a search hand-over, no lookup; the record gets the utterance "
-            "and the whole reply",
-            pHandOver);
-    const LogLine* pFailed = teller.Find("t_IsContentsSearchAction", "search_failed will goto search");
-    if (pFailed != nullptr)
-        return teller.Say(
-            "the one domain tvcontrol and search_failed: a failed search, no lookup; the record gets the action word "
-            "and the sentence",
-            pFailed);
+    for (const auto& [szStart, szText] : kFlows)
+        if (const LogLine* pFlow = teller.Find("t_IsContentsSearchAction", szStart); pFlow != nullptr)
+            return teller.Say(szText, pFlow);
     TellPayload(teller, TellLookups(teller));
 }
 
@@ -153,12 +150,11 @@ void TellSecondAction(CTeller& teller)
 {
     const LogLine* pWord = teller.Find("Get2ndAction", "eControl = ");
     const LogLine* pResult = teller.FindLast("Get2ndAction", "eControl = ");
-    if (NumberOf(*pResult) != 0)
-        teller.Say("the second action lookup answers: code " + std::to_string(NumberOf(*pResult)), pResult);
-    else if (NumberOf(*pWord) != 0)
-        teller.Say("code " + std::to_string(NumberOf(*pWord)) + " cannot be a second action: ignored", pWord);
-    else
-        teller.Say("unknown word: no second action", pWord);
+    const std::string strCode = std::to_string(NumberOf(*pWord));
+    if (NumberOf(*pResult) != 0) return teller.Say("the second action lookup answers: code " + strCode, pResult);
+    teller.Say(
+        strCode == "0" ? "unknown word: no second action" : "code " + strCode + " cannot be a second action: ignored",
+        pWord);
 }
 
 // `bFollowUps`: the first command asks for a second one.
@@ -167,10 +163,9 @@ void TellLater(CTeller& teller, std::size_t n, std::size_t nCount, bool bFollowU
     const bool bSecond = n == 1 && teller.Find("Get2ndAction", "eControl = ") != nullptr;
     const LogLine* pIntent = n + 1 == nCount ? teller.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
     if (bSecond) TellSecondAction(teller);
-    if (pIntent != nullptr && NumberOf(*pIntent) != 0)
-        teller.Say("the intent lookup answers: code " + std::to_string(NumberOf(*pIntent)), pIntent);
-    else if (pIntent != nullptr)
-        teller.Say("its intent is absent or an unknown word: code 0", pIntent);
+    const int nIntent = pIntent == nullptr ? 0 : NumberOf(*pIntent);
+    teller.SayIf(pIntent, nIntent != 0 ? "the intent lookup answers: code " + std::to_string(nIntent)
+                                       : "its intent is absent or an unknown word: code 0");
     if (bSecond || pIntent != nullptr) return;
     teller.Say(bFollowUps
                    ? "not looked at: only a second command is, and with candidates the last intent of two or three"
@@ -190,10 +185,9 @@ void TellCommands(CTeller& teller)
     const Json::Value& commands = Child(teller.Rsp(), "tvcontrol");
     for (std::size_t i = 0; i < nCount; ++i) {
         const std::size_t n = nBefore + i;
-        const auto nCommand = static_cast<Json::ArrayIndex>(i);
-        const bool bKnown = commands.isArray() && nCommand < commands.size();
+        const Json::Value& command = Element(commands, i);
         const std::string strAction =
-            bKnown ? ActionOf(commands[nCommand]) : LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr);
+            command.isNull() ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr) : ActionOf(command);
         teller.Begin("command " + std::to_string(i + 1) + " of " + std::to_string(nCount) + ": " + Quoted(strAction),
                      "/rsp/tvcontrol/" + std::to_string(i));
         if (!teller.m_stCase.bAccepted) continue;

@@ -109,11 +109,9 @@ void TellContents(CTeller& teller)
     const std::vector<std::vector<const LogLine*>> vItems = Items(teller);
     const Json::Value& contents = Child(teller.Rsp(), "tvcontent");
     for (std::size_t i = 0; i < vItems.size(); ++i) {
-        const auto n = static_cast<Json::ArrayIndex>(i);
-        const bool bKnown = contents.isArray() && n < contents.size();
-        std::string strType = Is(*vItems[i].front(), kReplyReader, "Type[") ? Behind(*vItems[i].front(), "Type[") : "";
-        if (!strType.empty() && strType.back() == ']') strType.pop_back();
-        const std::string strTitle = TitleOf(bKnown ? contents[n] : Json::Value::nullSingleton(), vItems[i]);
+        const LogLine& stFirst = *vItems[i].front();
+        const std::string strType = Is(stFirst, kReplyReader, "Type[") ? Behind(stFirst, "Type[") : "";
+        const std::string strTitle = TitleOf(Element(contents, i), vItems[i]);
         teller.Begin("content " + std::to_string(i + 1) + " of " + std::to_string(vItems.size()) + ": " +
                          (strType.empty() ? std::string() : Shown(strType) + ' ') + Quoted(strTitle),
                      "/rsp/tvcontent/" + std::to_string(i));

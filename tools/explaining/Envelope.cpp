@@ -7,13 +7,7 @@ namespace
 
 using namespace CADataRepository;
 
-// The text between the brackets of "strSysResponse:[...]".
-std::string SentenceOf(const LogLine& stLine)
-{
-    std::string strText = Behind(stLine, "strSysResponse:[");
-    if (!strText.empty() && strText.back() == ']') strText.pop_back();
-    return strText;
-}
+constexpr const char* kSentence = "strSysResponse:[";
 
 // Whether the log has the lines at debug priority that tell what a reply held. Without them nothing can be said of what
 // it did not hold.
@@ -28,14 +22,11 @@ void TellRequest(CTeller& teller, const std::string& strName, const Json::Value&
 {
     const std::string strAction = TextOf(Child(request, "action"));
     const std::string strWhat = request.isObject() ? strName + ": " + Quoted(strAction) : strName;
-    if (!bLast)
-        teller.Say(strWhat + "; a later request replaces it: ignored", pStored);
-    else if (pRecord != nullptr)
-        teller.Say(strWhat + "; it is in the record", pRecord);
-    else if (!teller.m_stCase.bAccepted)
-        teller.Say(strWhat + "; it is kept", pStored);
-    else
-        teller.Say(strWhat + "; it does not reach the record", pStored);
+    if (bLast && pRecord != nullptr) return teller.Say(strWhat + "; it is in the record", pRecord);
+    teller.Say(strWhat + (!bLast                      ? "; a later request replaces it: ignored"
+                          : teller.m_stCase.bAccepted ? "; it does not reach the record"
+                                                      : "; it is kept"),
+               pStored);
 }
 
 }  // namespace
@@ -46,17 +37,15 @@ void TellSentence(CTeller& teller)
     const LogLine* pFound = teller.Find(kReplyReader, "TAG_SYSTEM_SENTENCE");
     if (pFound == nullptr) return;
     const LogLine* pStored = teller.Find(kReplyReader, "displaycontrol");
-    const LogLine* pSaid = teller.Find("GetSpeechActionData", "strSysResponse:");
+    const LogLine* pSaid = teller.Find("GetSpeechActionData", kSentence);
     const bool bBeside = teller.Find("t_ParseDisplayControl", "jvalue type:") != nullptr;
     const LogLine* pHandOver = teller.Find("GetSpeechActionData", "content list for search");
-    if (pStored == nullptr && bBeside)
-        teller.Say("not stored: there is a \"displaycontrol\" beside it", pFound);
-    else if (pStored == nullptr)
-        teller.Say("\"{Null}\" stands for no sentence: not stored", pFound);
-    else if (pHandOver != nullptr)
-        teller.Say("stored, then emptied by the search hand-over", pHandOver);
-    else if (pSaid != nullptr)
-        teller.Say("stored: " + Quoted(SentenceOf(*pSaid)), pSaid);
+    if (pStored == nullptr)
+        return teller.Say(bBeside ? "not stored: there is a \"displaycontrol\" beside it"
+                                  : "\"{Null}\" stands for no sentence: not stored",
+                          pFound);
+    if (pHandOver != nullptr) return teller.Say("stored, then emptied by the search hand-over", pHandOver);
+    if (pSaid != nullptr) teller.Say("stored: " + Quoted(Behind(*pSaid, kSentence)), pSaid);
 }
 
 void TellRequests(CTeller& teller)
@@ -75,10 +64,7 @@ void TellRequests(CTeller& teller)
             continue;
         }
         if (nStored == vStored.size()) return;
-        const auto n = static_cast<Json::ArrayIndex>(i);
-        const Json::Value& request =
-            requests.isArray() && n < requests.size() ? requests[n] : Json::Value::nullSingleton();
-        TellRequest(teller, strName, request, nStored + 1 == vStored.size(), vStored[nStored], pRecord);
+        TellRequest(teller, strName, Element(requests, i), nStored + 1 == vStored.size(), vStored[nStored], pRecord);
         ++nStored;
     }
 }
@@ -87,22 +73,20 @@ void TellRequests(CTeller& teller)
 void TellBefore(CTeller& teller)
 {
     if (!IsWholeLog(teller) || !teller.m_stCase.bAccepted) return;
-    const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
+    const auto Older = [&teller](const char* szFunction, const char* szStart, const char* szOwner, const char* szOwn) {
+        return teller.Find(szOwner, szOwn) != nullptr ? nullptr : teller.Find(szFunction, szStart);
+    };
     teller.Begin("from an earlier reply", "");
-    const LogLine* pSentence = teller.Find("GetSpeechActionData", "strSysResponse:[");
-    if (pSentence != nullptr && !SentenceOf(*pSentence).empty() &&
-        teller.Find(kReplyReader, "displaycontrol") == nullptr)
-        teller.Say("the sentence " + Quoted(SentenceOf(*pSentence)), pSentence);
-    const LogLine* pDomain = teller.Find("t_IsContentsSearchAction", "domain[");
-    if (pDomain != nullptr && teller.Find(kReplyReader, "TAG_DOMAIN") == nullptr) teller.Say("the domains", pDomain);
-    const std::size_t nCommands = teller.FindAll("t_IsContentsSearchAction", "szAction[").size();
+    const LogLine* pSentence = Older("GetSpeechActionData", kSentence, kReplyReader, "displaycontrol");
+    const std::string strSentence = pSentence == nullptr ? std::string() : Behind(*pSentence, kSentence);
+    if (!strSentence.empty()) teller.Say("the sentence " + Quoted(strSentence), pSentence);
+    teller.SayIf(Older("t_IsContentsSearchAction", "domain[", kReplyReader, "TAG_DOMAIN"), "the domains");
+    const std::vector<const LogLine*> vCommands = teller.FindAll("t_IsContentsSearchAction", "szAction[");
     const std::size_t nOwn = teller.FindAll("t_ParseTVControl", "szAction:[").size();
-    if (nCommands > nOwn)
-        teller.Say(Count(nCommands - nOwn, "command", "commands") + ", before this reply's own",
-                   teller.Find("t_IsContentsSearchAction", "szAction["));
-    const LogLine* pRequest = teller.Find("t_SetSpeechInfo", "nAction:");
-    if (pRequest != nullptr && teller.Find("SetDisplayControlResult", "") == nullptr)
-        teller.Say("the display control request", pRequest);
+    if (vCommands.size() > nOwn)
+        teller.Say(Count(vCommands.size() - nOwn, "command", "commands") + ", before this reply's own", vCommands[0]);
+    teller.SayIf(Older("t_SetSpeechInfo", "nAction:", "SetDisplayControlResult", ""), "the display control request");
+    const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
     if (pInfo == nullptr) return;
     const std::size_t nKept = KeptItems(teller);
     if (pInfo->vSAContents.size() > nKept)
@@ -129,8 +113,7 @@ void TellLeft(CTeller& teller)
                   {"t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE", "the dialog's type"},
                   {"SetDisplayControlResult", "", "the display control request"},
                   {"t_ParseTVControl", "szAction:[", "the commands"}};
-    for (const auto& [szFunction, szStart, szText] : kParts)
-        if (const LogLine* pLine = teller.FindLast(szFunction, szStart); pLine != nullptr) teller.Say(szText, pLine);
+    for (const auto& [szFunction, szStart, szText] : kParts) teller.SayIf(teller.FindLast(szFunction, szStart), szText);
     if (const std::size_t nKept = KeptItems(teller); nKept > 0)
         teller.Say(Count(nKept, "content item", "content items"), teller.FindLast("t_CheckPermit", " t_CheckPlay"));
 }

@@ -63,7 +63,8 @@ int NumberOf(const LogLine& stLine)
 
 std::string Behind(const LogLine& stLine, std::string_view szStart)
 {
-    return stLine.strMessage.substr(szStart.size());
+    const std::string strText = stLine.strMessage.substr(szStart.size());
+    return strText.substr(0, strText.size() - (!strText.empty() && strText.back() == ']' ? 1 : 0));
 }
 
 std::vector<const LogLine*> CTeller::FindAll(std::string_view szFunction, std::string_view szStart) const

@@ -20,6 +20,13 @@ inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
     return parent.isObject() ? parent[szKey] : Json::Value::nullSingleton();
 }
 
+// The n-th element; null when there is none or `list` is no list.
+inline const Json::Value& Element(const Json::Value& list, std::size_t n)
+{
+    const bool bThere = list.isArray() && n < list.size();
+    return bThere ? list[static_cast<Json::ArrayIndex>(n)] : Json::Value::nullSingleton();
+}
+
 // The text of a JSON string; empty for anything else.
 std::string TextOf(const Json::Value& value);
 
@@ -29,7 +36,7 @@ bool Is(const LogLine& stLine, std::string_view szFunction, std::string_view szS
 // The number at the end of a line such as "eControl = 12".
 int NumberOf(const LogLine& stLine);
 
-// What stands behind `szStart`, with which the message begins.
+// What stands behind `szStart`, with which the message begins, without a "]" at its end.
 std::string Behind(const LogLine& stLine, std::string_view szStart);
 
 // Something that the library did, and the log line that says so. A statement without a line is about something that
