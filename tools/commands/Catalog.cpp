@@ -55,6 +55,7 @@ void AddActions(CCommandLine& line)
     CCommand command = line.Add("actions", "List the server's words and their codes, or tell all about an action",
                                 "  parlo actions\n  parlo actions volumeup\n  parlo actions --json",
                                 [pWord](const Options& stOptions) { return RunActions(stOptions, *pWord); });
+    command.NoSet();
     command.Text("WORD", *pWord, "an action: what it takes and fills, and what it may follow");
     command.Json("Print one JSON object");
 }
@@ -68,6 +69,7 @@ void AddSchema(CCommandLine& line)
                      Print(JsonSchemaOf(*pDocument));
                      return kExitOk;
                  });
+    command.NoSet();
     command.Text("DOCUMENT", *pDocument, "of which document: reply, search (a search schema) or conversation (a line)",
                  {"reply", "search", "conversation"});
 }

@@ -56,5 +56,6 @@ void AddCheck(CCommandLine& line)
     command.Replies("a reply, a conversation or a search schema document; - for standard input");
     command.Text("--format", pCheck->strFormat, "how findings are printed: text or json, an object a line",
                  {"text", "json"});
+    command.NoSet();
     command.Flag("--strict", pCheck->bStrict, "Let warnings fail too");
 }

@@ -1,6 +1,7 @@
 // The command line on CLI11, which this unit alone knows.
 #include "commands/Command.h"
 
+#include <fnmatch.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -24,15 +25,31 @@ struct SetOption {
     const char* szFlag;
     const char* szVariable;
     const char* szHelp;
-    const char* szExample;  // any value of its form will do; empty: none but the values
-    std::vector<std::string> vValues;
+    std::vector<const char*> vValues;  // patterns of the shell
+    const char* szOther;               // what any other value is
 };
 
 const SetOption kSetOptions[] = {
-    {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", "US", {"none", ""}},
-    {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", "en_US", {"none", ""}},
-    {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", "", {"0", "1", "none"}},
-    {"--log", "PARLO_LOG", "what of the library's log goes to standard error (off)", "", {"off", "error", "debug"}},
+    {"--country",
+     "PARLO_COUNTRY",
+     "the set's country code, or none (US)",
+     {"[A-Z][A-Z]", "none", ""},
+     " is neither a code like US nor none"},
+    {"--language",
+     "PARLO_LANGUAGE",
+     "the voice language, or none (en_US)",
+     {"[a-z][a-z]_[A-Z][A-Z]", "none", ""},
+     " is neither a code like en_US nor none"},
+    {"--voice-recog",
+     "PARLO_VOICE_RECOG",
+     "whether the set recognises voice (1)",
+     {"0", "1", "none"},
+     " is not one of 0, 1, none"},
+    {"--log",
+     "PARLO_LOG",
+     "what of the library's log goes to standard error (off)",
+     {"off", "error", "debug"},
+     " is not one of off, error, debug"},
 };
 
 // The arguments in the parser's order, the last one first. "--option=" is taken apart, as the parser would take
@@ -60,55 +77,35 @@ std::string Suggestion(const std::string& strWord, const std::vector<std::string
     return strSuggestion.empty() ? std::string() : ", " + strSuggestion;
 }
 
-// The long names of the options that may be given to the command; null: to none.
-std::vector<std::string> OptionNames(const CLI::App& app, const CLI::App* pCommand)
-{
-    std::vector<std::string> vNames;
-    for (const CLI::App* pApp : {&app, pCommand}) {
-        if (pApp == nullptr) continue;
-        for (const CLI::Option* pOption : pApp->get_options())
-            for (const std::string& strName : pOption->get_lnames()) vNames.push_back("--" + strName);
-    }
-    return vNames;
-}
-
 // What is wrong with the first argument that nobody took; empty when all were taken. It comes first: what else is
 // wrong may follow from it.
 std::string WrongArgument(const CLI::App& app)
 {
     const std::vector<std::string> vLeft = app.remaining(true);
     if (vLeft.empty()) return {};
-    const std::vector<CLI::App*> vChosen = app.get_subcommands();
-    const CLI::App* pCommand = vChosen.empty() ? nullptr : vChosen.front();
+    std::vector<const CLI::App*> vApps = {&app};
+    for (const CLI::App* pCommand : app.get_subcommands()) vApps.push_back(pCommand);
+    std::vector<std::string> vNames;
+    for (const CLI::App* pApp : vApps)
+        for (const CLI::Option* pOption : pApp->get_options())
+            for (const std::string& strName : pOption->get_lnames()) vNames.push_back("--" + strName);
     for (const std::string& strLeft : vLeft) {
         if (strLeft.size() < 2 || strLeft.front() != '-') continue;
         const std::string strName = strLeft.substr(0, strLeft.find('='));
-        return "unknown option " + Quoted(strName) + Suggestion(strName, OptionNames(app, pCommand));
+        return "unknown option " + Quoted(strName) + Suggestion(strName, vNames);
     }
-    if (pCommand != nullptr) return Quoted(vLeft.front()) + " is one argument too many";
-    std::vector<std::string> vNames;
+    if (vApps.size() > 1) return Quoted(vLeft.front()) + " is one argument too many";
+    vNames.clear();
     for (const CLI::App* pEach : app.get_subcommands(nullptr)) vNames.push_back(pEach->get_name());
     return "unknown command " + Quoted(vLeft.front()) + Suggestion(vLeft.front(), vNames);
-}
-
-// Whether each character is of the same kind as in the example: a capital, a small letter, or that character itself.
-bool IsLike(std::string_view szValue, std::string_view szExample)
-{
-    const auto Kind = [](char c) { return c >= 'A' && c <= 'Z' ? 'A' : c >= 'a' && c <= 'z' ? 'a' : c; };
-    const auto Same = [&](char cOne, char cOther) { return Kind(cOne) == Kind(cOther); };
-    return std::equal(szValue.begin(), szValue.end(), szExample.begin(), szExample.end(), Same);
 }
 
 // What is wrong with a value of the set; empty when nothing is.
 std::string WrongValue(const SetOption& stOption, const std::string& strValue)
 {
+    const auto Fits = [&strValue](const char* szPattern) { return fnmatch(szPattern, strValue.c_str(), 0) == 0; };
     const auto& vValues = stOption.vValues;
-    const bool bForm = *stOption.szExample != '\0';
-    if (std::find(vValues.begin(), vValues.end(), strValue) != vValues.end()) return {};
-    if (bForm && IsLike(strValue, stOption.szExample)) return {};
-    return Quoted(strValue) +
-           (bForm ? std::string(" is neither a code like ") + stOption.szExample + " nor " + vValues.front()
-                  : " is not one of " + Joined(vValues));
+    return std::any_of(vValues.begin(), vValues.end(), Fits) ? std::string() : Quoted(strValue) + stOption.szOther;
 }
 
 std::string WrongVariable()
@@ -161,6 +158,12 @@ void CCommand::Utterance(bool bRequired)
         ->required(bRequired);
 }
 
+void CCommand::NoSet()
+{
+    for (const SetOption& stOption : kSetOptions) m_app.excludes(m_app.get_parent()->get_option(stOption.szFlag));
+    m_app.footer(m_app.get_footer().substr(m_app.get_footer().find("Examples:")));
+}
+
 void CCommand::Json(const char* szHelp)
 {
     Flag("--json", m_stOptions.bJson, szHelp);
@@ -199,22 +202,16 @@ CCommandLine::CCommandLine()
     m_pApp->add_option("--color", m_stOptions.strColour, "whether to colour what is printed: auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->type_name("TEXT");
-    AddSetOptions();
+    for (const SetOption& stOption : kSetOptions) {
+        const auto Set = [&stOption](const std::string& strValue) { setenv(stOption.szVariable, strValue.c_str(), 1); };
+        m_pApp->add_option_function<std::string>(stOption.szFlag, Set, stOption.szHelp)
+            ->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); })
+            ->group("The set")
+            ->type_name("TEXT");
+    }
 }
 
 CCommandLine::~CCommandLine() = default;
-
-void CCommandLine::AddSetOptions()
-{
-    for (const SetOption& stOption : kSetOptions) {
-        const auto SetVariable = [szVariable = stOption.szVariable](const std::string& strValue) {
-            setenv(szVariable, strValue.c_str(), 1);
-        };
-        CLI::Option* pOption = m_pApp->add_option_function<std::string>(stOption.szFlag, SetVariable, stOption.szHelp);
-        pOption->group("The set")->type_name("TEXT");
-        pOption->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); });
-    }
-}
 
 CCommand CCommandLine::Add(const char* szName, const char* szHelp, const char* szExamples, Run run)
 {

@@ -50,6 +50,7 @@ public:
 
     void Files(const char* szHelp);
     void Replies(const char* szHelp);  // files too, or folders: every .json and .jsonl below them
+    void NoSet();                      // the options of the set would change nothing
     void Utterance(bool bRequired);
     void Json(const char* szHelp);
     void Compact();  // behind Json
@@ -80,7 +81,6 @@ public:
     int Main(int argc, char** argv);
 
 private:
-    void AddSetOptions();
     int RunChosen(int argc, char** argv);
 
     std::unique_ptr<CLI::App> m_pApp;

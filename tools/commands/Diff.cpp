@@ -107,4 +107,5 @@ void AddDiff(CCommandLine& line)
                                 "  parlo diff old.json new.json\n  parlo diff monday.jsonl tuesday.jsonl", RunDiff);
     command.Files("two files, each a reply or a conversation");
     command.Utterance(false);
+    command.NoSet();
 }

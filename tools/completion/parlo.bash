@@ -6,7 +6,7 @@ _parlo()
     cur=${COMP_WORDS[COMP_CWORD]}
     prev=${COMP_WORDS[COMP_CWORD - 1]}
     local commands="reply conversation explain log test diff status actions check schema"
-    local options="--help --country --language --voice-recog --log --color"
+    local options="--help --color"
     COMPREPLY=()
 
     case $prev in
@@ -35,6 +35,7 @@ _parlo()
         fi
     done
 
+    [[ $command =~ ^(diff|actions|check|schema)$ ]] || options+=" --country --language --voice-recog --log"
     case $command in
         reply) options+=" --utterance --json --compact" ;;
         conversation) options+=" --json --compact" ;;
