@@ -17,8 +17,6 @@ struct Told {
     Json::Value outcome;
 };
 
-constexpr const char* kParams = "vSystemActionParam";
-
 std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
 {
     std::vector<Told> vOutcomes;
@@ -31,35 +29,22 @@ std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
     return vOutcomes;
 }
 
-// The outcome without what the viewer said: where the record has it as its first parameter, null stands for it.
+// The outcome without what the viewer said: where the record has it as its first parameter, the stand-in takes its
+// place.
 Json::Value WithoutUtterance(const Told& stTold)
 {
     Json::Value outcome = stTold.outcome;
     outcome.removeMember("strUserInputVoice");
-    if (!outcome.isMember(kParams)) return outcome;
-    Json::Value& params = outcome[kParams];
-    if (!params.empty() && params[0] == stTold.strUtterance) params[0] = Json::Value();
+    const Json::Value& params = stTold.outcome["vSystemActionParam"];
+    if (!params.empty() && params[0] == stTold.strUtterance) outcome["vSystemActionParam"][0] = kNoUtterance;
     return outcome;
-}
-
-// The parameters, of which only the one that is not known is null, as a person reads them.
-void NameUtterance(std::string& strJson)
-{
-    for (const std::string strStart : {"", "["})
-        if (strJson.rfind(strStart + "null", 0) == 0) strJson.replace(strStart.size(), 4, "the utterance");
 }
 
 // How two outcomes differ. What the viewer said counts when it is known of both.
 std::vector<Difference> DifferencesOf(const Told& stOne, const Told& stOther)
 {
     if (!stOne.bNoUtterance && !stOther.bNoUtterance) return Differences(stOne.outcome, stOther.outcome, false);
-    std::vector<Difference> vDifferences = Differences(WithoutUtterance(stOne), WithoutUtterance(stOther), false);
-    for (Difference& stDifference : vDifferences) {
-        if (stDifference.strPath.rfind(kParams, 0) != 0) continue;
-        NameUtterance(stDifference.strOne);
-        NameUtterance(stDifference.strOther);
-    }
-    return vDifferences;
+    return Differences(WithoutUtterance(stOne), WithoutUtterance(stOther), false);
 }
 
 // Prints how the n-th outcomes differ. False when they do not.

@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr const char* kNoUtterance = "(utterance)";  // for the library, which takes no reply without one
-
 void Ask(Case& stCase, CADataRepository::_ConvActionInfo& info, bool bKeepLog)
 {
     ServerReply& stReply = stCase.stReply;

@@ -19,6 +19,8 @@ public:
     CSession& operator=(const CSession&) = delete;
 };
 
+constexpr const char* kNoUtterance = "(utterance)";  // for the library, which takes no reply without one
+
 // How a file is handed to the library.
 struct Handling {
     FileForm eForm = FileForm::EITHER;
