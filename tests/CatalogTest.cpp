@@ -18,9 +18,9 @@ static const CPaint kPlain(false);
 TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
-    EXPECT_EQ("there is no service (-1)\n", RenderStatus(Status(ca_get_conv_status())));
+    EXPECT_EQ("there is no service (-1)\n", RenderStatus(ca_get_conv_status()));
     const CSession session;
-    EXPECT_EQ("conversation is available (0)\n", RenderStatus(Status(ca_get_conv_status())));
+    EXPECT_EQ("conversation is available (0)\n", RenderStatus(ca_get_conv_status()));
     std::istringstream table(RenderAllStatuses(AllStatuses(), kPlain));
     std::string strLine, strAvailable, strWord;
     std::getline(table, strLine);
@@ -39,10 +39,9 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
                   " DE:de_DE, IT:it_IT, PL:pl_PL, FI:fi_FI, BE:nl_NL, DK:da_DK, IE" + strEnglish +
                   " FR:fr_FR, NL:nl_NL, RU:ru_RU, CH:de_DE,",
               strAvailable);
-    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(Status(ca_get_conv_status())));
+    EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(ca_get_conv_status()));
     setenv("PARLO_VOICE_RECOG", "0", 1);
-    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n",
-              RenderStatus(Status(ca_get_conv_status())));
+    EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus(ca_get_conv_status()));
     EXPECT_NE(std::string::npos, RenderAllStatuses(AllStatuses(), kPlain).find("KR       no "));
 }
 

@@ -205,9 +205,9 @@ Json::Value Status(int nStatus)
     return value;
 }
 
-std::string RenderStatus(const Json::Value& status)
+std::string RenderStatus(int nStatus)
 {
-    return status["text"].asString() + " (" + status["status"].asString() + ")\n";
+    return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
 }
 
 Json::Value AllStatuses()
@@ -236,6 +236,6 @@ std::string RenderAllStatuses(const Json::Value& statuses, const CPaint& paint)
     std::string strLegend = "\n";
     for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)
-            strLegend += "  " + Padded(stWords.szShort, 5) + RenderStatus(Status(stWords.nStatus));
+            strLegend += "  " + Padded(stWords.szShort, 5) + RenderStatus(stWords.nStatus);
     return Table(std::move(vRows), 0, paint) + strLegend;
 }

@@ -22,7 +22,7 @@ std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.
 Json::Value Status(int nStatus);
-std::string RenderStatus(const Json::Value& status);
+std::string RenderStatus(int nStatus);
 
 // The answers for all countries and voice languages, a list; sets the substitute's environment for each. Needs a
 // service.

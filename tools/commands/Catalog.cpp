@@ -14,14 +14,15 @@ namespace
 int RunStatus(const Options& stOptions, bool bAll)
 {
     const CSession session;
-    const Json::Value value = bAll ? AllStatuses() : Status(ca_get_conv_status());
+    const int nStatus = ca_get_conv_status();
+    const Json::Value value = bAll ? AllStatuses() : Status(nStatus);
     if (!stOptions.bJson)
-        Print(bAll ? RenderAllStatuses(value, stOptions.Paint()) : RenderStatus(value));
+        Print(bAll ? RenderAllStatuses(value, stOptions.Paint()) : RenderStatus(nStatus));
     else if (!bAll)
         Print(JsonLine(value));
     else
         for (const Json::Value& status : value) Print(JsonLine(status));
-    return bAll || value["available"].asBool() ? kExitOk : kExitUnavailable;
+    return bAll || nStatus == E_CA_CONV_STATUS_AVAILABLE ? kExitOk : kExitUnavailable;
 }
 
 int RunActions(const Options& stOptions, const std::string& strWord)
