@@ -187,6 +187,11 @@ void CCommand::Text(const char* szName, std::string& strField, const char* szHel
     if (!vWords.empty()) pOption->check(CLI::IsMember(vWords));
 }
 
+void CCommand::Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp)
+{
+    m_app.add_option(szName, vField, szHelp)->delimiter(',')->allow_extra_args(false)->type_name("TEXT,...");
+}
+
 CCommandLine::CCommandLine()
     : m_pApp(std::make_unique<CLI::App>("Shows what a television makes of a voice server's reply.", "parlo"))
 {
@@ -194,8 +199,8 @@ CCommandLine::CCommandLine()
     m_pApp->require_subcommand(0, 1);  // behind a command, the name of another one is an argument as any
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or a file that cannot be read (test, "
-        "diff), 3 conversation is not available (status).\n\nExamples:\n"
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or a file that cannot be read (check, "
+        "test, diff), 3 conversation is not available (status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
         "  parlo --country DE --language de_DE status");

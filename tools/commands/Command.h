@@ -60,6 +60,7 @@ public:
     // the words.
     void Text(const char* szName, std::string& strField, const char* szHelp,
               const std::vector<std::string>& vWords = {});
+    void Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp);  // again and again, or commas
 
 private:
     CLI::App& m_app;

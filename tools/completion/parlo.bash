@@ -13,10 +13,10 @@ _parlo()
         --voice-recog) words="0 1 none" ;;
         --log) words="off error debug" ;;
         --color) words="auto always never" ;;
-        --format) words="text json" ;;
+        --format) words="text json github" ;;
         --country) words="$(parlo status --all 2>/dev/null | sed -n 's/^\([A-Z][A-Z]\) .*/\1/p') none" ;;
         --language) words="$(parlo status --all 2>/dev/null | sed -n '1s/^country//p') none" ;;
-        --utterance) return ;;
+        --utterance | --ignore | --allow) return ;;
         --junit | --extract)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
@@ -45,7 +45,7 @@ _parlo()
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;
         actions) options+=" --json" ;;
-        check) options+=" --strict --format" ;;
+        check) options+=" --strict --format --json --ignore --allow" ;;
         "") options+=" --version" ;;
     esac
 

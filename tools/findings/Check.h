@@ -26,7 +26,7 @@ std::vector<Finding> CheckSchema(std::string_view szDocument);
 // reply.
 std::vector<Finding> CheckConversation(std::string_view szText);
 
-// The one of them that the text looks like.
-std::vector<Finding> CheckByForm(std::string_view szText);
+// The one of them that the text of the file `strName` looks like.
+std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName = "-");
 
 #endif

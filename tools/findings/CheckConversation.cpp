@@ -7,7 +7,7 @@
 #include "findings/Shape.h"
 #include "findings/Suggestion.h"
 #include "findings/Syntax.h"
-#include "reading/Input.h"
+#include "reading/Files.h"
 #include "records/RecordJson.h"
 #include "text/Text.h"
 
@@ -149,6 +149,7 @@ void CTurn::Reply(const Node& reply)
     m_vOfReply = CheckReplyAfter(m_vBefore, strReply);
     m_vBefore = LeftBy(strReply, std::move(m_vBefore));
     for (Finding& stFinding : m_vOfReply) {
+        stFinding.bOneLine = true;
         stFinding.nOffset = nStart + (bText ? 0 : stFinding.nOffset);
         if (!bText && stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
         if (!bText) continue;
@@ -176,11 +177,9 @@ std::vector<Finding> CheckConversation(std::string_view szText)
     return vFindings;
 }
 
-std::vector<Finding> CheckByForm(std::string_view szText)
+std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName)
 {
-    bool bTurn = false;
-    ForEachLine(szText, [&bTurn](std::string_view szLine, std::size_t) { bTurn = bTurn || IsTurn(szLine); });
-    if (bTurn) return CheckConversation(szText);
+    if (LooksLikeConversation(strName, szText)) return CheckConversation(szText);
     if (IsTurn(szText))
         return {{Severity::ERROR, "not-a-turn", "", 0, 1, 1, 1, "a turn of a conversation must stand on one line", ""}};
     Json::Value root;

@@ -31,6 +31,7 @@ struct Finding {
     std::size_t nOther = kNoOther;  // where another value stands that the text speaks of; kNoOther: of none
     std::size_t nOtherLine = 0;
     std::size_t nOtherColumn = 0;
+    bool bOneLine = false;  // the whole text is a line, of which the line's number says nothing
 
     static constexpr std::size_t kNoOther = static_cast<std::size_t>(-1);
 };

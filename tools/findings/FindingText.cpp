@@ -4,6 +4,8 @@
 #include <json/writer.h>
 
 #include <algorithm>
+#include <iomanip>
+#include <sstream>
 
 #include "Printable.h"
 
@@ -34,15 +36,41 @@ std::string OtherPlace(const Finding& stFinding)
            std::to_string(stFinding.nOtherColumn) + ')';
 }
 
+std::string Sentence(const Finding& stFinding)
+{
+    return stFinding.strText + OtherPlace(stFinding) +
+           (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion);
+}
+
 }  // namespace
 
 std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint)
 {
     const std::string strPlace = Host::Printable(strFile) + ':' + std::to_string(stFinding.nLine) + ':' +
                                  std::to_string(stFinding.nColumn) + ": ";
-    return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + stFinding.strText +
-           OtherPlace(stFinding) + (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion) +
-           paint.Faint(" [" + stFinding.strCode + ']') + '\n';
+    const bool bPointer = stFinding.bOneLine && !stFinding.strPointer.empty();
+    return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + Sentence(stFinding) +
+           (bPointer ? " (" + Shown(stFinding.strPointer) + ')' : "") + paint.Faint(" [" + stFinding.strCode + ']') +
+           '\n';
+}
+
+std::string FindingGithub(const std::string& strFile, const Finding& stFinding)
+{
+    // What would end a part of the line stands as a percent sign and its code.
+    const auto Escaped = [](std::string_view szText, std::string_view szEnds) {
+        std::ostringstream escaped;
+        for (const char c : szText)
+            if (szEnds.find(c) == std::string_view::npos)
+                escaped << c;
+            else
+                escaped << '%' << std::uppercase << std::hex << std::setw(2) << std::setfill('0')
+                        << static_cast<int>(c);
+        return escaped.str();
+    };
+    const char* szKind = stFinding.eSeverity == Severity::NOTE ? "notice" : SeverityWord(stFinding.eSeverity);
+    return std::string("::") + szKind + " file=" + Escaped(strFile, "%\r\n:,") +
+           ",line=" + std::to_string(stFinding.nLine) + ",col=" + std::to_string(stFinding.nColumn) +
+           ",title=" + stFinding.strCode + "::" + Escaped(Sentence(stFinding), "%\r\n") + '\n';
 }
 
 std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, const CPaint& paint)

@@ -11,8 +11,15 @@ namespace
 
 constexpr std::size_t kMostFindings = 10000;
 
-// A key as a step of a JSON pointer.
-std::string Step(std::string_view szKey)
+Span SpanOf(const Json::Value& value)
+{
+    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
+    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
+}
+
+}  // namespace
+
+std::string PointerStep(std::string_view szKey)
 {
     std::string strStep = "/";
     for (const char c : szKey) {
@@ -26,18 +33,10 @@ std::string Step(std::string_view szKey)
     return strStep;
 }
 
-Span SpanOf(const Json::Value& value)
-{
-    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
-    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
-}
-
-}  // namespace
-
 Node Node::Member(std::string_view szKey) const
 {
     const Json::Value* pValue = value.isObject() ? value.find(szKey.data(), szKey.data() + szKey.size()) : nullptr;
-    return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + Step(szKey)};
+    return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + PointerStep(szKey)};
 }
 
 Node Node::Element(Json::ArrayIndex n) const
@@ -60,7 +59,7 @@ int Node::Number() const
 void CReport::AtKey(const Node& object, std::string_view szKey, Remark stRemark)
 {
     const auto nObject = static_cast<std::size_t>(object.value.getOffsetStart());
-    At(m_places.Key(nObject, szKey), object.strPointer + Step(szKey), std::move(stRemark));
+    At(m_places.Key(nObject, szKey), object.strPointer + PointerStep(szKey), std::move(stRemark));
 }
 
 void CReport::AtValue(const Node& node, Remark stRemark)
@@ -120,6 +119,8 @@ std::string_view CReport::Source(const Json::Value& value) const
 std::vector<Finding> CReport::Take()
 {
     Locate(m_szText, m_vFindings);
+    const bool bOneLine = m_szText.find('\n') >= m_szText.find_last_not_of(" \t\r\n") + 1;
+    for (Finding& stFinding : m_vFindings) stFinding.bOneLine = bOneLine;
     return std::exchange(m_vFindings, {});
 }
 

@@ -26,6 +26,9 @@ struct Node {
     bool IsInt(std::string_view szKey) const { return Member(szKey).value.isInt(); }
 };
 
+// A key as a step of a JSON pointer.
+std::string PointerStep(std::string_view szKey);
+
 // What a finding says, without its place.
 struct Remark {
     Severity eSeverity;
