@@ -27,8 +27,7 @@ constexpr Key kTurnKeys[] = {
     {"state", Type::TEXT, "Whether the log had all of the reply."},
     {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
 };
-constexpr Description::Object kTurn = {
-    "Turn", "the line", "One turn of a conversation.", Description::Reading::FILL, kTurnKeys, std::size(kTurnKeys)};
+constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
 
 // Calls `visit` with each line that is not blank, and where it begins.
 template <typename Visit>

@@ -38,15 +38,16 @@ std::string AddLine(std::string strLine, CheckRules& stRules)
     std::string strOption;
     if (!(words >> strOption) || strOption.front() == '#') return {};
     const bool bIgnore = strOption == "--ignore";
-    const std::size_t nBefore = stRules.vIgnored.size() + stRules.vAllowed.size();
-    for (std::string strWord; words >> strWord;) {
+    const bool bStrict = strOption == "--strict" && (words >> std::ws).eof();
+    stRules.bStrict = stRules.bStrict || bStrict;
+    if (!bIgnore && !bStrict && strOption != "--allow")
+        return Quoted(strOption) + " is none of --ignore, --allow and --strict";
+    std::string strWrong;
+    for (std::string strWord; words >> strWord && strWrong.empty();) {
         (bIgnore ? stRules.vIgnored : stRules.vAllowed).push_back(strWord);
-        if (const std::string strWrong = bIgnore ? WrongCode(strWord) : ""; !strWrong.empty()) return strWrong;
+        if (bIgnore) strWrong = WrongCode(strWord);
     }
-    const bool bValue = stRules.vIgnored.size() + stRules.vAllowed.size() > nBefore;
-    stRules.bStrict = stRules.bStrict || strOption == "--strict";
-    if (bIgnore || strOption == "--allow") return bValue ? "" : Quoted(strOption) + " needs a value";
-    return strOption == "--strict" && !bValue ? "" : Quoted(strOption) + " is none of --ignore, --allow and --strict";
+    return strWrong;
 }
 
 }  // namespace

@@ -180,7 +180,8 @@ void CCommandEffects::Later()
     for (Json::ArrayIndex i = 1; i < nCount; ++i) {
         const Node command = m_commands.Element(i);
         if (m_report.IsDoubted(command)) continue;
-        const bool bIntent = LooksUpIntents() && i + 1 == nCount && command.Has("intent");
+        const bool bGiven = command.Has("intent") || m_report.IsDoubted(command.Member("intent"));
+        const bool bIntent = LooksUpIntents() && i + 1 == nCount && bGiven;
         if (i == 1 && bFollowUps)
             Second(command);
         else if (!bIntent)

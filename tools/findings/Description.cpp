@@ -35,32 +35,24 @@ std::vector<std::string_view> Intents()
     return vWords;
 }
 
-template <std::size_t N>
-constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, Reading eReading,
-                      const Key (&keys)[N])
-{
-    return {szName, szWhere, szComment, eReading, keys, N};
-}
-
 constexpr Key kErrKeys[] = {
     Key{"code", Type::TEXT_OR_INTEGER, "The error's code."}.Otherwise("reads as 0"),
     Key{"msg", Type::SCALAR, "The error's message, for the log."}.Otherwise("reads as an empty text"),
 };
 constexpr Object kErr =
-    Make("Error", "\"err\"", "Why the server failed. Read only when \"stat\" is \"fail\".", Reading::FILL, kErrKeys);
+    Make("Error", "\"err\"", "Why the server failed. Read only when \"stat\" is \"fail\".", kErrKeys);
 
 constexpr Key kDialogKeys[] = {
     {"dialog_id", Type::TEXT, "The dialog's id. A reply without it clears the one before."},
     Key{"dialog_seq", Type::INTEGER, "The turn's number. Without it the last one stays."}.Otherwise("ignored"),
 };
-constexpr Object kDialog =
-    Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", Reading::FILL, kDialogKeys);
+constexpr Object kDialog = Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", kDialogKeys);
 
 constexpr Key kNluInfoKeys[] = {
     {"dialog_type", Type::INTEGER, "The dialog's type. Without it the last one stays."},
 };
 constexpr Object kNluInfo =
-    Make("NluInfo", "\"nlu_info\"", "What the language engine found.", Reading::TAKE, kNluInfoKeys);
+    Make("NluInfo", "\"nlu_info\"", "What the language engine found.", kNluInfoKeys, Reading::TAKE);
 
 constexpr Key kResponseInfoKeys[] = {
     {"engine_time", Type::TEXT, "Time that the language engine took."},
@@ -70,9 +62,9 @@ constexpr Key kResponseInfoKeys[] = {
     {"server_time", Type::TEXT, "Time that the server took in all."},
     {"query", Type::TEXT, "What the server understood."},
 };
-constexpr Object kResponseInfo = Make("ResponseInfo", "\"response_info\"",
-                                      "How long the server took. For whoever reads the reply; nothing comes of it.",
-                                      Reading::FILL, kResponseInfoKeys);
+constexpr Object kResponseInfo =
+    Make("ResponseInfo", "\"response_info\"",
+         "How long the server took. For whoever reads the reply; nothing comes of it.", kResponseInfoKeys);
 
 constexpr Key kChannelKeys[] = {
     {"dtv", Type::TEXT, "Digital or analogue."},
@@ -89,7 +81,7 @@ constexpr Key kChannelKeys[] = {
     {"type", Type::TEXT, "The channel's type."},
 };
 constexpr Object kChannel =
-    Make("Channel", "an object of \"channels\"", "A channel that a command names.", Reading::FILL, kChannelKeys);
+    Make("Channel", "an object of \"channels\"", "A channel that a command names.", kChannelKeys);
 
 constexpr Key kUMDChannelKeys[] = {
     {"lineup_id", Type::TEXT, "The line-up's id."},
@@ -98,15 +90,14 @@ constexpr Key kUMDChannelKeys[] = {
     {"channel_name", Type::TEXT, "The channel's name."},
     {"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."},
 };
-constexpr Object kUMDChannel = Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.",
-                                    Reading::FILL, kUMDChannelKeys);
+constexpr Object kUMDChannel =
+    Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.", kUMDChannelKeys);
 
 constexpr Key kUMDElementKeys[] = {
     Key{"umd_channel", Type::OBJECT, "The channel itself."}.Of(kUMDChannel),
 };
-constexpr Object kUMDElement =
-    Make("CableChannelEntry", "an object of \"umd_channels\"", "Holds one channel of a cable or satellite line-up.",
-         Reading::FILL, kUMDElementKeys);
+constexpr Object kUMDElement = Make("CableChannelEntry", "an object of \"umd_channels\"",
+                                    "Holds one channel of a cable or satellite line-up.", kUMDElementKeys);
 
 constexpr Key kParamKeys[] = {
     {"amount", Type::INTEGER, "Volume or channel steps, or the volume to set."},
@@ -137,7 +128,7 @@ constexpr Key kParamKeys[] = {
 const Object kParam = Make("CommandParam", "an object of \"params\"",
                            "What the command's action needs. All objects of \"params\" together make one command; "
                            "a later one overwrites.",
-                           Reading::TAKE, kParamKeys);
+                           kParamKeys, Reading::TAKE);
 
 namespace
 {
@@ -151,15 +142,14 @@ constexpr Key kCommandKeys[] = {
 };
 constexpr Object kCommand =
     Make("Command", "an object of \"tvcontrol\"",
-         "A command. The first one counts; a second one may follow channels or names to choose from.", Reading::FILL,
-         kCommandKeys);
+         "A command. The first one counts; a second one may follow channels or names to choose from.", kCommandKeys);
 
 constexpr Key kRequestParamKeys[] = {
     {"title", Type::TEXT, "The entry's title."},
     {"index", Type::INTEGER, "The entry's position in the list on screen."},
 };
 constexpr Object kRequestParam = Make("DisplayParam", "an object of \"params\"", "An entry of the list on screen.",
-                                      Reading::TAKE, kRequestParamKeys);
+                                      kRequestParamKeys, Reading::TAKE);
 
 constexpr Key kRequestKeys[] = {
     Key{"action", Type::TEXT, "What shall happen to the entries."}.OneOf(All<kDisplayActionWords>).Otherwise("code -1"),
@@ -167,9 +157,9 @@ constexpr Key kRequestKeys[] = {
 };
 constexpr Object MakeRequest()
 {
-    Object stRequest = Make("DisplayRequest", "an object of \"displaycontrol\"",
-                            "A request to act on the list that is on screen. Of several the last one counts.",
-                            Reading::FILL, kRequestKeys);
+    Object stRequest =
+        Make("DisplayRequest", "an object of \"displaycontrol\"",
+             "A request to act on the list that is on screen. Of several the last one counts.", kRequestKeys);
     stRequest.szNoObject = "skipped";
     return stRequest;
 }
@@ -195,7 +185,7 @@ constexpr Key kRspKeys[] = {
     Key{"tvcontent", Type::OBJECTS, "What the search found."}.Of(kItem),
     Key{"nlu_info", Type::OBJECT, "What the language engine found."}.Of(kNluInfo),
 };
-constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", Reading::FILL, kRspKeys);
+constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", kRspKeys);
 
 constexpr Key kReplyKeys[] = {
     Key{"rsp", Type::OBJECT, "The reply itself."}
@@ -214,8 +204,8 @@ constexpr Key kRuleKeys[] = {
         .OneOf(All<kSortRuleWords>)
         .Otherwise("takes over the type of the rule before it"),
 };
-constexpr Object kRule = Make("Rule", "an object of \"rules\"", "A rule that puts entries into the list of results.",
-                              Reading::FILL, kRuleKeys);
+constexpr Object kRule =
+    Make("Rule", "an object of \"rules\"", "A rule that puts entries into the list of results.", kRuleKeys);
 
 constexpr Key kEntryKeys[] = {
     Key{"category", Type::TEXT, "The source of results that is meant."}
@@ -224,7 +214,7 @@ constexpr Key kEntryKeys[] = {
     Key{"rules", Type::OBJECTS, "The rules, in order."}.Of(kRule),
 };
 constexpr Object kEntry =
-    Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", Reading::FILL, kEntryKeys);
+    Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", kEntryKeys);
 
 constexpr Key kSchemaRspKeys[] = {
     Key{"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success."}
@@ -233,7 +223,7 @@ constexpr Key kSchemaRspKeys[] = {
     Key{"err", Type::OBJECT, "Why the server failed."}.Of(kErr),
     Key{"schema", Type::OBJECTS, "The rules, by source of results."}.Of(kEntry),
 };
-constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", Reading::FILL, kSchemaRspKeys);
+constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", kSchemaRspKeys);
 
 constexpr Key kSearchSchemaKeys[] = {
     Key{"rsp", Type::OBJECT, "The document itself."}.Of(kSchemaRsp).Needed(),
@@ -242,10 +232,9 @@ constexpr Key kSearchSchemaKeys[] = {
 
 }  // namespace
 
-const Object kReply = Make("Reply", "the document", "A reply of the voice server.", Reading::FILL, kReplyKeys);
-const Object kSearchSchema =
-    Make("SearchSchema", "the document", "A search schema document: how search results are ordered.", Reading::FILL,
-         kSearchSchemaKeys);
+const Object kReply = Make("Reply", "the document", "A reply of the voice server.", kReplyKeys);
+const Object kSearchSchema = Make("SearchSchema", "the document",
+                                  "A search schema document: how search results are ordered.", kSearchSchemaKeys);
 
 const Key* Object::Find(std::string_view szKey) const
 {

@@ -85,6 +85,13 @@ struct Object {
     const Kind* KindOf(std::string_view szType) const;  // null when there is none
 };
 
+template <std::size_t N>
+constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, const Key (&keys)[N],
+                      Reading eReading = Reading::FILL)
+{
+    return {szName, szWhere, szComment, eReading, keys, N};
+}
+
 extern const Object kReply;
 extern const Object kSearchSchema;
 

@@ -27,13 +27,6 @@ std::vector<std::string_view> PremiumFlags()
 // An item's own key "type" is read before its kind is known.
 constexpr Key kType = Key{"type", Type::TEXT, kTypeComment}.OneOf(Kinds).Otherwise("the item is dropped");
 
-template <std::size_t N>
-constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, const Key (&keys)[N],
-                      Reading eReading = Reading::FILL)
-{
-    return {szName, szWhere, szComment, eReading, keys, N};
-}
-
 constexpr Key kImagesKeys[] = {
     {"url", Type::TEXT,
      "The picture's address, with one %d where the size code goes. The result must be shorter than "

@@ -1,6 +1,8 @@
 // A reply's flow: which of its commands count, and what follows from that for its other parts.
 #include "findings/Effects.h"
 
+#include <utility>
+
 #include "findings/CommandEffects.h"
 #include "findings/ItemEffects.h"
 #include "text/Text.h"
@@ -62,13 +64,11 @@ void CReplyEffects::Requests()
     const std::string strSentence = m_rsp.Member("system_sentence").Text();
     if (!strSentence.empty() && strSentence != "{Null}")
         NoEffect("system_sentence", "nothing is said beside a \"displaycontrol\"");
-    const Node* pLast = nullptr;
-    std::vector<Node> vRequests;
-    for (Json::ArrayIndex i = 0; i < requests.Size(); ++i)
-        if (requests.value[i].isObject()) vRequests.push_back(requests.Element(i));
-    for (const Node& request : vRequests) {
-        pLast = &vRequests.back();
-        if (&request != pLast)
+    bool bLast = true;
+    for (Json::ArrayIndex i = requests.Size(); i > 0; --i) {
+        const Node request = requests.Element(i - 1);
+        if (!request.value.isObject()) continue;
+        if (!std::exchange(bLast, false))
             m_report.AtValue(request, ::NoEffect("the request", "a later one takes its place"));
         else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
             m_report.AtMissing(request, "action", "no-action", "the request", "code -1");

@@ -4,8 +4,6 @@
 #include <json/writer.h>
 
 #include <algorithm>
-#include <iomanip>
-#include <sstream>
 
 #include "Printable.h"
 
@@ -36,6 +34,15 @@ std::string OtherPlace(const Finding& stFinding)
            std::to_string(stFinding.nOtherColumn) + ')';
 }
 
+// What would end a part of GitHub's line as a percent sign and its code.
+std::string Escaped(std::string strText, const char* szEnds)
+{
+    constexpr const char* kHex = "0123456789ABCDEF";
+    for (std::size_t n = 0; (n = strText.find_first_of(szEnds, n)) != std::string::npos; n += 3)
+        strText.replace(n, 1, {'%', kHex[strText[n] >> 4], kHex[strText[n] & 0xF]});
+    return strText;
+}
+
 std::string Sentence(const Finding& stFinding)
 {
     return stFinding.strText + OtherPlace(stFinding) +
@@ -56,21 +63,10 @@ std::string FindingLine(const std::string& strFile, const Finding& stFinding, co
 
 std::string FindingGithub(const std::string& strFile, const Finding& stFinding)
 {
-    // What would end a part of the line stands as a percent sign and its code.
-    const auto Escaped = [](std::string_view szText, std::string_view szEnds) {
-        std::ostringstream escaped;
-        for (const char c : szText)
-            if (szEnds.find(c) == std::string_view::npos)
-                escaped << c;
-            else
-                escaped << '%' << std::uppercase << std::hex << std::setw(2) << std::setfill('0')
-                        << static_cast<int>(c);
-        return escaped.str();
-    };
     const char* szKind = stFinding.eSeverity == Severity::NOTE ? "notice" : SeverityWord(stFinding.eSeverity);
-    return std::string("::") + szKind + " file=" + Escaped(strFile, "%\r\n:,") +
+    return std::string("::") + szKind + " file=" + Escaped(Host::Printable(strFile), "%:,") +
            ",line=" + std::to_string(stFinding.nLine) + ",col=" + std::to_string(stFinding.nColumn) +
-           ",title=" + stFinding.strCode + "::" + Escaped(Sentence(stFinding), "%\r\n") + '\n';
+           ",title=" + stFinding.strCode + "::" + Escaped(Sentence(stFinding), "%") + '\n';
 }
 
 std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, const CPaint& paint)

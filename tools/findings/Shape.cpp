@@ -20,31 +20,30 @@ using Description::Reading;
 using Description::Type;
 
 struct TypeWords {
-    Type eType;
-    const char* szWords;    // what is wanted
-    const char* szFilled;   // what a value of another type reads as
-    const char* szSkipped;  // what becomes of an element of another type
+    const char* szWords;   // what is wanted
+    const char* szFilled;  // what a value of another type reads as
+    bool (Json::Value::*fits)() const;
+    const char* szSkipped = nullptr;  // what becomes of an element of another type
 };
 
+// By Type.
 constexpr TypeWords kTypes[] = {
-    {Type::TEXT, "a text", "reads as an empty text", nullptr},
-    {Type::INTEGER, "an integer", "reads as 0", nullptr},
-    {Type::BOOLEAN, "a boolean", "ignored", nullptr},
-    {Type::TEXT_OR_INTEGER, "a text or an integer", "ignored", nullptr},
-    {Type::SCALAR, "a text", "reads as an empty text", nullptr},
-    {Type::ANYTHING, "anything", "", nullptr},
-    {Type::OBJECT, "an object", "reads as an empty object", nullptr},
-    {Type::TEXTS, "a list", "reads as an empty list", "skipped"},
-    {Type::INTEGERS, "a list", "reads as an empty list", "skipped"},
-    {Type::SCALARS, "a list", "reads as an empty list", "reads as an empty text"},
-    {Type::OBJECTS, "a list", "reads as an empty list", "reads as an empty object"},
+    {"a text", "reads as an empty text", &Json::Value::isString},
+    {"an integer", "reads as 0", &Json::Value::isInt},
+    {"a boolean", "ignored", &Json::Value::isBool},
+    {"a text or an integer", "ignored", &Json::Value::isInt},
+    {"a text", "reads as an empty text", &Json::Value::isString},
+    {"anything", "", nullptr},
+    {"an object", "reads as an empty object", &Json::Value::isObject},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "skipped"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "skipped"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "reads as an empty text"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "reads as an empty object"},
 };
 
 const TypeWords& WordsOf(Type eType)
 {
-    for (const TypeWords& stWords : kTypes)
-        if (stWords.eType == eType) return stWords;
-    return kTypes[0];
+    return kTypes[static_cast<std::size_t>(eType)];
 }
 
 // A number without a fraction, however large.
@@ -60,24 +59,8 @@ bool IsScalar(const Json::Value& value)
 
 bool Fits(const Json::Value& value, Type eType)
 {
-    switch (eType) {
-        case Type::TEXT:
-            return value.isString();
-        case Type::INTEGER:
-            return value.isInt();
-        case Type::BOOLEAN:
-            return value.isBool();
-        case Type::TEXT_OR_INTEGER:
-            return value.isString() || value.isInt();
-        case Type::SCALAR:
-            return value.isString();
-        case Type::ANYTHING:
-            return true;
-        case Type::OBJECT:
-            return value.isObject();
-        default:
-            return value.isArray();
-    }
+    return eType == Type::ANYTHING || (eType == Type::TEXT_OR_INTEGER && value.isString()) ||
+           (value.*WordsOf(eType).fits)();
 }
 
 const char* KindOf(const Json::Value& value)
@@ -90,35 +73,24 @@ const char* KindOf(const Json::Value& value)
     return IsWhole(value) ? "an integer" : "a number with a fraction";
 }
 
-// A key's object, or the one of its kinds, and where it is.
 struct Owner {
-    const Object* pObject = nullptr;
-    std::string_view szAt;  // the key that leads there, of the object that the search began at or of one below
+    const Object* pObject;
+    std::string_view szAt;  // the key that leads there
 };
 
-// What is below `stKey` and has the key `szKey` itself.
-const Object* OwnerAt(const Key& stKey, std::string_view szKey)
+// The object and what is below it, the nearest first.
+std::vector<Owner> WithParts(const Object& stObject)
 {
-    const Object* pObject = stKey.pObject;
-    if (pObject == nullptr || pObject->Find(szKey) != nullptr) return pObject;
-    for (std::size_t i = 0; i < pObject->nKinds; ++i)
-        if (pObject->pKinds[i].pObject->Find(szKey) != nullptr) return pObject->pKinds[i].pObject;
-    return nullptr;
-}
-
-// The nearest object below that has the key.
-Owner OwnerBelow(const Object& stObject, std::string_view szKey, int nLevels)
-{
-    Owner stOwner;
-    for (const Key& stKey : stObject)
-        if (stOwner.pObject == nullptr) stOwner = {OwnerAt(stKey, szKey), stKey.szName};
-    for (const Key& stKey : stObject) {
-        if (stOwner.pObject != nullptr || stKey.pObject == nullptr || nLevels == 0) continue;
-        stOwner = OwnerBelow(*stKey.pObject, szKey, nLevels - 1);
-        for (std::size_t i = 0; i < stKey.pObject->nKinds && stOwner.pObject == nullptr; ++i)
-            stOwner = OwnerBelow(*stKey.pObject->pKinds[i].pObject, szKey, nLevels - 1);
+    std::vector<Owner> vOwners = {{&stObject, ""}};
+    for (std::size_t i = 0; i < vOwners.size(); ++i) {
+        for (const Key& stKey : *vOwners[i].pObject) {
+            if (stKey.pObject == nullptr) continue;
+            vOwners.push_back({stKey.pObject, stKey.szName});
+            for (std::size_t n = 0; n < stKey.pObject->nKinds; ++n)
+                vOwners.push_back({stKey.pObject->pKinds[n].pObject, stKey.szName});
+        }
     }
-    return stOwner;
+    return vOwners;
 }
 
 class CShapeWalk
@@ -207,20 +179,18 @@ std::string CShapeWalk::Meant(const Node& object, const std::string& strKey)
 // Which object the key belongs to: one close by, or any of the document. Empty when none has it.
 std::string CShapeWalk::Elsewhere(std::string_view szKey, bool bNear)
 {
-    constexpr int kNear = 2;
-    constexpr int kAll = 100;
-    Owner stOwner = OwnerBelow(*m_vWithin.back(), szKey, bNear ? kNear : kAll);
-    std::size_t n = m_vWithin.size() - 1;
-    for (const std::size_t nEnd = bNear && n > 0 ? n - 1 : 0; n > nEnd && stOwner.pObject == nullptr; --n) {
-        const Object* pOuter = m_vWithin[n - 1];
-        stOwner = pOuter->Find(szKey) != nullptr ? Owner{pOuter, ""}
-                  : bNear                        ? Owner()
-                                                 : OwnerBelow(*pOuter, szKey, kAll);
+    std::vector<Owner> vOwners = bNear ? WithParts(*m_vWithin.back()) : std::vector<Owner>();
+    for (std::size_t n = m_vWithin.size(); n > 0 && (!bNear || n + 1 >= m_vWithin.size()); --n)
+        vOwners.push_back({m_vWithin[n - 1], ""});
+    for (const Owner& stOwner : bNear ? std::vector<Owner>() : WithParts(*m_vWithin.front()))
+        vOwners.push_back(stOwner);
+    for (const Owner& stOwner : vOwners) {
+        if (stOwner.pObject->Find(szKey) == nullptr) continue;
+        m_report.DoubtMissing(szKey);
+        m_report.DoubtMissing(stOwner.szAt);
+        return std::string("it belongs into ") + stOwner.pObject->szWhere;
     }
-    if (stOwner.pObject == nullptr) return {};
-    m_report.DoubtMissing(szKey);
-    m_report.DoubtMissing(stOwner.szAt);
-    return std::string("it belongs into ") + stOwner.pObject->szWhere;
+    return {};
 }
 
 void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObject)
