@@ -54,10 +54,7 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
         CheckDocument(root, stObject, effects, vBefore, report);
     }
     std::vector<Finding> vFindings = report.Take();
-    for (Finding& stFinding : vFindings) {
-        stFinding.nOffset += nMark;
-        if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nMark;
-    }
+    for (Finding& stFinding : vFindings) stFinding.Shift(nMark);
     return vFindings;
 }
 

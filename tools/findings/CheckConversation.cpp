@@ -107,34 +107,31 @@ void CTurn::Parts(const Node& turn)
     if (expect.value.isObject()) Expectation(expect, OutcomeNames());
     if (reply.value.isObject() || reply.value.isString())
         Reply(reply);
+    else if (reply.value.isNull() && !m_report.IsDoubted(reply))
+        m_report.AtMissing(turn, "reply", "not-a-turn", "the line", "the line is refused");
     else if (!m_report.IsDoubted(reply))
-        m_report.AtValue(reply.value.isNull() ? turn : reply,
-                         {Severity::ERROR, "not-a-turn",
-                          reply.value.isNull() ? "the line has no \"reply\": the line is refused"
-                                               : "\"reply\" is neither an object nor a text: the line is refused"});
+        m_report.AtValue(
+            reply, {Severity::ERROR, "not-a-turn", "\"reply\" is neither an object nor a text: the line is refused"});
 }
 
 // What the record has no place for can never come true.
 void CTurn::Expectation(const Node& part, const Json::Value& outcome)
 {
-    std::vector<std::string_view> vNames;
-    for (auto it = outcome.begin(); it != outcome.end(); ++it) {
-        const char* pEnd = nullptr;
-        const char* pName = it.memberName(&pEnd);
-        vNames.emplace_back(pName, static_cast<std::size_t>(pEnd - pName));
-    }
-    for (const std::string& strKey : part.value.getMemberNames()) {
-        const Node member = part.Member(strKey);
-        if (!outcome.isMember(strKey))
-            m_report.AtKey(
-                part, strKey,
-                {Severity::ERROR, "unknown-key", Quoted(strKey) + " is no part of what comes out: never true",
-                 DidYouMean(Nearest(strKey, vNames))});
-        else if (outcome[strKey].isBool() && !member.value.isBool())
-            m_report.AtValue(member,
-                             {Severity::ERROR, "wrong-type", Quoted(strKey) + " is not true or false: never true"});
-        else if (outcome[strKey].isObject() && member.value.isObject())
-            Expectation(member, outcome[strKey]);
+    const Json::Value::Members vMembers = outcome.getMemberNames();
+    const std::vector<std::string_view> vNames(vMembers.begin(), vMembers.end());
+    for (const KeyPlace& stPlace : m_places.Keys(static_cast<std::size_t>(part.value.getOffsetStart()))) {
+        const Node member = part.Member(stPlace.strKey);
+        const Json::Value& known = outcome[stPlace.strKey];
+        if (!outcome.isMember(stPlace.strKey))
+            m_report.At(
+                stPlace.stSpan, member.strPointer,
+                {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is no part of what comes out: never true",
+                 DidYouMean(Nearest(stPlace.strKey, vNames))});
+        else if (known.isBool() && !member.value.isBool())
+            m_report.AtValue(
+                member, {Severity::ERROR, "wrong-type", Quoted(stPlace.strKey) + " is not true or false: never true"});
+        else if (known.isObject() && member.value.isObject())
+            Expectation(member, known);
     }
 }
 
@@ -149,9 +146,9 @@ void CTurn::Reply(const Node& reply)
     m_vBefore = LeftBy(strReply, std::move(m_vBefore));
     for (Finding& stFinding : m_vOfReply) {
         stFinding.bOneLine = true;
-        stFinding.nOffset = nStart + (bText ? 0 : stFinding.nOffset);
-        if (!bText && stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
+        if (!bText) stFinding.Shift(nStart);
         if (!bText) continue;
+        stFinding.nOffset = nStart;
         stFinding.nOther = Finding::kNoOther;
         stFinding.nLength = nLength;
         stFinding.strText = "in line " + std::to_string(stFinding.nLine) + ", column " +
@@ -167,8 +164,7 @@ std::vector<Finding> CheckConversation(std::string_view szText)
     Before vBefore;
     ForEachLine(szText, [&](std::string_view szLine, std::size_t nStart) {
         for (Finding& stFinding : CTurn(szLine, vBefore).Check()) {
-            stFinding.nOffset += nStart;
-            if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
+            stFinding.Shift(nStart);
             vFindings.push_back(std::move(stFinding));
         }
     });

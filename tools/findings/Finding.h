@@ -33,6 +33,13 @@ struct Finding {
     std::size_t nOtherColumn = 0;
     bool bOneLine = false;  // the whole text is a line, of which the line's number says nothing
 
+    // So many bytes stand before the text that was looked at.
+    void Shift(std::size_t nBefore)
+    {
+        nOffset += nBefore;
+        if (nOther != kNoOther) nOther += nBefore;
+    }
+
     static constexpr std::size_t kNoOther = static_cast<std::size_t>(-1);
 };
 
