@@ -42,6 +42,11 @@ constexpr Key kErrKeys[] = {
 constexpr Object kErr =
     Make("Error", "\"err\"", "Why the server failed. Read only when \"stat\" is \"fail\".", kErrKeys);
 
+constexpr Key kStat = Key{"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success."}
+                          .Otherwise("reads as a success")
+                          .Exactly("fail");
+constexpr Key kErrOf = Key{"err", Type::OBJECT, "Why the server failed."}.Of(kErr);
+
 constexpr Key kDialogKeys[] = {
     {"dialog_id", Type::TEXT, "The dialog's id. A reply without it clears the one before."},
     Key{"dialog_seq", Type::INTEGER, "The turn's number. Without it the last one stays."}.Otherwise("ignored"),
@@ -102,8 +107,8 @@ constexpr Object kUMDElement = Make("CableChannelEntry", "an object of \"umd_cha
 constexpr Key kParamKeys[] = {
     {"amount", Type::INTEGER, "Volume or channel steps, or the volume to set."},
     {"index", Type::INTEGER, "Says that there is a position; \"idx\" is the position."},
-    Key{"idx", Type::INTEGER, "The position in the list on screen, from 0. Counts only beside an integer \"index\"."}
-        .Otherwise("reads as 0 beside an \"index\", else ignored"),
+    Key{"idx", Type::INTEGER, "The position on screen, from 0, beside an integer \"index\"."}.Otherwise(
+        "reads as 0 beside an \"index\", else ignored"),
     {"prevnext", Type::TEXT, "Backwards or forwards. No action takes it."},
     {"listorder", Type::INTEGER, "A position in a list. No action takes it."},
     {"time", Type::INTEGER, "Minutes until the set turns itself off."},
@@ -120,15 +125,13 @@ constexpr Key kParamKeys[] = {
     Key{"action", Type::TEXT, "Replaces the command's action."}.OneOf(Actions),
     Key{"names", Type::SCALARS, "Names to choose from. They replace earlier ones."}.Otherwise("clears the names"),
     Key{"channels", Type::OBJECTS, "Channels to choose from."}.Of(kChannel),
-    Key{"umd_channels", Type::OBJECTS, "Channels of a cable or satellite line-up, behind \"channels\"."}.Of(
-        kUMDElement),
+    Key{"umd_channels", Type::OBJECTS, "Channels of a line-up, behind \"channels\"."}.Of(kUMDElement),
 };
 }  // namespace
 
-const Object kParam = Make("CommandParam", "an object of \"params\"",
-                           "What the command's action needs. All objects of \"params\" together make one command; "
-                           "a later one overwrites.",
-                           kParamKeys, Reading::TAKE);
+const Object kParam =
+    Make("CommandParam", "an object of \"params\"",
+         "What the action needs. All of them make one command; a later one overwrites.", kParamKeys, Reading::TAKE);
 
 namespace
 {
@@ -136,7 +139,7 @@ namespace
 constexpr Key kCommandKeys[] = {
     Key{"action", Type::TEXT, "What the set shall do."}.Needed().OneOf(Actions),
     Key{"intent", Type::TEXT,
-        "What the viewer was after. Looked up beside names to choose from, of the last of two or three commands."}
+        "What the viewer was after. Looked up beside names to choose from, of two or three commands."}
         .OneOf(Intents),
     Key{"params", Type::OBJECTS, "What the action needs."}.Of(kParam),
 };
@@ -155,24 +158,14 @@ constexpr Key kRequestKeys[] = {
     Key{"action", Type::TEXT, "What shall happen to the entries."}.OneOf(All<kDisplayActionWords>).Otherwise("code -1"),
     Key{"params", Type::OBJECTS, "The entries that are meant."}.Of(kRequestParam),
 };
-constexpr Object MakeRequest()
-{
-    Object stRequest =
-        Make("DisplayRequest", "an object of \"displaycontrol\"",
-             "A request to act on the list that is on screen. Of several the last one counts.", kRequestKeys);
-    stRequest.szNoObject = "skipped";
-    return stRequest;
-}
-constexpr Object kRequest = MakeRequest();
+constexpr Object kRequest = Make("DisplayRequest", "an object of \"displaycontrol\"",
+                                 "A request to act on the list that is on screen. Of several the last one counts.",
+                                 kRequestKeys, Reading::FILL, "skipped");
 
 constexpr Key kRspKeys[] = {
-    Key{"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success."}
-        .Otherwise("reads as a success")
-        .Exactly("fail"),
-    Key{"err", Type::OBJECT, "Why the server failed."}.Of(kErr),
-    Key{"domain", Type::TEXTS,
-        "What the reply is about. \"display_content\" with two or more of them hands the search over to the "
-        "application."},
+    kStat,
+    kErrOf,
+    Key{"domain", Type::TEXTS, "What it is about. With two or more of them \"display_content\" hands the search over."},
     Key{"dialog", Type::OBJECT, "Where in the dialog this reply stands."}.Of(kDialog),
     Key{"system_sentence", Type::TEXT,
         "What the set says. \"{Null}\" stands for nothing. Not said beside \"displaycontrol\"."}
@@ -217,10 +210,8 @@ constexpr Object kEntry =
     Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", kEntryKeys);
 
 constexpr Key kSchemaRspKeys[] = {
-    Key{"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success."}
-        .Otherwise("reads as a success")
-        .Exactly("fail"),
-    Key{"err", Type::OBJECT, "Why the server failed."}.Of(kErr),
+    kStat,
+    kErrOf,
     Key{"schema", Type::OBJECTS, "The rules, by source of results."}.Of(kEntry),
 };
 constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", kSchemaRspKeys);

@@ -73,11 +73,11 @@ struct Object {
     const char* szWhere;    // where its keys belong: "an object of \"tvcontrol\""
     const char* szComment;  //
     Reading eReading;
+    const char* szNoObject;  // what becomes of an element that is no object
     const Key* pKeys;
     std::size_t nKeys;
     const Kind* pKinds = nullptr;  // the object's key "type" decides; null: it is always the same
     std::size_t nKinds = 0;
-    const char* szNoObject = "reads as an empty object";  // what becomes of an element that is no object
 
     const Key* begin() const { return pKeys; }
     const Key* end() const { return pKeys + nKeys; }
@@ -87,9 +87,9 @@ struct Object {
 
 template <std::size_t N>
 constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, const Key (&keys)[N],
-                      Reading eReading = Reading::FILL)
+                      Reading eReading = Reading::FILL, const char* szNoObject = "reads as an empty object")
 {
-    return {szName, szWhere, szComment, eReading, keys, N};
+    return {szName, szWhere, szComment, eReading, szNoObject, keys, N};
 }
 
 extern const Object kReply;

@@ -29,8 +29,7 @@ constexpr Key kType = Key{"type", Type::TEXT, kTypeComment}.OneOf(Kinds).Otherwi
 
 constexpr Key kImagesKeys[] = {
     {"url", Type::TEXT,
-     "The picture's address, with one %d where the size code goes. The result must be shorter than "
-     "the template, or end in .jpg or .png."},
+     "The address, with one %d for the size code. Shorter when filled, or with .jpg or .png at its end."},
     {"type", Type::TEXT, "The picture's type."},
     Key{"index", Type::INTEGERS, "The size codes on offer. Without it the address is taken as it stands."}.Otherwise(
         "the address is taken as it stands"),
@@ -90,9 +89,7 @@ constexpr Object kSchedule = Make("Schedule", "\"schedule\"", "When a programme 
         Key{"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock."}.Exactly("No"), \
         Key{"genres", Type::OBJECTS, "Its genres."}.Of(kGenre),                                                        \
         Key{"certifications", Type::OBJECTS, "Its ratings."}.Of(kCertification),                                       \
-    {                                                                                                                  \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                                               \
-    }
+        Key{"poster", Type::OBJECT, kPosterComment}.Of(kPoster)
 
 constexpr Key kMovieKeys[] = {SHARED_KEYS, {"duration", Type::INTEGER, kDurationComment}};
 constexpr Object kMovie = Make("Movie", "a movie", "A movie.", kMovieKeys);
@@ -134,10 +131,7 @@ constexpr Object kApp = Make("App", "an application", "An application.", kAppKey
 #define VIDEO_KEYS                                                                                     \
     kType, {"appid", Type::TEXT, "The id of the application that plays it."},                          \
         {"contentid", Type::TEXT, "Its id in that application."}, {"title", Type::TEXT, "Its title."}, \
-        {"duration", Type::INTEGER, kDurationComment},                                                 \
-    {                                                                                                  \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                               \
-    }
+        {"duration", Type::INTEGER, kDurationComment}, Key{"poster", Type::OBJECT, kPosterComment}.Of(kPoster)
 
 constexpr Key kFitnessKeys[] = {
     VIDEO_KEYS,
@@ -165,10 +159,10 @@ constexpr Key kForecastKeys[] = {
 constexpr Object kForecast =
     Make("ForecastDay", "an object of \"forecast_info\"", "A day of the forecast.", kForecastKeys);
 
-#define LINK_KEYS                                                                        \
-    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."}, \
-    {                                                                                    \
-        "country", Type::TEXT, "The country."                                            \
+#define LINK_KEYS                                                                            \
+    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."}, Key \
+    {                                                                                        \
+        "country", Type::TEXT, "The country."                                                \
     }
 
 constexpr Key kWeatherKeys[] = {
@@ -253,10 +247,10 @@ const Object kItem = {"ContentItem",
                       "an object of \"tvcontent\"",
                       "A search result or an information item.",
                       Reading::TAKE,
+                      "reads as an item without a type: dropped",
                       kItemKeys,
                       1,
                       kKinds,
-                      std::size(kKinds),
-                      "reads as an item without a type: dropped"};
+                      std::size(kKinds)};
 
 }  // namespace Description
