@@ -29,18 +29,6 @@ constexpr Key kTurnKeys[] = {
 };
 constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
 
-// Calls `visit` with each line that is not blank, and where it begins.
-template <typename Visit>
-void ForEachLine(std::string_view szText, const Visit& visit)
-{
-    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
-        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
-        const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
-        if (szLine.find_first_not_of(" \t\r") != std::string_view::npos) visit(szLine, nStart);
-        nStart = nEnd + 1;
-    }
-}
-
 // An outcome with every member that an expectation can name.
 Json::Value OutcomeNames()
 {
@@ -162,12 +150,16 @@ std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
     Before vBefore;
-    ForEachLine(szText, [&](std::string_view szLine, std::size_t nStart) {
-        for (Finding& stFinding : CTurn(szLine, vBefore).Check()) {
+    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
+        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
+        const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
+        const bool bBlank = szLine.find_first_not_of(" \t\r") == std::string_view::npos;
+        for (Finding& stFinding : bBlank ? std::vector<Finding>() : CTurn(szLine, vBefore).Check()) {
             stFinding.Shift(nStart);
             vFindings.push_back(std::move(stFinding));
         }
-    });
+        nStart = nEnd + 1;
+    }
     Locate(szText, vFindings);
     return vFindings;
 }

@@ -207,22 +207,6 @@ void CCommandEffects::Second(const Node& command)
                                   Quoted(action.Text()) + " cannot be a second command: ignored"});
 }
 
-// What "params" say of a command's action in the place of its own.
-void CheckReplacedAction(const Node& command, const Node& action, CReport& report)
-{
-    const Node own = command.Member("action");
-    if (own.strPointer == action.strPointer || own.Text().empty() || own.Text() == action.Text()) return;
-    report.KeyHasNoEffect(command, "action", "\"params\" replace it by " + Quoted(action.Text()));
-}
-
-void NoAction(const Node& first, const Node& action, CReport& report)
-{
-    const std::string strOutcome = "no match, code 0";
-    if (action.strPointer == first.Member("action").strPointer)
-        return report.AtMissing(first, "action", "no-action", "the first command", strOutcome);
-    report.AtValue(action, {Severity::ERROR, "no-action", "\"action\" is empty: " + strOutcome});
-}
-
 }  // namespace
 
 Node ActionIn(const Node& command, const CReport& report)
@@ -240,14 +224,18 @@ bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report)
     const Node first = commands.Element(0);
     const Node action = ActionIn(first, report);
     const std::string strAction = action.Text();
-    CheckReplacedAction(first, action, report);
+    const Node own = first.Member("action");
+    if (own.strPointer != action.strPointer && !own.Text().empty() && own.Text() != strAction)
+        report.KeyHasNoEffect(first, "action", "\"params\" replace it by " + Quoted(strAction));
     if (report.IsDoubted(action) || report.IsDoubted(first)) {
         report.Doubt(action.strPointer);
         return false;
     }
     const ActionRow stRow = RowOf(bFailedSearch ? "" : strAction);
     if (strAction.empty()) {
-        NoAction(first, action, report);
+        const char* szWhy = action.value.isNull() ? "the first command has no \"action\"" : "\"action\" is empty";
+        report.AtValue(action.value.isNull() ? first : action,
+                       {Severity::ERROR, "no-action", std::string(szWhy) + ": no match, code 0"});
         report.Doubt(action.strPointer);
     } else if (stRow.eLookup == ActionLookup::NONE && !bFailedSearch) {
         report.AtValue(action, {Severity::ERROR, "no-lookup",

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 
 #include "findings/Actions.h"
@@ -222,14 +221,11 @@ void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eT
                            bool bAnyText)
 {
     const char* szWanted = WordsOf(eType).szWords;
-    const bool bRange =
-        node.value.isNumeric() && IsWhole(node.value) && (eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER);
-    if (bRange)
+    const bool bInteger = eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER;
+    if (bInteger && node.value.isNumeric() && IsWhole(node.value))
         return m_report.AtValue(
-            node,
-            {Severity::ERROR, "out-of-range",
-             Outcome(node, strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) +
-                               " to " + std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome)});
+            node, {Severity::ERROR, "out-of-range",
+                   Outcome(node, strName + " is an integer out of range (-2147483648 to 2147483647): " + strOutcome)});
     m_report.AtValue(node,
                      {Severity::ERROR, "wrong-type",
                       Outcome(node, strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome),
@@ -305,22 +301,14 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
 void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
-    switch (stKey.eType) {
-        case Type::OBJECTS:
-            if (stKey.pObject != nullptr) ObjectElement(node, strName, *stKey.pObject);
-            return;
-        case Type::TEXTS:
-            if (!node.value.isString()) WrongType(node, strName, Type::TEXT, "skipped");
-            return;
-        case Type::INTEGERS:
-            if (!node.value.isInt())
-                WrongType(node, strName, Type::INTEGER,
-                          bFirst ? "as the first one it counts as " + std::to_string(node.Number()) : "skipped");
-            return;
-        default:
-            if (!IsScalar(node.value)) return WrongType(node, strName, Type::TEXT, "reads as an empty text");
-            Converted(node, strName);
-    }
+    if (stKey.eType == Type::OBJECTS) return ObjectElement(node, strName, *stKey.pObject);
+    if (stKey.eType == Type::SCALARS && IsScalar(node.value)) return Converted(node, strName);
+    const bool bIntegers = stKey.eType == Type::INTEGERS;
+    const Type eElement = bIntegers ? Type::INTEGER : Type::TEXT;
+    if (!Fits(node.value, eElement))
+        WrongType(node, strName, eElement,
+                  bIntegers && bFirst ? "as the first one it counts as " + std::to_string(node.Number())
+                                      : WordsOf(stKey.eType).szSkipped);
 }
 
 }  // namespace
