@@ -89,10 +89,9 @@ bool AddRulesBeside(const std::string& strFile, CheckRules& stRules, std::string
     }
     std::istringstream lines(strText);
     std::size_t nLine = 0;
-    for (std::string strLine; std::getline(lines, strLine) && strReason.empty();) {
-        ++nLine;
-        if (const std::string strWrong = AddLine(strLine, stRules); !strWrong.empty())
-            strReason = strRules + ':' + std::to_string(nLine) + ": " + strWrong;
-    }
+    std::string strWrong;
+    for (std::string strLine; strWrong.empty() && std::getline(lines, strLine); ++nLine)
+        strWrong = AddLine(strLine, stRules);
+    if (!strWrong.empty()) strReason = strRules + ':' + std::to_string(nLine) + ": " + strWrong;
     return strReason.empty();
 }

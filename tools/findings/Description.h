@@ -42,13 +42,6 @@ struct Key {
     bool bDecimal = false;              // a text that stands for a decimal number
 
     // The same key with one more of these fields.
-    constexpr Key Of(const Object& stObject) const { return With(&Key::pObject, &stObject); }
-    constexpr Key OneOf(Words pAll) const { return With(&Key::pWords, pAll); }
-    constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
-    constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
-    constexpr Key Needed() const { return With(&Key::bNeeded, true); }
-    constexpr Key Decimal() const { return With(&Key::bDecimal, true); }
-
     template <typename Field>
     constexpr Key With(Field Key::*pField, Field value) const
     {
@@ -56,6 +49,12 @@ struct Key {
         stKey.*pField = value;
         return stKey;
     }
+    constexpr Key Of(const Object& stObject) const { return With(&Key::pObject, &stObject); }
+    constexpr Key OneOf(Words pAll) const { return With(&Key::pWords, pAll); }
+    constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
+    constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
+    constexpr Key Needed() const { return With(&Key::bNeeded, true); }
+    constexpr Key Decimal() const { return With(&Key::bDecimal, true); }
 };
 
 // What the elements of a list are by the text of their key "type".

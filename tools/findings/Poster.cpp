@@ -67,7 +67,7 @@ std::string Filled(const std::string& strTemplate, int nSize)
     constexpr std::size_t kWidest = 2048;                    // width and precision have three digits at most
     if (!IsUsable(strTemplate)) return strTemplate.c_str();  // it ends at a NUL, as when it is filled
     std::string strUrl(strTemplate.size() + kWidest, '\0');
-    std::snprintf(strUrl.data(), strUrl.size(), strTemplate.c_str(), nSize);
+    static_cast<void>(std::snprintf(strUrl.data(), strUrl.size(), strTemplate.c_str(), nSize));
     return strUrl.c_str();
 }
 

@@ -301,7 +301,7 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
 void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
-    if (stKey.eType == Type::OBJECTS) return ObjectElement(node, strName, *stKey.pObject);
+    if (stKey.pObject != nullptr) return ObjectElement(node, strName, *stKey.pObject);
     if (stKey.eType == Type::SCALARS && IsScalar(node.value)) return Converted(node, strName);
     const bool bIntegers = stKey.eType == Type::INTEGERS;
     const Type eElement = bIntegers ? Type::INTEGER : Type::TEXT;
