@@ -46,11 +46,6 @@ bool CheckFile(const std::string& strFile, const Options& stOptions, const Check
 
 int RunCheck(const Options& stOptions, const CheckOptions& stCheck)
 {
-    for (const std::string& strCode : stCheck.stRules.vIgnored) {
-        const std::string strWrong = WrongCode(strCode);
-        if (!strWrong.empty()) Complain(strWrong);
-        if (!strWrong.empty()) return kExitUsage;
-    }
     bool bPass = true;
     for (const std::string& strFile : stOptions.vFiles) bPass = CheckFile(strFile, stOptions, stCheck) && bPass;
     return HasFailed() ? kExitUnreadable : bPass ? kExitOk : kExitFailure;
@@ -69,7 +64,7 @@ void AddCheck(CCommandLine& line)
     command.Text("--format", pCheck->strFormat, "how findings are printed: text, json, an object a line, or github",
                  {"text", "json", "github"});
     command.Json("the same as --format json");
-    command.Texts("--ignore", pCheck->stRules.vIgnored, "leave out findings with these codes");
+    command.Texts("--ignore", pCheck->stRules.vIgnored, "leave out findings with these codes", WrongCode);
     command.Texts("--allow", pCheck->stRules.vAllowed, "take these keys for known ones, which others read");
     command.NoSet();
     command.Flag("--strict", pCheck->stRules.bStrict, "Let warnings fail too");

@@ -187,9 +187,12 @@ void CCommand::Text(const char* szName, std::string& strField, const char* szHel
     if (!vWords.empty()) pOption->check(CLI::IsMember(vWords));
 }
 
-void CCommand::Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp)
+void CCommand::Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp,
+                     std::string (*wrong)(const std::string& strValue))
 {
-    m_app.add_option(szName, vField, szHelp)->delimiter(',')->allow_extra_args(false)->type_name("TEXT,...");
+    CLI::Option* pOption = m_app.add_option(szName, vField, szHelp)->delimiter(',')->allow_extra_args(false);
+    pOption->type_name("TEXT,...");
+    if (wrong != nullptr) pOption->check(wrong);
 }
 
 CCommandLine::CCommandLine()

@@ -60,7 +60,9 @@ public:
     // the words.
     void Text(const char* szName, std::string& strField, const char* szHelp,
               const std::vector<std::string>& vWords = {});
-    void Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp);  // again and again, or commas
+    // Values that are given again and again, or with commas; `wrong` says what is wrong with one, empty if nothing is.
+    void Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp,
+               std::string (*wrong)(const std::string& strValue) = nullptr);
 
 private:
     CLI::App& m_app;
