@@ -105,7 +105,5 @@ std::string FindingJson(const std::string& strFile, const Finding& stFinding)
     object["suggestion"] = stFinding.strSuggestion;
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
-    std::string strLine = Json::writeString(builder, object);
-    for (std::size_t n = 0; (n = strLine.find('\x7F', n)) != std::string::npos;) strLine.replace(n, 1, "\\u007f");
-    return strLine + '\n';
+    return EscapedInJson(Json::writeString(builder, object)) + '\n';
 }
