@@ -87,15 +87,13 @@ void CTurn::Parts(const Node& turn)
 {
     CheckText(m_szLine, m_report);
     CheckShape(turn, kTurn, m_report);
-    const Node utterance = turn.Member("utterance");
     const Node reply = turn.Member("reply");
-    if (utterance.Text().empty() && !m_report.IsDoubted(utterance))
-        m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
+    m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
     const Node expect = turn.Member("expect");
     if (expect.value.isObject()) Expectation(expect, OutcomeNames());
     if (reply.value.isObject() || reply.value.isString())
         Reply(reply);
-    else if (reply.value.isNull() && !m_report.IsDoubted(reply))
+    else if (reply.value.isNull())
         m_report.AtMissing(turn, "reply", "not-a-turn", "the line", "the line is refused");
     else if (!m_report.IsDoubted(reply))
         m_report.AtValue(

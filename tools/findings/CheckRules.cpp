@@ -24,11 +24,6 @@ constexpr std::string_view kCodes[] = {
     "unknown-word",    "unused",       "utf-16",        "utf-32",          "wrong-domains", "wrong-type",
 };
 
-bool Holds(const std::vector<std::string>& vTexts, std::string_view szText)
-{
-    return std::find(vTexts.begin(), vTexts.end(), szText) != vTexts.end();
-}
-
 // Takes a line of a rules' file. Returns what is wrong with it; empty when nothing is.
 std::string AddLine(std::string strLine, CheckRules& stRules)
 {
@@ -61,7 +56,7 @@ bool CheckRules::Wants(const Finding& stFinding) const
                strPointer.compare(strPointer.size() - strStep.size(), strStep.size(), strStep) == 0;
     };
     const bool bAllowed = stFinding.strCode == "unknown-key" && std::any_of(vAllowed.begin(), vAllowed.end(), IsOfKey);
-    return !bAllowed && !Holds(vIgnored, stFinding.strCode);
+    return !bAllowed && std::find(vIgnored.begin(), vIgnored.end(), stFinding.strCode) == vIgnored.end();
 }
 
 std::string WrongCode(const std::string& strCode)

@@ -70,7 +70,7 @@ void CReplyEffects::Requests()
         if (!request.value.isObject()) continue;
         if (!std::exchange(bLast, false))
             m_report.AtValue(request, ::NoEffect("the request", "a later one takes its place"));
-        else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
+        else
             m_report.AtMissing(request, "action", "no-action", "the request", "code -1");
     }
 }
@@ -78,11 +78,8 @@ void CReplyEffects::Requests()
 void CReplyEffects::NoCommand(const Node& commands)
 {
     if (m_report.IsDoubted(commands) || m_report.IsDoubted(m_rsp.Member("stat"))) return;
-    const Remark stRemark{Severity::ERROR, "no-command", "the reply is refused: it holds no command"};
-    if (commands.value.isNull())
-        m_report.AtValue(m_rsp, stRemark);
-    else
-        m_report.AtValue(commands, stRemark);
+    m_report.AtValue(commands.value.isNull() ? m_rsp : commands,
+                     {Severity::ERROR, "no-command", "the reply is refused: it holds no command"});
 }
 
 bool CReplyEffects::AreDomainsDoubted() const

@@ -19,18 +19,16 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const Node flag = appInfo.Member("premium_flag");
     const Node poster = appInfo.Member("poster");
     const std::string strFlag = flag.Text();
-    const bool bBoth = strFlag == "ps";
     if (report.IsDoubted(flag) || !poster.value.isObject()) return;
-    if (strFlag.empty()) {
-        report.KeyHasNoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"");
-        return;
-    }
+    if (strFlag.empty())
+        return report.KeyHasNoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"");
     const char* szTaken = strFlag == "s" ? "images" : "images4premium";
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
         report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
     if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), kNoSize, report);
-    if (bBoth && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), kNoSize, report);
+    if (strFlag == "ps" && poster.Member(szOther).value.isObject())
+        CheckPoster(poster.Member(szOther), kNoSize, report);
 }
 
 void CheckApp(const Node& item, CReport& report)

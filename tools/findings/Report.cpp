@@ -98,6 +98,7 @@ void CReport::AtMissing(const Node& object, std::string_view szKey, const char* 
 {
     const Node member = object.Member(szKey);
     const bool bEmpty = !member.value.isNull();
+    if (!member.Text().empty() || IsDoubted(member)) return;
     AtValue(bEmpty ? member : object,
             {Severity::ERROR, szCode,
              (bEmpty ? Quoted(szKey) + " is empty: " : strObject + " has no " + Quoted(szKey) + ": ") + strOutcome});

@@ -61,7 +61,8 @@ public:
     void DoubtMissing(std::string_view szKey) { m_setElsewhere.emplace(szKey); }
     bool IsDoubted(const Node& node) const;
 
-    // What is wrong with the word that decides there: at it when it is an empty text, else at the object without it.
+    // What is wrong with the word that decides there, unless it holds something or is doubted: at it when it is empty,
+    // else at the object without it.
     void AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
                    const std::string& strOutcome);
 

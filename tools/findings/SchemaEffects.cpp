@@ -31,8 +31,7 @@ void CheckRule(const Node& rule, CReport& report)
             report.AtValue(member, {Severity::ERROR, "no-number",
                                     Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
     }
-    if (rule.Member("rule").Text().empty() && !report.IsDoubted(rule.Member("rule")))
-        report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
+    report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
 }
 
 }  // namespace
