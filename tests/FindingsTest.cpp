@@ -293,6 +293,7 @@ TEST(Findings, TurnsAndTheirExpectations)
     const std::string strRefused = Turn("'reply':{'rsp':{'domain':['a','b']}}");
     const std::pair<std::string, const char*> vRows[] = {
         {Turn(strMute + ",'expect':{'refused':false,'accepted':true,'reason':'','stDisCtrlInfo':{'nAction':-1}}"), ""},
+        {Turn(strMute + ",'name':'n','comment':['c'],'call':3,'state':'whole','utterance_known':false"), ""},
         {Turn(strMute + ",'expect':{'eSystmAction':14}"), "unknown-key@/expect/eSystmAction"},
         {Turn(strMute + ",'expect':{'refused':'no','stDisCtrlInfo':{'action':1}}"),
          "wrong-type@/expect/refused unknown-key@/expect/stDisCtrlInfo/action"},
