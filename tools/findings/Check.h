@@ -2,6 +2,8 @@
 #ifndef PARLO_FINDINGS_CHECK_H
 #define PARLO_FINDINGS_CHECK_H
 
+#include <json/value.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +27,9 @@ std::vector<Finding> CheckSchema(std::string_view szDocument);
 // is in the conversation; a reply that is given as a text has all its findings at that text. A pointer begins at the
 // reply.
 std::vector<Finding> CheckConversation(std::string_view szText);
+
+// An outcome with every member that an expectation can name.
+Json::Value OutcomeNames();
 
 // The one of them that the text of the file `strName` looks like.
 std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName = "-");

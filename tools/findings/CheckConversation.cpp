@@ -29,15 +29,6 @@ constexpr Key kTurnKeys[] = {
 };
 constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
 
-// An outcome with every member that an expectation can name.
-Json::Value OutcomeNames()
-{
-    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
-    outcome["accepted"] = outcome["refused"] = true;
-    outcome["reason"] = "";
-    return outcome;
-}
-
 // Findings of one line, their offsets from its start.
 class CTurn
 {
@@ -143,6 +134,14 @@ void CTurn::Reply(const Node& reply)
 }
 
 }  // namespace
+
+Json::Value OutcomeNames()
+{
+    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
+    outcome["accepted"] = outcome["refused"] = true;
+    outcome["reason"] = "";
+    return outcome;
+}
 
 std::vector<Finding> CheckConversation(std::string_view szText)
 {

@@ -21,9 +21,7 @@ public:
 
 private:
     void NoEffect(std::string_view szKey, const std::string& strWhy);
-    void Failure();
     void Requests();
-    void NoCommand(const Node& commands);
     void Flow(const Node& commands);
     bool AreDomainsDoubted() const;
 
@@ -40,20 +38,20 @@ void CReplyEffects::NoEffect(std::string_view szKey, const std::string& strWhy)
 
 void CReplyEffects::Check()
 {
-    if (m_rsp.Member("stat").Text() == "fail") return Failure();
-    if (!m_report.IsDoubted(m_rsp.Member("stat"))) NoEffect("err", "it is read only when \"stat\" is \"fail\"");
+    const Node stat = m_rsp.Member("stat");
+    if (stat.Text() == "fail") {  // that is all that the library reads
+        for (const char* szKey :
+             {"domain", "dialog", "system_sentence", "tvcontrol", "displaycontrol", "tvcontent", "nlu_info"})
+            NoEffect(szKey, "\"stat\" is \"fail\", so the reply is refused");
+        return;
+    }
+    if (!m_report.IsDoubted(stat)) NoEffect("err", "it is read only when \"stat\" is \"fail\"");
     const Node commands = m_rsp.Member("tvcontrol");
     if (!m_report.IsDoubted(commands) && commands.Size() > 0) return Flow(commands);
     Requests();
-    NoCommand(commands);
-}
-
-// The server failed: that is all that the library reads.
-void CReplyEffects::Failure()
-{
-    for (const char* szKey :
-         {"domain", "dialog", "system_sentence", "tvcontrol", "displaycontrol", "tvcontent", "nlu_info"})
-        NoEffect(szKey, "\"stat\" is \"fail\", so the reply is refused");
+    if (!m_report.IsDoubted(commands) && !m_report.IsDoubted(stat))
+        m_report.AtValue(commands.value.isNull() ? m_rsp : commands,
+                         {Severity::ERROR, "no-command", "the reply is refused: it holds no command"});
 }
 
 // Requests to act on the list on screen, and the sentence that they silence.
@@ -73,13 +71,6 @@ void CReplyEffects::Requests()
         else
             m_report.AtMissing(request, "action", "no-action", "the request", "code -1");
     }
-}
-
-void CReplyEffects::NoCommand(const Node& commands)
-{
-    if (m_report.IsDoubted(commands) || m_report.IsDoubted(m_rsp.Member("stat"))) return;
-    m_report.AtValue(commands.value.isNull() ? m_rsp : commands,
-                     {Severity::ERROR, "no-command", "the reply is refused: it holds no command"});
 }
 
 bool CReplyEffects::AreDomainsDoubted() const

@@ -43,28 +43,20 @@ void CheckApp(const Node& item, CReport& report)
     CheckAppPoster(appInfo, report);
 }
 
-void CheckVideo(const Node& item, const std::string& strType, CReport& report)
-{
-    if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
-    const Node images = item.Member("poster").Member("images");
-    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
-}
-
 void CheckItem(const Node& item, CReport& report)
 {
     const Node type = item.Member("type");
     const std::string strType = type.Text();
     const Description::Kind* pKind = Description::kItem.KindOf(strType);
     if (report.IsDoubted(type)) return;
-    if (pKind == nullptr)
-        report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
-    else if (!pKind->bOffered)
-        report.AtValue(type,
-                       NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));
-    else if (strType == "apps" || strType == "app")
-        CheckApp(item, report);
-    else
-        CheckVideo(item, strType, report);
+    if (pKind == nullptr) return report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
+    if (!pKind->bOffered)
+        return report.AtValue(
+            type, NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));
+    if (strType == "apps" || strType == "app") return CheckApp(item, report);
+    if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
+    const Node images = item.Member("poster").Member("images");
+    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include <cctype>
 #include <limits>
 
-#include "CADataRepository.h"
+#include "findings/Actions.h"
+#include "findings/Check.h"
 #include "findings/Description.h"
-#include "records/RecordJson.h"
 
 namespace
 {
@@ -113,9 +113,6 @@ CJsonSchema::CJsonSchema(const Object& stObject)
 
 void CJsonSchema::MakeTurn()
 {
-    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
-    outcome["accepted"] = outcome["refused"] = true;
-    outcome["reason"] = "";
     Json::Value text;
     text["type"] = "string";
     m_root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
@@ -126,7 +123,7 @@ void CJsonSchema::MakeTurn()
     Json::Value& object = members["reply"]["anyOf"].append(Json::objectValue);
     object["$ref"] = m_root["$ref"];
     object["type"] = "object";
-    members["expect"] = Expectation(outcome);
+    members["expect"] = Expectation(OutcomeNames());
     m_root.removeMember("$ref");
     for (const char* szName : {"utterance", "reply"}) m_root["required"].append(szName);
 }

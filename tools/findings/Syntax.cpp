@@ -173,11 +173,9 @@ Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan
     if (szRest.empty()) {
         stRemark.strText =
             places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
-    } else if (szRest[0] == '"' && (stSpan.nLength == szRest.size() || stSpan.nLength < 2)) {
+    } else if (nOpen != kNowhere || (szRest[0] == '"' && (stSpan.nLength == szRest.size() || stSpan.nLength < 2))) {
         stRemark.strText = "this text is not closed";
-    } else if (nOpen != kNowhere) {
-        stRemark.strText = "this text is not closed";
-        stSpan = {nOpen, 1};
+        if (nOpen != kNowhere) stSpan = {nOpen, 1};
     } else if (bComma && (szRest[0] == '}' || szRest[0] == ']')) {
         stRemark.strText = "nothing follows this comma";
         stRemark.strSuggestion = "leave it out";
