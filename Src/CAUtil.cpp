@@ -9,6 +9,7 @@
 #include <memory>
 #include <string_view>
 
+#include "CADataRepository/Vocabulary.h"
 #include "CALog.h"
 
 // The C library's checked formatting, which the compiler's fortification calls too: it refuses a "%n" in
@@ -26,31 +27,17 @@ constexpr std::size_t kFactoryItemSize = 1008;    // room for the largest item
 constexpr std::size_t kPieceSize = 500;           // a line that the platform log takes
 constexpr std::size_t kLastPieceBefore = 102400;  // twice what the header line announces, on purpose
 
-constexpr std::string_view kConversationCountries[] = {
-    "KR", "US", "AU", "CA", "BR", "PT", "ES", "CN", "NO", "SE", "AT", "GB",
-    "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH",
-};
-
-using Languages = std::array<std::string_view, 3>;  // an unused place is empty
-
-constexpr Languages kEnglish = {"en_US", "en_AU", "en_GB"};
-constexpr Languages kPortuguese = {"pt_PT", "pt_BR"};
-
-// Narrow on purpose: Canada has no French, Switzerland only German, Belgium only Dutch.
-constexpr struct {
-    std::string_view szCountry;
-    Languages vLanguages;
-} kCountryLanguages[] = {
-    {"KR", {"ko_KR"}}, {"US", kEnglish},    {"AU", kEnglish},    {"GB", kEnglish},  {"IE", kEnglish},
-    {"CA", kEnglish},  {"BR", kPortuguese}, {"PT", kPortuguese}, {"DE", {"de_DE"}}, {"CH", {"de_DE"}},
-    {"AT", {"de_DE"}}, {"FR", {"fr_FR"}},   {"ES", {"es_ES"}},   {"IT", {"it_IT"}}, {"NL", {"nl_NL"}},
-    {"BE", {"nl_NL"}}, {"CN", {"zh_CN"}},   {"PL", {"pl_PL"}},   {"RU", {"ru_RU"}}, {"NO", {"nn_NO", "nb_NO"}},
-    {"DK", {"da_DK"}}, {"SE", {"sv_SE"}},   {"FI", {"fi_FI"}},
-};
-
-bool Contains(const Languages& vLanguages, std::string_view szLanguage)
+bool Contains(const std::array<std::string_view, 3>& vLanguages, std::string_view szLanguage)
 {
     return !szLanguage.empty() && std::find(vLanguages.begin(), vLanguages.end(), szLanguage) != vLanguages.end();
+}
+
+// The languages that are available in the country; null when conversation is not.
+const CADataRepository::CountryLanguages* FindCountry(const std::string& strCountry)
+{
+    for (const CADataRepository::CountryLanguages& stRow : CADataRepository::kVoiceLanguages)
+        if (stRow.szCountry == strCountry) return &stRow;
+    return nullptr;
 }
 
 struct Free {
@@ -110,12 +97,12 @@ std::string CCAUtil::GetVCSettingLanguage()
 
 bool CCAUtil::IsEnLanguage(const std::string& strLanguage)
 {
-    return Contains(kEnglish, strLanguage);
+    return Contains(CADataRepository::kEnglish, strLanguage);
 }
 
 bool CCAUtil::IsPTLanguage(const std::string& strLanguage)
 {
-    return Contains(kPortuguese, strLanguage);
+    return Contains(CADataRepository::kPortuguese, strLanguage);
 }
 
 bool CCAUtil::CompareCountryLanguage()
@@ -123,17 +110,15 @@ bool CCAUtil::CompareCountryLanguage()
     const std::string strCountry = GetCountry();
     const std::string strLanguage = GetVCSettingLanguage();
     CA_LOGE("country[%s], voice language[%s]", strCountry.c_str(), strLanguage.c_str());
-    for (const auto& [szCountry, vLanguages] : kCountryLanguages)
-        if (szCountry == strCountry) return Contains(vLanguages, strLanguage);
-    return false;
+    const auto* const pRow = FindCountry(strCountry);
+    return pRow != nullptr && Contains(pRow->vLanguages, strLanguage);
 }
 
 bool CCAUtil::IsCountrySupportConv()
 {
     const std::string strCountry = GetCountry();
     CA_LOGE("country[%s]", strCountry.c_str());
-    for (const std::string_view szCountry : kConversationCountries)
-        if (szCountry == strCountry) return true;
+    if (FindCountry(strCountry) != nullptr) return true;
     CA_LOGE("This country [%s] not support conversation", strCountry.c_str());
     return false;
 }

@@ -51,14 +51,16 @@ of a build that could, or CMAKE_CROSSCOMPILING_EMULATOR; else they are not insta
         list(TRANSFORM PARLO_PLATFORM_FOLDERS PREPEND "--modify;LD_LIBRARY_PATH=path_list_append:"
             OUTPUT_VARIABLE PARLO_RUN)
         set(PARLO_RUN ${CMAKE_COMMAND} -E env ${PARLO_RUN} ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:parlo>)
-        add_custom_command(OUTPUT reply.schema.json search.schema.json
-            COMMAND ${PARLO_RUN} schema > reply.schema.json
-            COMMAND ${PARLO_RUN} schema --search-schema > search.schema.json
+        add_custom_command(OUTPUT reply.schema.json search.schema.json conversation.schema.json
+            COMMAND ${PARLO_RUN} schema reply > reply.schema.json
+            COMMAND ${PARLO_RUN} schema search > search.schema.json
+            COMMAND ${PARLO_RUN} schema conversation > conversation.schema.json
             DEPENDS parlo VERBATIM)
-        add_custom_target(parlo-schemas ALL DEPENDS reply.schema.json search.schema.json)
+        add_custom_target(parlo-schemas ALL DEPENDS reply.schema.json search.schema.json conversation.schema.json)
     endif()
     if(PARLO_SCHEMAS)
         install(FILES ${PARLO_SCHEMAS}/reply.schema.json ${PARLO_SCHEMAS}/search.schema.json
+                      ${PARLO_SCHEMAS}/conversation.schema.json
             DESTINATION ${CMAKE_INSTALL_DATADIR}/parlo COMPONENT runtime)
     endif()
 endif()

@@ -1,15 +1,14 @@
 #include "ReplyShapes.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <iterator>
 #include <utility>
 
-#include "CADataRepository/Vocabulary.h"
-#include "CAReplyKeys.h"
+#include "findings/Description.h"
 
-using namespace CADataRepository;
-using namespace CAReplyKeys;
+using Description::Key;
+using Description::Object;
+using Description::Type;
 using namespace std::string_view_literals;
 
 namespace Fuzz
@@ -38,134 +37,57 @@ constexpr std::string_view kOthers[] = {"null",         "true",     "false", "[]
 
 constexpr std::size_t kLengths[] = {1, 1, 2, 0, 1, 3, 1};  // of a list that is not long
 
-Shape Words(std::initializer_list<std::string_view> vWords)
-{
-    return {Shape::WORD, vWords};
-}
-
-template <typename Code, std::size_t N>
-Shape Words(const CodedWord<Code> (&words)[N], std::initializer_list<std::string_view> vMore = {})
-{
-    Shape shape = Words(vMore);
-    for (const CodedWord<Code>& stWord : words) shape.vNames.push_back(stWord.szWord);
-    return shape;
-}
-
-Shape ListOf(Shape element)
-{
-    return {Shape::LIST, {}, {std::move(element)}};
-}
-
-// The parts stand first: the first of them is hardly ever missing.
-template <typename... Tables>
-Shape Object(std::initializer_list<std::pair<std::string_view, Shape>> vParts, const Tables&... tables)
-{
-    Shape shape{Shape::OBJECT};
-    const auto add = [&shape](std::string_view szKey, Shape part) {
-        shape.vNames.push_back(szKey);
-        shape.vParts.push_back(std::move(part));
-    };
-    for (const auto& [szKey, part] : vParts) add(szKey, part);
-    [[maybe_unused]] const auto addTable = [&add](const auto& table) {
-        for (const auto& key : table) add(key.szKey, {key.pText != nullptr ? Shape::TEXT : Shape::NUMBER});
-    };
-    (addTable(tables), ...);
-    return shape;
-}
-
 const Shape kText{Shape::TEXT};
 const Shape kNumber{Shape::NUMBER};
 
-Shape Poster()
+Shape Of(const Object& object);
+
+Shape Of(const Key& key)
 {
-    const Shape images = Object({{"index", ListOf(kNumber)}, {"url", kText}, {"type", kText}});
-    return Object({{"images", images}, {"images4premium", images}});
+    // Which words stand there decides what becomes of the reply.
+    if (key.szName == "domain") return {Shape::LIST, {}, {{Shape::WORD, {"tvcontrol", "movie", "x"}}}};
+    if (key.pWords != nullptr) return {Shape::WORD, key.pWords()};
+    if (!key.szExact.empty()) return {Shape::ONE_OF, {}, {kText, {Shape::WORD, {key.szExact}}}};
+    switch (key.eType) {
+        case Type::OBJECT:
+            return Of(*key.pObject);
+        case Type::OBJECTS:
+            return {Shape::LIST, {}, {Of(*key.pObject)}};
+        case Type::TEXTS:
+        case Type::SCALARS:
+            return {Shape::LIST, {}, {kText}};
+        case Type::INTEGERS:
+            return {Shape::LIST, {}, {kNumber}};
+        case Type::TEXT:
+        case Type::SCALAR:
+        case Type::BOOLEAN:
+            return kText;
+        default:
+            return kNumber;
+    }
 }
 
-Shape Item()
+// What an object must have stands first, then what has parts: the first key is hardly ever missing.
+Shape Of(const Object& object)
 {
-    const Shape genres = ListOf(Object({}, kGenreKeys));
-    const Shape certifications = ListOf(Object({}, kCertificationKeys));
-    const Shape episode = Object({{"title", kText}, {"number", kNumber}});
-    const Shape standing = Object({{"text_color", Words({"x"})}, {"season_stats", ListOf(kText)}}, kStandingKeys);
-    const Shape record = Object({{"standing", ListOf(standing)}}, kSportsRecordKeys);
-    const Shape day = Object({{"condition_icon", ListOf(kText)}}, kForeInfoKeys);
-    const Shape detail = Object({{"name", kText}, {"value", kText}});
-    return {Shape::ONE_OF,
-            {},
-            {Object({{"type", Words({"movie", "tvshow"})},
-                     {"poster", Poster()},
-                     {"season", kNumber},
-                     {"episode", episode},
-                     {"genres", genres},
-                     {"certifications", certifications}},
-                    kMnTKeys),
-             Object({{"type", Words({"app", "apps"})},
-                     {"app_info", Object({{"poster", Poster()}}, kAppKeys, kRunnableAppKeys)}}),
-             Object({{"type", Words({"kids", "fitness"})}, {"poster", Poster()}}, kKidsKeys, kFitnessKeys),
-             Object({{"type", Words({"weather"})},
-                     {"weather_info", ListOf(Object({}, kWInfoKeys))},
-                     {"forecast_info", ListOf(day)}},
-                    kWeatherKeys),
-             Object({{"type", Words({"stock", "epg"})}, {"detailed", ListOf(detail)}}, kStockKeys),
-             Object({{"type", Words({"sports"})}, {"records", ListOf(record)}}, kSportsKeys)}};
-}
-
-Shape Command()
-{
-    const Shape umdChannel = Object({{"umd_channel", Object({}, kUMDChannelKeys)}});
-    const Shape param = Object({{"index", kNumber},
-                                {"idx", kNumber},
-                                {"names", ListOf(kText)},
-                                {"keyword", kText},
-                                {"website", kText},
-                                {"channels", ListOf(Object({}, kChannelKeys))},
-                                {"umd_channels", ListOf(umdChannel)}},
-                               kParamKeys);
-    return Object({{"action", Words(kActionWords, {"volumeup", "display_content", "search_failed"})},
-                   {"params", ListOf(param)},
-                   {"intent", Words(kIntentWords)}});
-}
-
-Shape Failure()
-{
-    return Object({{"code", kNumber}, {"msg", kText}});
-}
-
-Shape Reply()
-{
-    const Shape display =
-        Object({{"action", Words(kDisplayActionWords)}, {"params", ListOf(Object({}, kDisplayItemKeys))}});
-    return Object({{"tvcontrol", ListOf(Command())},
-                   {"domain", ListOf(Words({"tvcontrol", "movie", "x"}))},
-                   {"tvcontent", ListOf(Item())},
-                   {"displaycontrol", ListOf(display)},
-                   {"system_sentence", kText},
-                   {"dialog", Object({{"dialog_seq", kNumber}, {"dialog_id", kText}})},
-                   {"nlu_info", Object({{"dialog_type", kNumber}})},
-                   {"response_info", Object({}, kResponseInfoKeys)},
-                   {"stat", Words({"ok", "fail"})},
-                   {"err", Failure()}});
-}
-
-Shape Schema()
-{
-    const Shape rule = Object({{"rule", Words(kSortRuleWords)}, {"from", kText}, {"to", kText}, {"cycle", kText}});
-    return Object({{"schema", ListOf(Object({{"category", Words(kSchemaCategoryWords)}, {"rules", ListOf(rule)}}))},
-                   {"stat", Words({"ok", "fail"})},
-                   {"err", Failure()}});
-}
-
-Shape Content()
-{
-    const Shape channel = Object({{"source_id", ListOf(kText)}, {"name", kText}});
-    return Object({{"casting", ListOf(Object({}, kCastingKeys))},
-                   {"channel", channel},
-                   {"schedule", Object({}, kScheduleKeys)},
-                   {"poster", Poster()},
-                   {"genres", ListOf(Object({}, kGenreKeys))},
-                   {"certifications", ListOf(Object({}, kCertificationKeys))}},
-                  kOnTVKeys);
+    Shape shape{Shape::OBJECT};
+    for (const int nRank : {0, 1, 2})
+        for (const Key& key : object) {
+            if (nRank != (key.bNeeded ? 0 : key.pObject != nullptr ? 1 : 2)) continue;
+            shape.vNames.push_back(key.szName);
+            shape.vParts.push_back(Of(key));
+        }
+    if (object.pKinds == nullptr) return shape;
+    shape = {Shape::ONE_OF};
+    for (std::size_t i = 0; i < object.nKinds; ++i) {
+        Shape kind = Of(*object.pKinds[i].pObject);
+        const auto itType = std::find(kind.vNames.begin(), kind.vNames.end(), "type") - kind.vNames.begin();
+        kind.vParts[static_cast<std::size_t>(itType)] = {Shape::WORD, {object.pKinds[i].szType}};
+        std::rotate(kind.vNames.begin(), kind.vNames.begin() + itType, kind.vNames.begin() + itType + 1);
+        std::rotate(kind.vParts.begin(), kind.vParts.begin() + itType, kind.vParts.begin() + itType + 1);
+        shape.vParts.push_back(std::move(kind));
+    }
+    return shape;
 }
 
 class CBuilder
@@ -286,19 +208,19 @@ std::string_view CInput::Bytes(std::size_t nMost)
 
 std::string MakeReply(CInput& input)
 {
-    static const Shape shape = Object({{"rsp", Reply()}});
+    static const Shape shape = Of(Description::kReply);
     return Make(input, shape);
 }
 
 std::string MakeSchema(CInput& input)
 {
-    static const Shape shape = Object({{"rsp", Schema()}});
+    static const Shape shape = Of(Description::kSearchSchema);
     return Make(input, shape);
 }
 
 std::string MakeContent(CInput& input)
 {
-    static const Shape shape = Content();
+    static const Shape shape = Of(*Description::kItem.KindOf("epg")->pObject);
     return Make(input, shape);
 }
 

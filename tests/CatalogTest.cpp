@@ -6,7 +6,6 @@
 #include <map>
 #include <sstream>
 
-#include "JsonText.h"
 #include "catalog/Catalog.h"
 #include "parlo-api.h"
 #include "records/RecordJson.h"
@@ -20,9 +19,9 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
 {
     for (const char* szName : {"PARLO_COUNTRY", "PARLO_LANGUAGE", "PARLO_VOICE_RECOG", "PARLO_LOG"}) unsetenv(szName);
     EXPECT_EQ("there is no service (-1)\n", RenderStatus(ca_get_conv_status()));
-    const CSession session(false);
+    const CSession session;
     EXPECT_EQ("conversation is available (0)\n", RenderStatus(ca_get_conv_status()));
-    std::istringstream table(RenderAllStatuses(kPlain));
+    std::istringstream table(RenderAllStatuses(AllStatuses(), kPlain));
     std::string strLine, strAvailable, strWord;
     std::getline(table, strLine);
     std::istringstream heading(strLine);
@@ -43,19 +42,18 @@ TEST(Catalog, StatusOfEveryCountryAndLanguage)
     EXPECT_EQ("the voice language does not fit the country (6)\n", RenderStatus(ca_get_conv_status()));
     setenv("PARLO_VOICE_RECOG", "0", 1);
     EXPECT_EQ("conversation is not supported by this set or in its country (4)\n", RenderStatus(ca_get_conv_status()));
-    EXPECT_NE(std::string::npos, RenderAllStatuses(kPlain).find("KR       no "));
+    EXPECT_NE(std::string::npos, RenderAllStatuses(AllStatuses(), kPlain).find("KR       no "));
 }
 
 TEST(Catalog, WordsAsTextAndAsJson)
 {
-    const CSession session(false);
-    const Json::Value root = ParsedJson(VocabularyJson());
+    const Json::Value root = Vocabulary();
     EXPECT_EQ((std::vector<std::string>{"actions", "display_actions", "intents", "schema_categories", "schema_rules"}),
               root.getMemberNames());
     // What some of the actions take and fill, and whether they may follow another one.
     const std::map<std::string, std::string> mapWanted = {
         {"poweroff", "1 system|target_device|vSystemActionParam|0"},
-        {"set_channel", "5 channel|channels|vSystemActionParam,vChannels|16"},
+        {"set_channel", "5 channel|channels,umd_channels|vSystemActionParam,vChannels|16"},
         {"play_content", "22/23 system|idx|vSystemActionParam,vSAContents|16"},
         {"show_optlist_for_confirm", "50 candidate|names|vSystemActionParam,vCandidates|0"},
         {"run_webbrowser", "57 system|keyword,website|vSystemActionParam|0"},
@@ -78,7 +76,7 @@ TEST(Catalog, WordsAsTextAndAsJson)
     }
     EXPECT_EQ(mapWanted.size(), nWanted);
     std::map<std::string, int> mapInText;  // how often a line of the text is this word and code
-    std::istringstream text(RenderVocabulary(kPlain));
+    std::istringstream text(RenderVocabulary(root, kPlain));
     EXPECT_EQ(0U, text.str().find("Actions of a TV control command\n  word"));
     std::size_t nWords = 0;
     for (std::string strLine, strWord, strCode; std::getline(text, strLine); strCode.clear())
@@ -96,17 +94,16 @@ TEST(Catalog, WordsAsTextAndAsJson)
 // What somebody may take for an action.
 TEST(Catalog, OtherWordsAreToldFromActions)
 {
-    const CSession session(false);
     const char* const kRows[][2] = {{"play", "listed under \"Intents of a TV control command\", code 1"},
                                     {"youtube", "listed under \"Categories of a search schema\", code "},
                                     {"display_content", "with two or more domains a search hand-over: "},
                                     {"search_failed", "with the one domain \"tvcontrol\" a failed search: "}};
     for (const auto& [szWord, szUse] : kRows) {
-        EXPECT_EQ(0U, RenderAction(szWord, kPlain).find(std::string(szWord) + "\n  no action        " + szUse))
+        EXPECT_EQ(0U, RenderWord(Word(szWord), kPlain).find(std::string(szWord) + "\n  no action        " + szUse))
             << szWord;
-        EXPECT_EQ(0U, ParsedJson(ActionJson(szWord))["no_action"][0].asString().find(szUse)) << szWord;
+        EXPECT_EQ(0U, Word(szWord)["no_action"][0].asString().find(szUse)) << szWord;
     }
-    EXPECT_EQ(std::string::npos, RenderAction("play_content", kPlain).find("no action"))
+    EXPECT_EQ(std::string::npos, RenderWord(Word("play_content"), kPlain).find("no action"))
         << "it is a display action too";
-    EXPECT_EQ("", RenderAction("plai", kPlain) + ActionJson("plai"));
+    EXPECT_TRUE(Word("plai").isNull());
 }

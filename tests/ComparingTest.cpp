@@ -25,9 +25,8 @@ TEST(Comparing, DifferencesFieldByField)
             EXPECT_EQ(bPart ? szPart : szAll, strFound) << szOne;
         }
     }
-    EXPECT_EQ("    a\\n: now nothing, then \"\\u202e\"\n",
-              DifferenceText({"a\n", "", "\"\\u202e\"", ""}, "now", "then"));
-    EXPECT_EQ("    a: now 1, then nothing; why?\n", DifferenceText({"a", "1", "", "why?"}, "now", "then"));
+    EXPECT_EQ("a\\n: now nothing, then \"\\u202e\"", DifferenceText({"a\n", "", "\"\\u202e\"", ""}, "now", "then"));
+    EXPECT_EQ("a: now 1, then nothing; why?", DifferenceText({"a", "1", "", "why?"}, "now", "then"));
     EXPECT_EQ(ParsedJson(R"({"a":2,"l":[{"c":3}],"m":[1,2]})"),
               PartLike(ParsedJson(R"({"a":2,"b":9,"l":[{"c":3,"d":4}],"m":[1,2]})"),
                        ParsedJson(R"({"a":0,"l":[{"c":0}],"m":[1],"x":0})")));

@@ -1,16 +1,12 @@
-// Each kind of finding at its line and column, and what the program knows of the actions twice.
+// Each kind of finding at its line and column, and what an unknown word may have meant.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "CADataRepository.h"
 #include "JsonText.h"
-#include "catalog/ActionFacts.h"
-#include "findings/Actions.h"
 #include "findings/Check.h"
 #include "findings/FindingText.h"
 #include "findings/Suggestion.h"
-#include "session/Session.h"
 
 namespace
 {
@@ -59,7 +55,9 @@ TEST(FindingPlace, EachCodeStandsWhereItsMistakeIs)
         {"{'rsp':{'tvcontrol':[{'action':'volumeup','params':[{'amount':~-1}]}]}}", "negative"},
         {"{'rsp':{'tvcontrol':[{'action':'play_content','params':[{~'index':1}]}]}}", "no-position"},
         {"{'rsp':{'tvcontrol':[{'action':'login'},\n~{'action':'logout'}]}}", "not-looked-at"},
-        {"{'rsp':{'tvcontrol':[{'action':'set_channel'},{'action':~'login'}]}}", "no-follow-up"},
+        {"{'rsp':{'tvcontrol':[{'action':'display_detailinfo_cast'},{'action':~'login'}]}}", "no-follow-up"},
+        {"{'rsp':{'tvcontrol':[{'action':'volumeup','params':[{~'type':'x'}]}]}}", "unused"},
+        {"{'rsp':{'tvcontrol':[~{'action':'set_volume'}]}}", "no-parameter"},
         {"{'rsp':{'tvcontrol':[{'action':'login'}],'displaycontrol':[~{}]}}", "no-action"},
         {"{'rsp':{'tvcontrol':[{'action':'play_content'}],'tvcontent':[~{'id':'1'}]}}", "no-type"},
         {"{'rsp':{'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':~'epg'}]}}", "not-offered"},
@@ -97,24 +95,6 @@ TEST(FindingPlace, EachCodeStandsWhereItsMistakeIs)
         const std::string strLine = FindingLine("f", vFindings.front(), CPaint(false));
         EXPECT_EQ(0U, strLine.find("f:" + PlaceOfMark(strMarked))) << strLine;
         EXPECT_EQ(szCode, vFindings.front().strCode);
-    }
-}
-
-// The findings ask the lookups, the catalogue asks the whole library; neither may lag behind.
-TEST(FindingPlace, ActionsAreAsTheCatalogueSays)
-{
-    const CSession session(false);
-    for (const ActionFacts& stFacts : AllActionFacts()) {
-        SCOPED_TRACE(stFacts.strWord);
-        const ActionUse stUse = UseOf(stFacts.strWord);
-        for (const std::string& strKey : stFacts.vTakes) EXPECT_TRUE(stUse.Takes(strKey)) << strKey;
-        const auto bMore = static_cast<std::size_t>(stUse.eLookup == Lookup::CHANNEL);  // "umd_channels"
-        EXPECT_EQ(stFacts.vTakes.size() + bMore, stUse.vParams.size());
-        EXPECT_EQ(!stFacts.vAfter.empty(), stUse.bFollowUp);
-        const auto& vFills = stFacts.vFills;
-        EXPECT_EQ(std::count(vFills.begin(), vFills.end(), "vSAContents") > 0, stUse.bShowsContents);
-        const char* kLookups[] = {"none", "system", "channel", "candidate"};
-        EXPECT_EQ(kLookups[static_cast<int>(stUse.eLookup)], stFacts.strLookup);
     }
 }
 

@@ -26,7 +26,7 @@ TEST(Input, TurnIsTheReplyByteByByteOrAReason)
         {R"({"utterance":"reply","reply":{"reply":"}"},"x":["\\",{"y":2}]})", R"(reply|{"reply":"}"})"},
         {R"({"utterance":"u","reply":{"a":"\""/*}*/}})", R"(u|{"a":"\""/*}*/})"},
         {R"({"utterance":"u","reply":{},"re\u0070ly":{"b":1}})", R"(u|{"b":1})"},
-        {R"({"utterance":"u","reply":{oops}})", "u|{oops}"},
+        {R"({"utterance":"u","reply":{oops}})", "the line is not JSON"},
         {R"({"rsp":{}})", "the line is a reply, which \"parlo reply\" takes"},
         {R"({"utterance":"u","reply":{}} x)", "the line is not JSON"},
         {R"({"utterance":"u","reply":{})", "the line is not JSON"},
@@ -51,7 +51,8 @@ static std::string Entries(const std::string& strText, FileForm eForm)
     const std::string strFile = testing::TempDir() + "parlo-entries-" + std::to_string(getpid());
     std::ofstream(strFile) << strText;
     std::string strEntries;
-    ForEachEntry(strFile, eForm, "u", [&](const Entry& stEntry) {
+    CLineFile file(strFile);
+    ForEachEntry(file, eForm, "u", [&](const Entry& stEntry) {
         const ServerReply& stReply = stEntry.stReply;
         strEntries += stReply.strSource.substr(strFile.size()) + "/" + std::to_string(stReply.nLine);
         strEntries +=
@@ -88,9 +89,28 @@ TEST(Files, TellRepliesFromConversations)
                  {FileForm::EITHER, "\n" + strTurn + "\n[]", ":2/2=a|{\"b\":1};:3/3!the line is not a JSON object;"},
                  {FileForm::EITHER, "oops\n" + strTurn, ":1/1!the line is not JSON;:2/2=a|{\"b\":1};"},
                  {FileForm::EITHER, "oops\noops\n", "/1=u|oops\noops\n;"},
-                 {FileForm::EITHER, "{\"rsp\":{}}\n" + strTurn, "/1=u|{\"rsp\":{}}\n" + strTurn + ";"},
+                 {FileForm::EITHER, "{\"rsp\":{}}\n" + strTurn,
+                  ":1/1!the line is a reply, which \"parlo reply\" takes;:2/2=a|{\"b\":1};"},
                  {FileForm::EITHER, " \n" + strReply, "/1=u| \n" + strReply + ";"}};
     for (const auto& [eForm, strText, strWanted] : kRows) EXPECT_EQ(strWanted, Entries(strText, eForm)) << strText;
+}
+
+TEST(FileUpdate, TakesThePlaceOfWhatWasReadOnly)
+{
+    const std::string strFile = testing::TempDir() + "parlo-update-" + std::to_string(getpid());
+    const auto Text = [&] {
+        std::ifstream in(strFile);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    std::ofstream(strFile) << "first";
+    EXPECT_EQ("", Update(CLineFile(strFile), "second"));
+    EXPECT_EQ("second", Text());
+    const CLineFile file(strFile);
+    std::ofstream(strFile, std::ios::app) << " and more";
+    EXPECT_EQ("it has changed since it was read", Update(file, "third"));
+    EXPECT_EQ("second and more", Text());
+    std::remove(strFile.c_str());
+    EXPECT_EQ("it has changed since it was read", Update(file, "third"));
 }
 
 TEST(Expectation, ChangesNoOtherByteOfItsLine)
@@ -100,9 +120,12 @@ TEST(Expectation, ChangesNoOtherByteOfItsLine)
         {R"({"expect":  {"old":[1]} ,"utterance":"u"})", R"({"expect":  {"a":1} ,"utterance":"u"})"},
         {"\xEF\xBB\xBF{\"expect\":null}\r", "\xEF\xBB\xBF{\"expect\":{\"a\":1}}\r"},
         {"\xEF\xBB\xBF{}", "\xEF\xBB\xBF{\"expect\": {\"a\":1}}"},
+        {R"({"a":1 , })", R"({"a":1 , "expect": {"a":1}})"},
+        {R"({"a":1 /*,*/})", R"({"a":1 /*,*/, "expect": {"a":1}})"},
+        {R"({"a":1/**/,/**/})", R"({"a":1/**/,/**/"expect": {"a":1}})"},
         {"oops", "oops"}};
     for (const auto& [strLine, strWanted] : kRows) {
         EXPECT_EQ(strWanted, WithExpectation(strLine, ParsedJson("{\"a\":1}")));
-        EXPECT_EQ(strLine == "oops" ? "null" : "{\"a\":1}", JsonText(ExpectationOf(strWanted)));
+        EXPECT_EQ(strLine == "oops" ? "null" : "{\"a\":1}", JsonText(MembersOf(strWanted)["expect"]));
     }
 }

@@ -10,7 +10,7 @@
 
 #include "JsonText.h"
 #include "records/RecordJson.h"
-#include "session/CaseJson.h"
+#include "session/Case.h"
 
 using namespace CADataRepository;
 
@@ -106,6 +106,6 @@ TEST(RecordJson, TextsKeepTheirBytesOnOneLine)
     EXPECT_EQ(R"({"file":"f","line":1,"accepted":false,"reason":"no \"rsp\""})"
               "\n",
               Write(false));
-    EXPECT_EQ("\"\\u007f\\u009f\xC3\x9F\\u061c\\u202e\\u2069\xE2\x80\xAF\xD8\x9D\"\n",
-              JsonLine("\x7F\xC2\x9F\xC3\x9F\xD8\x9C\xE2\x80\xAE\xE2\x81\xA9\xE2\x80\xAF\xD8\x9D"));
+    EXPECT_EQ("\"\\u007f\\u009f\xC3\x9F\\u061c\\u202e\\u2069\xE2\x80\xAF\xD8\x9D\xE2\x80\\u007f\xC2\"\n",
+              JsonLine("\x7F\xC2\x9F\xC3\x9F\xD8\x9C\xE2\x80\xAE\xE2\x81\xA9\xE2\x80\xAF\xD8\x9D\xE2\x80\x7F\xC2"));
 }

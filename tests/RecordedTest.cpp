@@ -28,6 +28,7 @@
 // for WORD...                   the next step once for each word, which stands in for each "$" in it
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <set>
 
@@ -53,10 +54,10 @@ std::string Escaped(const std::string& strText, char cMore)
     return strShown;
 }
 
-std::string Replaced(std::string strText, const std::string& strWord)
+std::string Replaced(std::string strText, const char* szOld, const std::string& strNew)
 {
-    for (std::size_t n = 0; (n = strText.find('$', n)) != std::string::npos; n += strWord.size())
-        strText.replace(n, 1, strWord);
+    for (std::size_t n = 0; (n = strText.find(szOld, n)) != std::string::npos; n += strNew.size())
+        strText.replace(n, std::strlen(szOld), strNew);
     return strText;
 }
 
@@ -100,7 +101,7 @@ private:
             Record(step, "", "\n    = ");
         else
             for (const std::string& strWord : std::exchange(m_vFor, {}))
-                Record({step.strVerb, Replaced(step.strArgument, strWord), Replaced(step.strText, strWord)},
+                Record({step.strVerb, Replaced(step.strArgument, "$", strWord), Replaced(step.strText, "$", strWord)},
                        strWord + ": ", ", ");
     }
 
@@ -134,6 +135,23 @@ private:
     std::set<std::string> m_Logged = {"all"}, m_Hidden;
 };
 
+// The lines of two texts that are alike neither at the start nor at the end, behind "-" and "+".
+std::string Differing(std::string strOld, std::string strNew)
+{
+    auto [itOld, itNew] = std::mismatch(strOld.begin(), strOld.end(), strNew.begin(), strNew.end());
+    const auto nStart = static_cast<std::size_t>(itOld - strOld.begin());
+    const std::size_t nLine = nStart == 0 ? 0 : strOld.rfind('\n', nStart - 1) + 1;
+    strOld.erase(0, nLine), strNew.erase(0, nLine);
+    const auto nEnd =
+        std::mismatch(strOld.rbegin(), strOld.rend(), strNew.rbegin(), strNew.rend()).first - strOld.rbegin();
+    std::string strResult;
+    for (const auto& [strMark, strText] : {std::pair("\n- ", strOld), std::pair("\n+ ", strNew)}) {
+        const std::size_t nEndLine = strText.find('\n', strText.size() - static_cast<std::size_t>(nEnd));
+        strResult += strMark + Replaced(strText.substr(0, nEndLine), "\n", strMark);
+    }
+    return strResult;
+}
+
 Texts Conversations()
 {
     Texts vNames;
@@ -155,7 +173,8 @@ TEST_P(Recorded, ConversationGoesAsBefore)
     const std::string strRecorded = DataFile(strName);
     const std::string strPlayed = CPlayer().Play(strRecorded);
     if (std::getenv("PARLO_RECORD") == nullptr)
-        EXPECT_EQ(strRecorded, strPlayed) << "scripts/record writes what comes of it now";
+        EXPECT_TRUE(strRecorded == strPlayed)
+            << "scripts/record writes what comes of it now" << Differing(strRecorded, strPlayed);
     else
         std::ofstream(PARLO_TEST_DATA "/" + strName) << strPlayed;
 }

@@ -26,12 +26,10 @@ TEST(Session, WhatFailsIsToldAndDoesNotEndTheConversation)
                     (stCase.pInfo != nullptr ? std::to_string(stCase.pInfo->nDialogSeq) : "") + stCase.strRefusal;
         EXPECT_TRUE(stCase.vLog.empty()) << "kept although nobody asked for it";
     };
-    CSession session(false);
     testing::internal::CaptureStderr();
     EXPECT_FALSE(HasFailed());
-    session.RunFile(strFile, FileForm::CONVERSATION, "", Show);
+    RunFiles({strFile, "/no:/such\033file"}, {FileForm::CONVERSATION}, Show);
     std::remove(strFile.c_str());
-    session.RunFile("/no:/such\033file", FileForm::REPLY, "u", Show);
     const std::string strComplaint = "parlo: " + strFile;
     EXPECT_EQ(strComplaint + ":2 is refused: the line is not JSON.\n" + strComplaint +
                   ":3 is refused: it holds no TV control command.\n" +
@@ -97,7 +95,7 @@ TEST(Refusal, TellsACodeOfZeroFromNone)
 // Lines that nobody hears are not formatted, so what is heard must be enough for the reason.
 TEST(Refusal, HearsEveryLineThatItNeeds)
 {
-    const CSession session(false);
+    const CSession session;
     int nRefused = 0;
     for (const char* szReply :
          {"", "{", "[]", "{}", R"({"rsp":{}})", R"({"rsp":{"stat":"fail","err":{"code":"E","msg":"m"}}})",

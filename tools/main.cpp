@@ -7,15 +7,8 @@ int main(int argc, char** argv)
 {
     static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));  // for the width of characters in tables
     CCommandLine line;
-    AddReply(line);
-    AddConversation(line);
-    AddExplain(line);
-    AddLog(line);
-    AddTest(line);
-    AddDiff(line);
-    AddStatus(line);
-    AddActions(line);
-    AddCheck(line);
-    AddSchema(line);
+    for (const auto add :
+         {AddReply, AddConversation, AddExplain, AddLog, AddTest, AddDiff, AddStatus, AddActions, AddCheck, AddSchema})
+        add(line);
     return line.Main(argc, argv);
 }

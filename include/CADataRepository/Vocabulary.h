@@ -231,6 +231,24 @@ inline constexpr CodedWord<E_CA_SORT_RULE> kSortRuleWords[] = {
     {"result_before", E_CA_SORT_RULE_RESULT_BEFORE},
 };
 
+// The voice languages of a country that has conversation; an unused place is empty.
+struct CountryLanguages {
+    std::string_view szCountry;
+    std::array<std::string_view, 3> vLanguages;
+};
+
+inline constexpr std::array<std::string_view, 3> kEnglish = {"en_US", "en_AU", "en_GB"};
+inline constexpr std::array<std::string_view, 3> kPortuguese = {"pt_BR", "pt_PT"};
+
+// Narrow on purpose: Canada has no French, Switzerland only German, Belgium only Dutch.
+inline constexpr CountryLanguages kVoiceLanguages[] = {
+    {"KR", {"ko_KR"}},   {"US", kEnglish},  {"AU", kEnglish},  {"CA", kEnglish},           {"BR", kPortuguese},
+    {"PT", kPortuguese}, {"ES", {"es_ES"}}, {"CN", {"zh_CN"}}, {"NO", {"nn_NO", "nb_NO"}}, {"SE", {"sv_SE"}},
+    {"AT", {"de_DE"}},   {"GB", kEnglish},  {"DE", {"de_DE"}}, {"IT", {"it_IT"}},          {"PL", {"pl_PL"}},
+    {"FI", {"fi_FI"}},   {"BE", {"nl_NL"}}, {"DK", {"da_DK"}}, {"IE", kEnglish},           {"FR", {"fr_FR"}},
+    {"NL", {"nl_NL"}},   {"RU", {"ru_RU"}}, {"CH", {"de_DE"}},
+};
+
 // Sets `code` to what the word stands for. False, with `code` as it was, when it stands for nothing.
 template <typename Code, std::size_t N>
 bool LookUp(const CodedWord<Code> (&vWords)[N], std::string_view szWord, int& code)

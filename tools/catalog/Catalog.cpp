@@ -1,14 +1,11 @@
 // Tables of the vocabulary and of availability.
 #include "catalog/Catalog.h"
 
-#include <json/value.h>
-
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
-#include "catalog/ActionFacts.h"
 #include "parlo-api.h"
-#include "records/RecordJson.h"
 
 namespace
 {
@@ -28,82 +25,109 @@ constexpr StatusWords kStatusWords[] = {
     {E_CA_CONV_STATUS_NO_SERVICE, "?", "there is no service"},
 };
 
-constexpr const char* kCountries[] = {"KR", "US", "AU", "CA", "BR", "PT", "ES", "CN", "NO", "SE", "AT", "GB",
-                                      "DE", "IT", "PL", "FI", "BE", "DK", "IE", "FR", "NL", "RU", "CH"};
-
-constexpr const char* kLanguages[] = {"ko_KR", "en_US", "en_AU", "en_GB", "pt_BR", "pt_PT", "de_DE",
-                                      "fr_FR", "es_ES", "it_IT", "nl_NL", "zh_CN", "pl_PL", "ru_RU",
-                                      "nn_NO", "nb_NO", "da_DK", "sv_SE", "fi_FI"};
-
-// Calls `visit` with each vocabulary: its title, its name in JSON and its words.
-template <typename Visit>
-void ForEachVocabulary(const Visit& visit)
+// Every language of the countries, once.
+std::vector<std::string> AllLanguages()
 {
-    visit("Actions of a TV control command", "actions", kActionWords);
-    visit("Intents of a TV control command", "intents", kIntentWords);
-    visit("Actions of a display control request", "display_actions", kDisplayActionWords);
-    visit("Categories of a search schema", "schema_categories", kSchemaCategoryWords);
-    visit("Rules of a search schema", "schema_rules", kSortRuleWords);
+    std::vector<std::string> vAll;
+    for (const auto& [szCountry, vLanguages] : kVoiceLanguages)
+        for (const std::string_view szLanguage : vLanguages)
+            if (!szLanguage.empty() && std::find(vAll.begin(), vAll.end(), szLanguage) == vAll.end())
+                vAll.emplace_back(szLanguage);
+    return vAll;
 }
 
-// What a word is where an action stands, but is none. The first two have no code.
-struct OtherUse {
-    std::string_view szWord;
-    const char* szUse;
+template <const auto& kWords>
+Json::Value Entries()
+{
+    Json::Value list(Json::arrayValue);
+    for (const auto& stWord : kWords) {
+        Json::Value& entry = list.append(Json::objectValue);
+        entry["word"] = std::string(stWord.szWord);
+        entry["code"] = static_cast<int>(stWord.eCode);
+    }
+    return list;
+}
+
+constexpr struct {
+    const char* szTitle;
+    const char* szName;
+    Json::Value (*pEntries)();
+} kVocabularies[] = {
+    {"Actions of a TV control command", "actions", Entries<kActionWords>},
+    {"Intents of a TV control command", "intents", Entries<kIntentWords>},
+    {"Actions of a display control request", "display_actions", Entries<kDisplayActionWords>},
+    {"Categories of a search schema", "schema_categories", Entries<kSchemaCategoryWords>},
+    {"Rules of a search schema", "schema_rules", Entries<kSortRuleWords>},
 };
 
-constexpr OtherUse kFlowWords[] = {
+// Two words where an action stands have no code, and steer the reply.
+constexpr const char* kFlowWords[][2] = {
     {"display_content",
      "with two or more domains a search hand-over: no lookup, the application reads the reply itself"},
     {"search_failed",
      "with the one domain \"tvcontrol\" a failed search: no lookup, the application searches by itself"},
 };
 
-// What the word is when it is no action: how it steers a reply, or which other vocabularies have it. Empty when it is
-// nothing.
-std::vector<std::string> OtherUses(std::string_view szWord)
-{
-    std::vector<std::string> vUses;
-    for (const auto& [szFlowWord, szUse] : kFlowWords)
-        if (szFlowWord == szWord) vUses.emplace_back(szUse);
-    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
-        for (const auto& stWord : vWords)
-            if (stWord.szWord == szWord)
-                vUses.push_back("listed under " + Quoted(szTitle) + ", code " + std::to_string(stWord.eCode));
-    });
-    return vUses;
-}
-
-// Calls `visit` for each country and voice language, with the substitute set to them.
-template <typename Visit>
-void ForEachSet(const Visit& visit)
-{
-    for (const char* szCountry : kCountries) {
-        setenv("PARLO_COUNTRY", szCountry, 1);
-        for (const char* szLanguage : kLanguages) {
-            setenv("PARLO_LANGUAGE", szLanguage, 1);
-            visit(szCountry, szLanguage);
-        }
-    }
-}
-
-Json::Value List(const std::vector<std::string>& vTexts)
+Json::Value List(std::initializer_list<const char*> vTexts)
 {
     Json::Value list(Json::arrayValue);
-    for (const std::string& strText : vTexts) list.append(strText);
+    for (const char* szText : vTexts)
+        if (szText != nullptr) list.append(szText);
     return list;
 }
 
-Json::Value FactsValue(const ActionFacts& stFacts)
+bool AsksForSecond(const ActionRow& stRow)
 {
+    return stRow.eLookup != ActionLookup::NONE && stRow.eLookup != ActionLookup::SYSTEM;
+}
+
+// What the library makes of an action.
+Json::Value FactsOf(const CodedWord<E_CA_TVCONTROL>& stAction)
+{
+    constexpr const char* kLookups[] = {"none", "system", "channel", "candidate", "candidate"};
+    constexpr const char* kLists[] = {nullptr, nullptr, "vChannels", "vCandidates", nullptr};  // no reply brings a cast
+    const ActionRow stRow = ActionOf(stAction.eCode);
+    const auto nLookup = static_cast<std::size_t>(stRow.eLookup);
+    const bool bParams = AsksForSecond(stRow) || stRow.vKeys[0] != nullptr;
     Json::Value value;
-    value["lookup"] = stFacts.strLookup;
-    value["takes"] = List(stFacts.vTakes);
-    value["fills"] = List(stFacts.vFills);
-    value["after"] = List(stFacts.vAfter);
-    if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
-        value["code_without_position"] = stFacts.nCodeWithout;
+    value["word"] = std::string(stAction.szWord);
+    value["code"] = stAction.eCode;
+    value["lookup"] = kLookups[nLookup];
+    value["takes"] = List({stRow.vKeys[0], stRow.vKeys[1]});
+    value["needed"] = stRow.Has(NEEDS_PARAMS);
+    value["fills"] = List({bParams ? "vSystemActionParam" : nullptr, kLists[nLookup],
+                           stRow.Has(SHOWS_CONTENTS) ? "vSAContents" : nullptr});
+    value["after"] = Json::arrayValue;
+    for (const auto& [szWord, eCode] : kActionWords)
+        if (stRow.Has(MAY_FOLLOW) && AsksForSecond(ActionOf(eCode))) value["after"].append(std::string(szWord));
+    if (stAction.eCode == E_CA_TVCONTROL_PLAY_CONTENT)
+        value["code_without_position"] = E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX;
     return value;
+}
+
+// The same of a word that is no action: what it is instead, how it steers a reply or which vocabularies have it. Null
+// when it is nothing.
+Json::Value NoAction(const std::string& strWord)
+{
+    Json::Value uses;
+    for (const auto& [szFlowWord, szUse] : kFlowWords)
+        if (strWord == szFlowWord) uses.append(szUse);
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies)
+        for (const Json::Value& entry : pEntries())
+            if (entry["word"] == strWord)
+                uses.append("listed under " + Quoted(szTitle) + ", code " + entry["code"].asString());
+    Json::Value value;
+    if (uses.isNull()) return value;
+    value["word"] = strWord;
+    value["no_action"] = uses;
+    return value;
+}
+
+std::string JoinedTexts(const Json::Value& list)
+{
+    std::vector<std::string> vTexts;
+    for (const Json::Value& text : list) vTexts.push_back(text.asString());
+    return Joined(vTexts);
 }
 
 std::string LineOf(const char* szLabel, const std::string& strValue, const CPaint& paint)
@@ -120,98 +144,65 @@ const StatusWords& WordsOf(int nStatus)
 
 }  // namespace
 
-std::string RenderVocabulary(const CPaint& paint)
+Json::Value Vocabulary()
+{
+    Json::Value root;
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies) root[szName] = pEntries();
+    for (Json::ArrayIndex i = 0; i < std::size(kActionWords); ++i) root["actions"][i] = FactsOf(kActionWords[i]);
+    return root;
+}
+
+std::string RenderVocabulary(const Json::Value& vocabulary, const CPaint& paint)
 {
     std::string strResult;
-    ForEachVocabulary([&](const char* szTitle, const char*, const auto& vWords) {
+    for (const auto& [szTitle, szName, pEntries] : kVocabularies) {
         std::vector<std::vector<std::string>> vRows = {{"word", "code"}};
-        for (const auto& stWord : vWords) vRows.push_back({std::string(stWord.szWord), std::to_string(stWord.eCode)});
+        for (const Json::Value& entry : vocabulary[szName])
+            vRows.push_back({entry["word"].asString(), entry["code"].asString()});
         strResult += (strResult.empty() ? "" : "\n") + paint.Title(szTitle) + '\n' + Table(vRows, 2, paint);
-    });
+    }
     return strResult;
 }
 
-std::string VocabularyJson()
+Json::Value Word(const std::string& strWord)
 {
-    Json::Value root(Json::objectValue);
-    std::vector<Json::Value> vFacts;
-    for (const ActionFacts& stFacts : AllActionFacts()) vFacts.push_back(FactsValue(stFacts));
-    ForEachVocabulary([&](const char*, const char* szName, const auto& vWords) {
-        Json::Value& list = root[szName] = Json::arrayValue;
-        for (const auto& stWord : vWords) {
-            Json::Value entry(Json::objectValue);
-            if (&root[szName] == &root["actions"]) entry = vFacts[list.size()];
-            entry["word"] = std::string(stWord.szWord);
-            entry["code"] = static_cast<int>(stWord.eCode);
-            list.append(entry);
-        }
-    });
-    return JsonLine(root);
+    for (const auto& stAction : kActionWords)
+        if (stAction.szWord == strWord) return FactsOf(stAction);
+    return NoAction(strWord);
 }
 
-std::string RenderAction(const std::string& strWord, const CPaint& paint)
+std::string RenderWord(const Json::Value& word, const CPaint& paint)
 {
-    for (const ActionFacts& stFacts : AllActionFacts()) {
-        if (stFacts.strWord != strWord) continue;
-        std::string strCode = std::to_string(stFacts.nCode);
-        if (stFacts.nCodeWithout != 0 && stFacts.nCodeWithout != stFacts.nCode)
-            strCode += ", without a position " + std::to_string(stFacts.nCodeWithout);
-        return paint.Title(strWord) + '\n' + LineOf("code", strCode, paint) +
-               LineOf("lookup", stFacts.strLookup, paint) + LineOf("takes", Joined(stFacts.vTakes), paint) +
-               LineOf("fills", Joined(stFacts.vFills), paint) + LineOf("may follow", Joined(stFacts.vAfter), paint);
-    }
-    const std::vector<std::string> vUses = OtherUses(strWord);
-    std::string strResult = vUses.empty() ? std::string() : paint.Title(strWord) + '\n';
-    for (const std::string& strUse : vUses) strResult += LineOf("no action", strUse, paint);
-    return strResult;
-}
-
-std::string ActionJson(const std::string& strWord)
-{
-    for (const ActionFacts& stFacts : AllActionFacts()) {
-        if (stFacts.strWord != strWord) continue;
-        Json::Value value = FactsValue(stFacts);
-        value["word"] = strWord;
-        value["code"] = stFacts.nCode;
-        return JsonLine(value);
-    }
-    const std::vector<std::string> vUses = OtherUses(strWord);
-    if (vUses.empty()) return {};
-    Json::Value value;
-    value["word"] = strWord;
-    value["no_action"] = List(vUses);
-    return JsonLine(value);
+    std::string strResult = paint.Title(word["word"].asString()) + '\n';
+    for (const Json::Value& use : word["no_action"]) strResult += LineOf("no action", use.asString(), paint);
+    if (!word.isMember("code")) return strResult;
+    const std::string strWithout = word["code_without_position"].asString();
+    const bool bOne = word["takes"].size() == 1;
+    const char* szNeeded = !word["needed"].asBool() ? "" : bOne ? ", which it needs" : ", one of which it needs";
+    return strResult +
+           LineOf("code", word["code"].asString() + (strWithout.empty() ? "" : ", without a position ") + strWithout,
+                  paint) +
+           LineOf("lookup", word["lookup"].asString(), paint) +
+           LineOf("takes", JoinedTexts(word["takes"]) + szNeeded, paint) +
+           LineOf("fills", JoinedTexts(word["fills"]), paint) +
+           LineOf("may follow", word["after"].empty() ? "" : "channel and candidate actions", paint);
 }
 
 std::vector<std::string_view> ActionWords()
 {
     std::vector<std::string_view> vWords;
     for (const auto& stWord : kActionWords) vWords.push_back(stWord.szWord);
-    for (const auto& stWord : kFlowWords) vWords.push_back(stWord.szWord);
+    for (const auto& szFlowWord : kFlowWords) vWords.emplace_back(szFlowWord[0]);
     return vWords;
 }
 
-std::string StatusJson(int nStatus, bool bSubstitute)
+Json::Value Status(int nStatus)
 {
     Json::Value value;
     value["status"] = nStatus;
     value["available"] = nStatus == E_CA_CONV_STATUS_AVAILABLE;
     value["text"] = WordsOf(nStatus).szWords;
-    value["substitute"] = bSubstitute;
-    return JsonLine(value);
-}
-
-std::string AllStatusesJson()
-{
-    std::string strLines;
-    ForEachSet([&](const char* szCountry, const char* szLanguage) {
-        Json::Value value;
-        value["country"] = szCountry;
-        value["language"] = szLanguage;
-        value["status"] = ca_get_conv_status();
-        strLines += JsonLine(value);
-    });
-    return strLines;
+    return value;
 }
 
 std::string RenderStatus(int nStatus)
@@ -219,18 +210,32 @@ std::string RenderStatus(int nStatus)
     return WordsOf(nStatus).szWords + (" (" + std::to_string(nStatus)) + ")\n";
 }
 
-std::string RenderAllStatuses(const CPaint& paint)
+Json::Value AllStatuses()
 {
-    std::vector<std::vector<std::string>> vRows = {{"country"}};
-    vRows.front().insert(vRows.front().end(), std::begin(kLanguages), std::end(kLanguages));
-    ForEachSet([&](const char* szCountry, const char*) {
-        if (vRows.back().front() != szCountry) vRows.emplace_back(1, szCountry);
-        vRows.back().emplace_back(WordsOf(ca_get_conv_status()).szShort);
-    });
+    Json::Value list;
+    for (const CountryLanguages& stRow : kVoiceLanguages)
+        for (const std::string& strLanguage : AllLanguages()) {
+            Json::Value& value = list.append(Json::objectValue);
+            value["country"] = std::string(stRow.szCountry);
+            value["language"] = strLanguage;
+            setenv("PARLO_COUNTRY", value["country"].asCString(), 1);
+            setenv("PARLO_LANGUAGE", strLanguage.c_str(), 1);
+            value["status"] = ca_get_conv_status();
+        }
+    return list;
+}
+
+std::string RenderAllStatuses(const Json::Value& statuses, const CPaint& paint)
+{
+    std::vector<std::vector<std::string>> vRows = {AllLanguages()};
+    vRows.front().insert(vRows.front().begin(), "country");
+    for (const Json::Value& status : statuses) {
+        if (status["country"] != vRows.back().front()) vRows.emplace_back(1, status["country"].asString());
+        vRows.back().emplace_back(WordsOf(status["status"].asInt()).szShort);
+    }
     std::string strLegend = "\n";
     for (const StatusWords& stWords : kStatusWords)
         if (stWords.nStatus != E_CA_CONV_STATUS_NO_SERVICE)
-            strLegend +=
-                "  " + Padded(stWords.szShort, 5) + stWords.szWords + " (" + std::to_string(stWords.nStatus) + ")\n";
+            strLegend += "  " + Padded(stWords.szShort, 5) + RenderStatus(stWords.nStatus);
     return Table(std::move(vRows), 0, paint) + strLegend;
 }

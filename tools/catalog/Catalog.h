@@ -1,6 +1,8 @@
-// What the program tells without a reply: the vocabulary, and where conversation is available.
+// What the program tells without a reply, the vocabulary and where conversation is available, as JSON and as text.
 #ifndef PARLO_CATALOG_H
 #define PARLO_CATALOG_H
+
+#include <json/value.h>
 
 #include <string>
 #include <string_view>
@@ -8,24 +10,23 @@
 
 #include "text/Text.h"
 
-// Every word of the server with its code, as tables; as one line of JSON with what the library makes of each action,
-// which needs a service.
-std::string RenderVocabulary(const CPaint& paint);
-std::string VocabularyJson();
+// Every word of the server with its code, and with what the library makes of each action.
+Json::Value Vocabulary();
+std::string RenderVocabulary(const Json::Value& vocabulary, const CPaint& paint);
 
-// What the library makes of one action word; of another word of the server what it is instead; empty when there is none
-// such. Needs a service.
-std::string RenderAction(const std::string& strWord, const CPaint& paint);
-std::string ActionJson(const std::string& strWord);
+// What the library makes of one action word; of another word of the server what it is instead; null when there is none
+// such.
+Json::Value Word(const std::string& strWord);
+std::string RenderWord(const Json::Value& word, const CPaint& paint);
 std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.
+Json::Value Status(int nStatus);
 std::string RenderStatus(int nStatus);
-std::string StatusJson(int nStatus, bool bSubstitute);
 
-// The answers for all countries and voice languages as a table, and as a line of JSON each; sets the substitute's
-// environment for each. Needs a service.
-std::string RenderAllStatuses(const CPaint& paint);
-std::string AllStatusesJson();
+// The answers for all countries and voice languages, a list; sets the substitute's environment for each. Needs a
+// service.
+Json::Value AllStatuses();
+std::string RenderAllStatuses(const Json::Value& statuses, const CPaint& paint);
 
 #endif

@@ -1,6 +1,7 @@
 // The command line on CLI11, which this unit alone knows.
 #include "commands/Command.h"
 
+#include <fnmatch.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -13,6 +14,7 @@
 #include <utility>
 
 #include "findings/Suggestion.h"
+#include "reading/Files.h"
 #include "session/LogTap.h"
 #include "text/Output.h"
 
@@ -24,15 +26,31 @@ struct SetOption {
     const char* szFlag;
     const char* szVariable;
     const char* szHelp;
-    const char* szExample;  // any value of its form will do; empty: none but the values
-    std::vector<std::string> vValues;
+    std::vector<const char*> vValues;  // patterns of the shell
+    const char* szOther;               // what any other value is
 };
 
 const SetOption kSetOptions[] = {
-    {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", "US", {"none", ""}},
-    {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", "en_US", {"none", ""}},
-    {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", "", {"0", "1", "none"}},
-    {"--log", "PARLO_LOG", "what of the library's log goes to standard error (off)", "", {"off", "error", "debug"}},
+    {"--country",
+     "PARLO_COUNTRY",
+     "the set's country code, or none (US)",
+     {"[A-Z][A-Z]", "none", ""},
+     " is neither a code like US nor none"},
+    {"--language",
+     "PARLO_LANGUAGE",
+     "the voice language, or none (en_US)",
+     {"[a-z][a-z]_[A-Z][A-Z]", "none", ""},
+     " is neither a code like en_US nor none"},
+    {"--voice-recog",
+     "PARLO_VOICE_RECOG",
+     "whether the set recognises voice (1)",
+     {"0", "1", "none"},
+     " is not one of 0, 1, none"},
+    {"--log",
+     "PARLO_LOG",
+     "what of the library's log goes to standard error (off)",
+     {"off", "error", "debug"},
+     " is not one of off, error, debug"},
 };
 
 // The arguments in the parser's order, the last one first. "--option=" is taken apart, as the parser would take
@@ -60,57 +78,37 @@ std::string Suggestion(const std::string& strWord, const std::vector<std::string
     return strSuggestion.empty() ? std::string() : ", " + strSuggestion;
 }
 
-// The long names of the options that may be given to the command; null: to none.
-std::vector<std::string> OptionNames(const CLI::App& app, const CLI::App* pCommand)
-{
-    std::vector<std::string> vNames;
-    for (const CLI::App* pApp : {&app, pCommand}) {
-        if (pApp == nullptr) continue;
-        for (const CLI::Option* pOption : pApp->get_options())
-            for (const std::string& strName : pOption->get_lnames()) vNames.push_back("--" + strName);
-    }
-    return vNames;
-}
-
 // What is wrong with the first argument that nobody took; empty when all were taken. It comes first: what else is
 // wrong may follow from it.
 std::string WrongArgument(const CLI::App& app)
 {
     const std::vector<std::string> vLeft = app.remaining(true);
     if (vLeft.empty()) return {};
-    const std::vector<CLI::App*> vChosen = app.get_subcommands();
-    const CLI::App* pCommand = vChosen.empty() ? nullptr : vChosen.front();
+    std::vector<const CLI::App*> vApps = {&app};
+    for (const CLI::App* pCommand : app.get_subcommands()) vApps.push_back(pCommand);
+    std::vector<std::string> vNames;
+    for (const CLI::App* pApp : vApps)
+        for (const CLI::Option* pOption : pApp->get_options())
+            for (const std::string& strName : pOption->get_lnames()) vNames.push_back("--" + strName);
     for (const std::string& strLeft : vLeft) {
         if (strLeft.size() < 2 || strLeft.front() != '-') continue;
         const std::string strName = strLeft.substr(0, strLeft.find('='));
-        return "unknown option " + Quoted(strName) + Suggestion(strName, OptionNames(app, pCommand));
+        return "unknown option " + Quoted(strName) + Suggestion(strName, vNames);
     }
-    if (pCommand != nullptr) return Quoted(vLeft.front()) + " is one argument too many";
-    std::vector<std::string> vNames;
+    if (vApps.size() > 1) return Quoted(vLeft.front()) + " is one argument too many";
+    vNames.clear();
     for (const CLI::App* pEach : app.get_subcommands(nullptr)) vNames.push_back(pEach->get_name());
     return "unknown command " + Quoted(vLeft.front()) + Suggestion(vLeft.front(), vNames);
-}
-
-// Whether each character is of the same kind as in the example: a capital, a small letter, or that character itself.
-bool IsLike(std::string_view szValue, std::string_view szExample)
-{
-    const auto Kind = [](char c) { return c >= 'A' && c <= 'Z' ? 'A' : c >= 'a' && c <= 'z' ? 'a' : c; };
-    const auto Same = [&](char cOne, char cOther) { return Kind(cOne) == Kind(cOther); };
-    return std::equal(szValue.begin(), szValue.end(), szExample.begin(), szExample.end(), Same);
 }
 
 // What is wrong with a value of the set; empty when nothing is.
 std::string WrongValue(const SetOption& stOption, const std::string& strValue)
 {
+    const auto Fits = [&strValue](const char* szPattern) { return fnmatch(szPattern, strValue.c_str(), 0) == 0; };
     const auto& vValues = stOption.vValues;
-    const bool bForm = *stOption.szExample != '\0';
     // The program itself looks at the last one.
     if (&stOption != std::end(kSetOptions) - 1 && !SubstituteAnswers()) return "this set answers by itself";
-    if (std::find(vValues.begin(), vValues.end(), strValue) != vValues.end()) return {};
-    if (bForm && IsLike(strValue, stOption.szExample)) return {};
-    return Quoted(strValue) +
-           (bForm ? std::string(" is neither a code like ") + stOption.szExample + " nor " + vValues.front()
-                  : " is not one of " + Joined(vValues));
+    return std::any_of(vValues.begin(), vValues.end(), Fits) ? std::string() : Quoted(strValue) + stOption.szOther;
 }
 
 std::string WrongVariable()
@@ -140,6 +138,19 @@ void CCommand::Files(const char* szHelp)
     m_app.add_option("FILE", m_stOptions.vFiles, szHelp)->required()->type_name("");
 }
 
+void CCommand::Replies(const char* szHelp)
+{
+    Files(szHelp);
+    const auto WithFolders = [&stOptions = m_stOptions] {
+        for (const std::string& strFile : std::exchange(stOptions.vFiles, {})) {
+            const std::vector<std::string> vBelow = FilesOf(strFile);
+            if (vBelow.empty()) throw CLI::ValidationError("FILE", Quoted(strFile) + " holds no .json and no .jsonl");
+            stOptions.vFiles.insert(stOptions.vFiles.end(), vBelow.begin(), vBelow.end());
+        }
+    };
+    m_app.callback(WithFolders);
+}
+
 void CCommand::Utterance(bool bRequired)
 {
     const auto NotEmpty = [](const std::string& strText) {
@@ -148,6 +159,12 @@ void CCommand::Utterance(bool bRequired)
     m_app.add_option("--utterance", m_stOptions.strUtterance, "what the viewer said")
         ->check(NotEmpty)
         ->required(bRequired);
+}
+
+void CCommand::NoSet()
+{
+    for (const SetOption& stOption : kSetOptions) m_app.excludes(m_app.get_parent()->get_option(stOption.szFlag));
+    m_app.footer(m_app.get_footer().substr(m_app.get_footer().find("Examples:")));
 }
 
 void CCommand::Json(const char* szHelp)
@@ -166,53 +183,46 @@ void CCommand::Flag(const char* szName, bool& bField, const char* szHelp)
     m_app.add_flag(szName, bField, szHelp);
 }
 
-void CCommand::Text(const char* szName, std::string& strField, const char* szHelp)
+void CCommand::Text(const char* szName, std::string& strField, const char* szHelp,
+                    const std::vector<std::string>& vWords)
 {
-    m_app.add_option(szName, strField, szHelp)->type_name("TEXT");
+    CLI::Option* pOption = m_app.add_option(szName, strField, szHelp)->type_name(*szName == '-' ? "TEXT" : "");
+    if (!vWords.empty()) pOption->check(CLI::IsMember(vWords));
 }
 
-void CCommand::Choice(const char* szName, std::string& strField, const char* szHelp,
-                      const std::vector<std::string>& vWords)
+void CCommand::Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp,
+                     std::string (*wrong)(const std::string& strValue))
 {
-    m_app.add_option(szName, strField, szHelp)->check(CLI::IsMember(vWords))->type_name("TEXT");
-}
-
-void CCommand::Positional(const char* szName, std::string& strField, const char* szHelp)
-{
-    m_app.add_option(szName, strField, szHelp)->type_name("");
+    CLI::Option* pOption = m_app.add_option(szName, vField, szHelp)->delimiter(',')->allow_extra_args(false);
+    pOption->type_name("TEXT,...");
+    if (wrong != nullptr) pOption->check(wrong);
 }
 
 CCommandLine::CCommandLine()
     : m_pApp(std::make_unique<CLI::App>("Shows what a television makes of a voice server's reply.", "parlo"))
 {
     m_pApp->set_version_flag("--version", "parlo " PARLO_VERSION, "Print the version and exit");
+    m_pApp->require_subcommand(0, 1);  // behind a command, the name of another one is an argument as any
     m_pApp->failure_message([](const CLI::App*, const CLI::Error& e) { return std::string(e.what()); });
     m_pApp->footer(
-        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or nothing to compare (diff), 3 "
-        "conversation is not available "
-        "(status).\n\nExamples:\n"
+        "Exit status: 0 all went well, 1 a file or reply failed, 2 wrong usage, or a file that cannot be read (check, "
+        "test, diff), 3 conversation is not available (status).\n\nExamples:\n"
         "  parlo reply --utterance \"turn it up\" volume.json\n"
         "  parlo conversation evening.jsonl\n"
         "  parlo --country DE --language de_DE status");
     m_pApp->add_option("--color", m_stOptions.strColour, "whether to colour what is printed: auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->type_name("TEXT");
-    AddSetOptions();
+    for (const SetOption& stOption : kSetOptions) {
+        const auto Set = [&stOption](const std::string& strValue) { setenv(stOption.szVariable, strValue.c_str(), 1); };
+        m_pApp->add_option_function<std::string>(stOption.szFlag, Set, stOption.szHelp)
+            ->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); })
+            ->group("The set")
+            ->type_name("TEXT");
+    }
 }
 
 CCommandLine::~CCommandLine() = default;
-
-void CCommandLine::AddSetOptions()
-{
-    for (const SetOption& stOption : kSetOptions) {
-        const auto SetVariable = [szVariable = stOption.szVariable](const std::string& strValue) {
-            setenv(szVariable, strValue.c_str(), 1);
-        };
-        CLI::Option* pOption = m_pApp->add_option_function<std::string>(stOption.szFlag, SetVariable, stOption.szHelp);
-        pOption->group("The set")->type_name("TEXT");
-        pOption->check([&stOption](const std::string& strValue) { return WrongValue(stOption, strValue); });
-    }
-}
 
 CCommand CCommandLine::Add(const char* szName, const char* szHelp, const char* szExamples, Run run)
 {

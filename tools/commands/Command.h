@@ -25,8 +25,9 @@ class App;
 }
 
 constexpr int kExitOk = 0;
-constexpr int kExitFailure = 1;      // a file or reply failed
-constexpr int kExitUsage = 2;        // the command line or the environment was wrong; "diff": nothing to compare
+constexpr int kExitFailure = 1;      // a file or reply failed; a mistake, a difference was found
+constexpr int kExitUsage = 2;        // the command line or the environment was wrong
+constexpr int kExitUnreadable = 2;   // where kExitFailure tells what was found: it could not look everywhere
 constexpr int kExitUnavailable = 3;  // "status": the set does not offer conversation
 
 // The options that several commands have. A command declares those that it takes.
@@ -48,14 +49,20 @@ public:
     CCommand(CLI::App& app, Options& stOptions) : m_app(app), m_stOptions(stOptions) {}
 
     void Files(const char* szHelp);
+    void Replies(const char* szHelp);  // files too, or folders: every .json and .jsonl below them
+    void NoSet();                      // the options of the set would change nothing
     void Utterance(bool bRequired);
     void Json(const char* szHelp);
     void Compact();  // behind Json
 
     void Flag(const char* szName, bool& bField, const char* szHelp);
-    void Text(const char* szName, std::string& strField, const char* szHelp);
-    void Choice(const char* szName, std::string& strField, const char* szHelp, const std::vector<std::string>& vWords);
-    void Positional(const char* szName, std::string& strField, const char* szHelp);  // may be left out
+    // A value that may be left out: of the option, or of the argument if the name has no dashes. Any text, or one of
+    // the words.
+    void Text(const char* szName, std::string& strField, const char* szHelp,
+              const std::vector<std::string>& vWords = {});
+    // Values that are given again and again, or with commas; `wrong` says what is wrong with one, empty if nothing is.
+    void Texts(const char* szName, std::vector<std::string>& vField, const char* szHelp,
+               std::string (*wrong)(const std::string& strValue) = nullptr);
 
 private:
     CLI::App& m_app;
@@ -77,7 +84,6 @@ public:
     int Main(int argc, char** argv);
 
 private:
-    void AddSetOptions();
     int RunChosen(int argc, char** argv);
 
     std::unique_ptr<CLI::App> m_pApp;

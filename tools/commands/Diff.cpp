@@ -4,7 +4,6 @@
 
 #include "commands/Command.h"
 #include "comparing/Difference.h"
-#include "session/CaseJson.h"
 #include "session/Session.h"
 #include "text/Output.h"
 
@@ -18,50 +17,34 @@ struct Told {
     Json::Value outcome;
 };
 
-constexpr const char* kParams = "vSystemActionParam";
-
-// A service for each file, so that one leaves nothing to the other.
 std::vector<Told> Outcomes(const std::string& strFile, const Options& stOptions)
 {
     std::vector<Told> vOutcomes;
-    CSession session(false);
     const auto Take = [&](const Case& stCase) {
         const ServerReply& stReply = stCase.stReply;
         vOutcomes.push_back({stReply.strSource, stReply.strUtterance, stReply.bNoUtterance, OutcomeJson(stCase, true)});
     };
-    session.RunFile(strFile, FileForm::EITHER, stOptions.strUtterance, Take, true);
+    CLineFile file(strFile);
+    RunFile(file, {FileForm::EITHER, stOptions.strUtterance, false, true}, Take);
     return vOutcomes;
 }
 
-// The outcome without what the viewer said: where the record has it as its first parameter, null stands for it.
+// The outcome without what the viewer said: where the record has it as its first parameter, the stand-in takes its
+// place.
 Json::Value WithoutUtterance(const Told& stTold)
 {
     Json::Value outcome = stTold.outcome;
     outcome.removeMember("strUserInputVoice");
-    if (!outcome.isMember(kParams)) return outcome;
-    Json::Value& params = outcome[kParams];
-    if (!params.empty() && params[0] == stTold.strUtterance) params[0] = Json::Value();
+    const Json::Value& params = stTold.outcome["vSystemActionParam"];
+    if (!params.empty() && params[0] == stTold.strUtterance) outcome["vSystemActionParam"][0] = kNoUtterance;
     return outcome;
-}
-
-// The parameters, of which only the one that is not known is null, as a person reads them.
-void NameUtterance(std::string& strJson)
-{
-    for (const std::string strStart : {"", "["})
-        if (strJson.rfind(strStart + "null", 0) == 0) strJson.replace(strStart.size(), 4, "the utterance");
 }
 
 // How two outcomes differ. What the viewer said counts when it is known of both.
 std::vector<Difference> DifferencesOf(const Told& stOne, const Told& stOther)
 {
     if (!stOne.bNoUtterance && !stOther.bNoUtterance) return Differences(stOne.outcome, stOther.outcome, false);
-    std::vector<Difference> vDifferences = Differences(WithoutUtterance(stOne), WithoutUtterance(stOther), false);
-    for (Difference& stDifference : vDifferences) {
-        if (stDifference.strPath.rfind(kParams, 0) != 0) continue;
-        NameUtterance(stDifference.strOne);
-        NameUtterance(stDifference.strOther);
-    }
-    return vDifferences;
+    return Differences(WithoutUtterance(stOne), WithoutUtterance(stOther), false);
 }
 
 // Prints how the n-th outcomes differ. False when they do not.
@@ -76,7 +59,8 @@ bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
     const std::vector<Difference> vDifferences = DifferencesOf(*pOne, *pOther);
     if (vDifferences.empty()) return false;
     Print(paint.Title(Shown(pOne->strSource) + " and " + Shown(pOther->strSource)) + '\n');
-    for (const Difference& stDifference : vDifferences) Print(DifferenceText(stDifference, "first", "then"));
+    for (const Difference& stDifference : vDifferences)
+        Print("    " + DifferenceText(stDifference, "first", "then") + '\n');
     return true;
 }
 
@@ -90,7 +74,7 @@ int RunDiff(const Options& stOptions)
     }
     const std::vector<Told> vOne = Outcomes(stOptions.vFiles[0], stOptions);
     const std::vector<Told> vOther = Outcomes(stOptions.vFiles[1], stOptions);
-    if (HasFailed()) return kExitUsage;  // something cannot be read: that says nothing of a difference
+    if (HasFailed()) return kExitUnreadable;  // which says nothing of a difference
     const CPaint paint = stOptions.Paint();
     bool bDiffer = false;
     for (std::size_t i = 0; i < std::max(vOne.size(), vOther.size()); ++i)
@@ -108,4 +92,5 @@ void AddDiff(CCommandLine& line)
                                 "  parlo diff old.json new.json\n  parlo diff monday.jsonl tuesday.jsonl", RunDiff);
     command.Files("two files, each a reply or a conversation");
     command.Utterance(false);
+    command.NoSet();
 }

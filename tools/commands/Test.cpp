@@ -1,24 +1,25 @@
 // "test": conversations whose lines say what they expect.
-#include <sys/stat.h>
-
-#include <cstdio>
-#include <fstream>
+#include <algorithm>
+#include <chrono>
+#include <map>
 #include <utility>
 
 #include "commands/Command.h"
 #include "comparing/Difference.h"
 #include "comparing/JUnit.h"
 #include "reading/Expectation.h"
-#include "session/CaseJson.h"
 #include "session/Session.h"
 #include "text/Output.h"
 
 namespace
 {
 
+using Clock = std::chrono::steady_clock;
+
 struct TestOptions {
     std::string strJUnit;  // empty: no such file
     bool bUpdate = false;
+    bool bFailuresOnly = false;
 };
 
 class CTestRun
@@ -28,17 +29,17 @@ public:
     int Run();
 
 private:
-    void File(CSession& session, const std::string& strFile);
+    void File(const std::string& strFile);
     void Turn(const Case& stCase);
-    void Update(const std::string& strFile);
-    void Closing(std::size_t nFailures);
+    void UpdateFile(const CLineFile& file);
+    int End();
 
     const Options& m_stOptions;
     const TestOptions& m_stTest;
     std::vector<TestResult> m_vResults;
-    std::vector<std::pair<std::size_t, std::string>> m_vNewLines;  // of the file that is run, by line number
-    std::size_t m_nSilent = 0;                                     // turns that expect nothing
+    std::map<std::size_t, std::string> m_mapNewLines;  // of the file that is run, by line number
     std::size_t m_nUpdated = 0;
+    Clock::time_point m_started;
 };
 
 // The outcome under the names that an expectation may use.
@@ -64,92 +65,114 @@ Json::Value Renewed(const Case& stCase, const Json::Value& expect)
     return part;
 }
 
+// Whether the expectation names a field that there is not, whatever the outcome.
+bool IsMisspelt(const Case& stCase, const Json::Value& expect)
+{
+    const CADataRepository::_ConvActionInfo fresh;
+    Case stAny;
+    stAny.bAccepted = true;
+    stAny.pInfo = stCase.bAccepted ? stCase.pInfo : &fresh;
+    Json::Value names = Outcome(stAny, false);
+    names["reason"] = "";
+    const std::vector<Difference> vDifferences = Differences(expect, names, true);
+    return std::any_of(vDifferences.begin(), vDifferences.end(),
+                       [](const Difference& stDifference) { return stDifference.strOther.empty(); });
+}
+
+std::vector<std::string> Failures(const Case& stCase, const Json::Value& expect)
+{
+    if (expect.isNull()) return {Shown(stCase.strRefusal)};
+    if (!expect.isObject()) return {"\"expect\" is no object"};
+    std::vector<std::string> vFailures;
+    for (const Difference& stDifference : Differences(expect, Outcome(stCase, false), true))
+        vFailures.push_back(DifferenceText(stDifference, "expected", "got"));
+    if (!vFailures.empty() && !stCase.bAccepted) vFailures.back() += "\n    refused: " + Shown(stCase.strRefusal);
+    return vFailures;
+}
+
 void CTestRun::Turn(const Case& stCase)
 {
-    const Json::Value expect = ExpectationOf(stCase.stReply.szTurn);
-    const Json::Value outcome = Outcome(stCase, false);
-    TestResult stResult{stCase.stReply.strSource, stCase.stReply.strFile, {}};
-    const bool bTurn = !stCase.stReply.szTurn.empty() && (stCase.bAccepted || stCase.pInfo != nullptr);
-    if (!expect.isNull() && !expect.isObject()) {
-        stResult.strFailure = "    \"expect\" is no object\n";
-    } else if (!expect.isNull()) {
-        for (const Difference& stDifference : Differences(expect, outcome, true))
-            stResult.strFailure += DifferenceText(stDifference, "expected", "got");
-        if (!stResult.strFailure.empty() && !stCase.bAccepted)
-            stResult.strFailure += "    refused: " + Shown(stCase.strRefusal) + '\n';
-    } else if (!bTurn) {
-        stResult.strFailure = "    " + Shown(stCase.strRefusal) + '\n';
-    } else {
-        ++m_nSilent;
-    }
-    const bool bRenew = m_stTest.bUpdate && bTurn && (expect.isNull() || !stResult.strFailure.empty());
-    if (bRenew) {
-        m_vNewLines.emplace_back(
-            stCase.stReply.nLine,
-            WithExpectation(stCase.stReply.szTurn,
-                            Renewed(stCase, expect.isObject() ? expect : Json::Value(Json::objectValue))));
+    const ServerReply& stReply = stCase.stReply;
+    const Json::Value members = MembersOf(stReply.szTurn);
+    const Json::Value& expect = members["expect"];
+    const Json::Value& name = members["name"];
+    const std::chrono::duration<double> time = Clock::now() - std::exchange(m_started, Clock::now());
+    const bool bTurn = !stReply.szTurn.empty() && stCase.pInfo != nullptr;
+    TestResult stResult{name.isString() ? name.asString() : stReply.strUtterance,
+                        stReply.strFile,
+                        stReply.nLine,
+                        time.count(),
+                        expect.isNull() && bTurn,
+                        {}};
+    if (!stResult.bSkipped) stResult.vFailures = Failures(stCase, expect);
+    const bool bWrong = !stResult.vFailures.empty() && !(expect.isObject() && IsMisspelt(stCase, expect));
+    if (m_stTest.bUpdate && bTurn && (stResult.bSkipped || bWrong)) {
+        m_mapNewLines[stReply.nLine] =
+            WithExpectation(stReply.szTurn, Renewed(stCase, expect.isObject() ? expect : Json::objectValue));
         return;
     }
-    if (expect.isNull() && bTurn) return;
-    Print((stResult.strFailure.empty() ? "pass " : "FAIL ") + Shown(stResult.strName) + '\n' + stResult.strFailure);
+    const bool bFailed = !stResult.vFailures.empty();
+    if (bFailed || !(stResult.bSkipped || m_stTest.bFailuresOnly))
+        Print((bFailed ? "FAIL " : "pass ") + Shown(stReply.strSource) +
+              (name.isString() ? ' ' + Quoted(name.asString()) : "") + '\n');
+    for (const std::string& strFailure : stResult.vFailures) Print("    " + strFailure + '\n');
     m_vResults.push_back(std::move(stResult));
 }
 
-// Puts the new lines into the file, by way of a file beside it, so that it is whole whatever happens.
-void CTestRun::Update(const std::string& strFile)
+void CTestRun::UpdateFile(const CLineFile& file)
 {
-    if (m_vNewLines.empty()) return;
-    const std::string strNew = strFile + ".new";
-    std::ifstream in(strFile, std::ios::binary);
-    std::ofstream out(strNew, std::ios::binary);
-    std::size_t nNext = 0;
-    std::string strLine;
-    for (std::size_t nLine = 1; std::getline(in, strLine); ++nLine) {
-        const bool bNew = nNext < m_vNewLines.size() && m_vNewLines[nNext].first == nLine;
-        out << (bNew ? m_vNewLines[nNext++].second : strLine);
-        if (!in.eof()) out << '\n';
+    std::string strNew;
+    std::string_view szRest = file.Kept();
+    for (std::size_t nLine = 1; !szRest.empty(); ++nLine) {
+        const std::string_view szLine = szRest.substr(0, szRest.find('\n'));
+        const auto itNew = m_mapNewLines.find(nLine);
+        strNew += itNew == m_mapNewLines.end() ? szLine : itNew->second;
+        if (szLine.size() < szRest.size()) strNew += '\n';
+        szRest.remove_prefix(std::min(szLine.size() + 1, szRest.size()));
     }
-    out.close();
-    struct stat stStat = {};
-    if (stat(strFile.c_str(), &stStat) == 0) static_cast<void>(chmod(strNew.c_str(), stStat.st_mode & 07777U));
-    if (!out.good() || in.bad() || std::rename(strNew.c_str(), strFile.c_str()) != 0) {
-        static_cast<void>(std::remove(strNew.c_str()));
-        return Fail(strFile + " cannot be updated");
-    }
-    Print("updated " + Count(m_vNewLines.size(), "line", "lines") + " of " + Shown(strFile) + '\n');
-    m_nUpdated += m_vNewLines.size();
+    const std::string strReason = Update(file, strNew);
+    if (!strReason.empty()) return Fail(file.Name() + " cannot be updated: " + strReason);
+    Print("updated " + Count(m_mapNewLines.size(), "line", "lines") + " of " + Shown(file.Name()) + '\n');
+    m_nUpdated += m_mapNewLines.size();
 }
 
-void CTestRun::File(CSession& session, const std::string& strFile)
+void CTestRun::File(const std::string& strFile)
 {
-    m_vNewLines.clear();
-    session.RunFile(
-        strFile, FileForm::CONVERSATION, "", [this](const Case& stCase) { Turn(stCase); }, true);
-    if (strFile != "-") Update(strFile);
+    if (const std::string strReason = m_stTest.bUpdate ? CannotUpdate(strFile) : ""; !strReason.empty())
+        return Fail(strFile + " cannot be updated: " + strReason);
+    CLineFile file(strFile);
+    if (m_stTest.bUpdate) file.Keep();
+    m_mapNewLines.clear();
+    m_started = Clock::now();
+    const auto Take = [this](const Case& stCase) { Turn(stCase); };
+    if (RunFile(file, {FileForm::CONVERSATION, "", false, true}, Take) && !m_mapNewLines.empty()) UpdateFile(file);
 }
 
-void CTestRun::Closing(std::size_t nFailures)
+// Counts, and says how the program ends.
+int CTestRun::End()
 {
-    std::string strText =
-        std::to_string(m_vResults.size() - nFailures) + " passed, " + std::to_string(nFailures) + " failed";
-    if (m_nUpdated > 0) strText += ", " + std::to_string(m_nUpdated) + " updated";
-    if (m_nSilent > 0 && !m_stTest.bUpdate) strText += ", " + Count(m_nSilent, "turn", "turns") + " without \"expect\"";
-    Print(strText + '\n');
+    std::size_t nFailed = 0;
+    std::size_t nSkipped = 0;
+    for (const TestResult& stResult : m_vResults) {
+        nFailed += stResult.vFailures.empty() ? 0 : 1;
+        nSkipped += stResult.bSkipped ? 1 : 0;
+    }
+    const std::size_t nPassed = m_vResults.size() - nFailed - nSkipped;
+    Print(std::to_string(nPassed) + " passed, " + std::to_string(nFailed) + " failed" +
+          (m_nUpdated > 0 ? ", " + std::to_string(m_nUpdated) + " updated" : "") +
+          (nSkipped > 0 ? ", " + std::to_string(nSkipped) + " skipped: without \"expect\"" : "") + '\n');
+    if (!m_stTest.strJUnit.empty() && !WriteJUnit(m_stTest.strJUnit, m_vResults))
+        Fail(m_stTest.strJUnit + " cannot be written");
+    if (HasFailed()) return kExitUnreadable;
+    if (nPassed + nFailed + m_nUpdated > 0) return nFailed > 0 ? kExitFailure : kExitOk;
+    Complain("nothing is expected: no turn has \"expect\"");
+    return kExitFailure;
 }
 
 int CTestRun::Run()
 {
-    // Each file is a dialog of its own: what one leaves must not decide about the next.
-    for (const std::string& strFile : m_stOptions.vFiles) {
-        CSession session(false);
-        File(session, strFile);
-    }
-    std::size_t nFailures = 0;
-    for (const TestResult& stResult : m_vResults) nFailures += stResult.strFailure.empty() ? 0 : 1;
-    Closing(nFailures);
-    if (!m_stTest.strJUnit.empty() && !WriteJUnit(m_stTest.strJUnit, m_vResults))
-        Fail(m_stTest.strJUnit + " cannot be written");
-    return nFailures > 0 || HasFailed() ? kExitFailure : kExitOk;
+    for (const std::string& strFile : m_stOptions.vFiles) File(strFile);
+    return End();
 }
 
 }  // namespace
@@ -161,7 +184,8 @@ void AddTest(CCommandLine& line)
         "test", "Compare each turn of a conversation with what it expects",
         "  parlo test evening.jsonl\n  parlo test --junit results.xml *.jsonl\n  parlo test --update evening.jsonl",
         [pTest](const Options& stOptions) { return CTestRun(stOptions, *pTest).Run(); });
-    command.Files("a conversation whose lines have \"expect\": OBJECT; - for standard input");
+    command.Replies("a conversation whose lines have \"expect\": OBJECT; - for standard input");
     command.Text("--junit", pTest->strJUnit, "Write the results into this file too, as JUnit XML");
     command.Flag("--update", pTest->bUpdate, "Write what comes out now into the files");
+    command.Flag("-q,--quiet", pTest->bFailuresOnly, "Print no turn that passes");
 }

@@ -85,7 +85,6 @@ Json::Value PartLike(const Json::Value& value, const Json::Value& part)
 std::string DifferenceText(const Difference& stDifference, const char* szOne, const char* szOther)
 {
     const auto Value = [](const std::string& strJson) { return strJson.empty() ? "nothing" : Shown(strJson); };
-    return "    " + Shown(stDifference.strPath) + ": " + szOne + ' ' + Value(stDifference.strOne) + ", " + szOther +
-           ' ' + Value(stDifference.strOther) + (stDifference.strHint.empty() ? "" : "; ") + stDifference.strHint +
-           '\n';
+    return Shown(stDifference.strPath) + ": " + szOne + ' ' + Value(stDifference.strOne) + ", " + szOther + ' ' +
+           Value(stDifference.strOther) + (stDifference.strHint.empty() ? "" : "; ") + stDifference.strHint;
 }

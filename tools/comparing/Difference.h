@@ -22,7 +22,7 @@ std::vector<Difference> Differences(const Json::Value& one, const Json::Value& o
 // Of `value` what `part` has too: its keys, and of lists of equal length those of the elements.
 Json::Value PartLike(const Json::Value& value, const Json::Value& part);
 
-// A line for each, "    PATH: first ONE, then OTHER; HINT", in the given words.
+// "PATH: first ONE, then OTHER; HINT", in the given words and fit for a terminal.
 std::string DifferenceText(const Difference& stDifference, const char* szOne, const char* szOther);
 
 #endif

@@ -3,33 +3,34 @@
 
 #include <algorithm>
 #include <fstream>
+#include <string_view>
 
 #include "Printable.h"
 
 namespace
 {
 
-// As text of XML: no control characters, which XML cannot hold, and bytes that are no UTF-8 escaped.
+// What XML has a meaning for, or cannot hold although it is UTF-8 and no control character.
+constexpr std::string_view kEscapes[][2] = {{"&", "&amp;"},
+                                            {"<", "&lt;"},
+                                            {">", "&gt;"},
+                                            {"\"", "&quot;"},
+                                            {"\xEF\xBF\xBE", "\\xEF\\xBF\\xBE"},
+                                            {"\n", "&#10;"},
+                                            {"\xEF\xBF\xBF", "\\xEF\\xBF\\xBF"}};
+
+// `strText`, which is fit for a terminal, as text of XML.
 std::string Xml(const std::string& strText)
 {
     std::string strResult;
-    for (const char c : strText) {
-        switch (c) {
-            case '&':
-                strResult += "&amp;";
-                break;
-            case '<':
-                strResult += "&lt;";
-                break;
-            case '>':
-                strResult += "&gt;";
-                break;
-            case '"':
-                strResult += "&quot;";
-                break;
-            default:
-                strResult += c;
-        }
+    for (std::string_view szRest = strText; !szRest.empty();) {
+        const auto Begins = [szRest](const auto& szEscape) {
+            return szRest.substr(0, szEscape[0].size()) == szEscape[0];
+        };
+        const auto* const pEscape = std::find_if(std::begin(kEscapes), std::end(kEscapes), Begins);
+        const bool bEscape = pEscape != std::end(kEscapes);
+        strResult += bEscape ? (*pEscape)[1] : szRest.substr(0, 1);
+        szRest.remove_prefix(bEscape ? (*pEscape)[0].size() : 1);
     }
     return strResult;
 }
@@ -39,26 +40,30 @@ std::string Attribute(const char* szName, const std::string& strText)
     return std::string(" ") + szName + "=\"" + Xml(Host::Printable(strText)) + '"';
 }
 
+std::string CaseText(const TestResult& stResult)
+{
+    std::string strInner = stResult.bSkipped ? "<skipped message=\"nothing is expected\"/>" : "";
+    for (const std::string& strFailure : stResult.vFailures)
+        strInner += "\n      <failure message=\"" + Xml(strFailure) + "\"/>";
+    return "    <testcase" + Attribute("classname", stResult.strFile) + Attribute("name", stResult.strName) +
+           Attribute("file", stResult.strFile) + Attribute("line", std::to_string(stResult.nLine)) +
+           Attribute("time", std::to_string(stResult.dSeconds)) + '>' + strInner + "</testcase>\n";
+}
+
 }  // namespace
 
 bool WriteJUnit(const std::string& strFile, const std::vector<TestResult>& vResults)
 {
-    const auto Failed = [](const TestResult& stResult) { return !stResult.strFailure.empty(); };
+    const auto Failed = [](const TestResult& stResult) { return !stResult.vFailures.empty(); };
+    const auto Skipped = [](const TestResult& stResult) { return stResult.bSkipped; };
     std::ofstream out(strFile, std::ios::binary);
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n";
     for (auto it = vResults.begin(); it != vResults.end();) {
-        const auto Other = [it](const TestResult& stResult) { return stResult.strSuite != it->strSuite; };
+        const auto Other = [it](const TestResult& stResult) { return stResult.strFile != it->strFile; };
         const auto itEnd = std::find_if(it, vResults.end(), Other);
-        out << "  <testsuite" << Attribute("name", it->strSuite) << " tests=\"" << itEnd - it << "\" failures=\""
-            << std::count_if(it, itEnd, Failed) << "\">\n";
-        for (; it != itEnd; ++it) {
-            out << "    <testcase" << Attribute("classname", it->strSuite) << Attribute("name", it->strName);
-            if (Failed(*it))
-                out << "><failure message=\"the outcome is not what is expected\">" << Xml(it->strFailure)
-                    << "</failure></testcase>\n";
-            else
-                out << "/>\n";
-        }
+        out << "  <testsuite" << Attribute("name", it->strFile) << " tests=\"" << itEnd - it << "\" failures=\""
+            << std::count_if(it, itEnd, Failed) << "\" skipped=\"" << std::count_if(it, itEnd, Skipped) << "\">\n";
+        for (; it != itEnd; ++it) out << CaseText(*it);
         out << "  </testsuite>\n";
     }
     out << "</testsuites>\n";

@@ -2,13 +2,17 @@
 #ifndef PARLO_JUNIT_H
 #define PARLO_JUNIT_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 struct TestResult {
-    std::string strName;     // "evening.jsonl:3"
-    std::string strSuite;    // its file
-    std::string strFailure;  // lines; empty: passed
+    std::string strName;
+    std::string strFile;
+    std::size_t nLine = 0;
+    double dSeconds = 0;
+    bool bSkipped = false;               // nothing is expected
+    std::vector<std::string> vFailures;  // a line each, or several; none: passed
 };
 
 // False when the file cannot be written.

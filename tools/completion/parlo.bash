@@ -6,20 +6,17 @@ _parlo()
     cur=${COMP_WORDS[COMP_CWORD]}
     prev=${COMP_WORDS[COMP_CWORD - 1]}
     local commands="reply conversation explain log test diff status actions check schema"
-    local options="--help --country --language --voice-recog --log --color"
+    local options="--help --color"
     COMPREPLY=()
 
     case $prev in
         --voice-recog) words="0 1 none" ;;
         --log) words="off error debug" ;;
         --color) words="auto always never" ;;
-        --format) words="text json" ;;
-        --country) words="KR US AU CA BR PT ES CN NO SE AT GB DE IT PL FI BE DK IE FR NL RU CH none" ;;
-        --language)
-            words="ko_KR en_US en_AU en_GB pt_BR pt_PT de_DE fr_FR es_ES it_IT nl_NL zh_CN pl_PL ru_RU nn_NO nb_NO"
-            words+=" da_DK sv_SE fi_FI none"
-            ;;
-        --utterance) return ;;
+        --format) words="text json github" ;;
+        --country) words="$(parlo status --all 2>/dev/null | sed -n 's/^\([A-Z][A-Z]\) .*/\1/p') none" ;;
+        --language) words="$(parlo status --all 2>/dev/null | sed -n '1s/^country//p') none" ;;
+        --utterance | --ignore | --allow) return ;;
         --junit | --extract)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$cur")
@@ -38,17 +35,17 @@ _parlo()
         fi
     done
 
+    [[ $command =~ ^(diff|actions|check|schema)$ ]] || options+=" --country --language --voice-recog --log"
     case $command in
         reply) options+=" --utterance --json --compact" ;;
         conversation) options+=" --json --compact" ;;
         explain) options+=" --utterance --json" ;;
         log) options+=" --explain --extract --replay --json" ;;
-        test) options+=" --junit --update" ;;
+        test) options+=" --junit --quiet --update" ;;
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;
         actions) options+=" --json" ;;
-        check) options+=" --strict --format" ;;
-        schema) options+=" --search-schema" ;;
+        check) options+=" --strict --format --json --ignore --allow" ;;
         "") options+=" --version" ;;
     esac
 
@@ -59,7 +56,9 @@ _parlo()
     elif [[ $command == actions ]]; then
         words=$(parlo actions 2>/dev/null | sed -n '/^Actions of a TV/,/^$/s/^  \([a-z_0-9]*\) .*/\1/p')
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
-    elif [[ $command != status && $command != schema ]]; then
+    elif [[ $command == schema ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "reply search conversation" -- "$cur")
+    elif [[ $command != status ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
     fi

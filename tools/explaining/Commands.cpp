@@ -1,5 +1,4 @@
 // The commands: which lookup answered, with what, and what of the later ones counted.
-#include "explaining/Render.h"
 #include "explaining/Teller.h"
 #include "text/Text.h"
 
@@ -30,13 +29,11 @@ std::string ActionOf(const Json::Value& command)
     return strAction;
 }
 
-// The same as the log shows it when there is no reply.
-std::string LoggedAction(const CCallLog& log, std::size_t n)
+// The same as the log shows it when there is no reply: what was looked up, else what was read.
+std::string LoggedAction(const LogLine& stRead, const LogLine* pLookedUp)
 {
-    const std::string strStart = "szAction[" + std::to_string(n) + "]:";
-    if (const LogLine* pFinal = log.Find("t_IsContentsSearchAction", strStart); pFinal != nullptr)
-        return Behind(*pFinal, strStart);
-    const std::string strRead = Behind(*log.FindAll("t_ParseTVControl", "szAction:[")[n], "szAction:[");
+    if (pLookedUp != nullptr) return pLookedUp->strMessage.substr(pLookedUp->strMessage.find(':') + 1);
+    const std::string strRead = Behind(stRead, "szAction:[");
     return strRead.substr(0, strRead.rfind("], szIntent:"));
 }
 
@@ -50,116 +47,126 @@ std::string NoCode(const std::string& strWord)
     return strWord.empty() ? "no action word: code 0" : "unknown word: no lookup knows it, code 0";
 }
 
-void TellLookups(CTeller& teller)
+// Tells which lookup answered. Null when none did.
+const Lookup* TellLookups(CTeller& teller)
 {
-    const LogLine* pWord = teller.m_log.Find(kLookups[0].szFunction, "eControl = ");
-    const LogLine* pAction = teller.m_log.Find(kLookups[0].szFunction, "strAction = ");
-    if (pWord != nullptr && pAction != nullptr && NumberOf(*pWord) == 0)
-        return teller.Say(NoCode(Behind(*pAction, "strAction = ")), pWord);
+    const LogLine* pWord = teller.Find(kLookups[0].szFunction, "eControl = ");
+    const LogLine* pAction = teller.Find(kLookups[0].szFunction, "strAction = ");
+    if (pWord != nullptr && pAction != nullptr && NumberOf(*pWord) == 0) {
+        teller.Say(NoCode(Behind(*pAction, "strAction = ")), pWord);
+        return nullptr;
+    }
     for (const Lookup& stLookup : kLookups) {
-        const LogLine* pResult = teller.m_log.Find(stLookup.szFunction, "eControl:");
-        if (pResult == nullptr) return;
+        const LogLine* pResult = teller.Find(stLookup.szFunction, "eControl:");
+        if (pResult == nullptr) return nullptr;
         const int nCode = NumberOf(*pResult);
         const std::string strLookup = std::string("the ") + stLookup.szName + " lookup ";
-        if (nCode == 0)
-            teller.Say(strLookup + "has no answer for it", pResult);
-        else if (nCode == E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX)
-            teller.Say(strLookup + "answers: code " + std::to_string(nCode) + ", there is no position", pResult);
-        else
-            teller.Say(strLookup + "answers: code " + std::to_string(nCode), pResult);
+        const char* szNoIndex = nCode == E_CA_TVCONTROL_PLAY_CONTENT_NO_INDEX ? ", there is no position" : "";
+        teller.Say(
+            strLookup + (nCode == 0 ? "has no answer for it" : "answers: code " + std::to_string(nCode)) + szNoIndex,
+            pResult);
+        if (nCode != 0) return &stLookup;
     }
+    return nullptr;
+}
+
+// A parameter of a system action as the log has it.
+struct LoggedParam {
+    const LogLine* pLine;
+    std::string strValue;
+    bool bText;
+};
+
+std::vector<LoggedParam> LoggedParams(const CTeller& teller)
+{
+    std::vector<LoggedParam> vParams;
+    for (const char* szStart : {"stTVControl.n", "stTVControl.sz", "szColorkey:"})
+        for (const LogLine* pLine : teller.FindAll(kLookups[0].szFunction, szStart)) {
+            const std::string& strMessage = pLine->strMessage;
+            const bool bText = szStart != std::string_view("stTVControl.n");
+            const std::size_t nValue = szStart[1] == 'z' ? strMessage.find(':') + 1 : strMessage.find(" = ") + 3;
+            const bool bEmpty = !bText && NumberOf(*pLine) < 0;
+            vParams.push_back({pLine, bEmpty ? std::string() : strMessage.substr(nValue), bText});
+        }
+    return vParams;
 }
 
 // The parameters as they may be shown; from the log where there is no record, which tells those of a system action.
-std::vector<std::string> Parameters(const CTeller& teller)
+void TellParameters(CTeller& teller)
 {
-    std::vector<std::string> vShown;
     const ServerReply& stReply = teller.m_stCase.stReply;
-    const auto Show = [&](const std::string& strParam) {
-        const bool bStandIn = stReply.bNoUtterance && strParam == stReply.strUtterance;
-        vShown.push_back(bStandIn ? "the utterance" : Quoted(strParam));
-    };
-    if (teller.m_stCase.pInfo != nullptr) {
-        for (const std::string& strParam : teller.m_stCase.pInfo->vSystemActionParam) Show(strParam);
-        return vShown;
-    }
-    for (const LogLine& stLine : teller.m_log.Lines()) {
-        const bool bValue = Is(stLine, kLookups[0].szFunction, "stTVControl.");
-        const bool bColorkey = Is(stLine, kLookups[0].szFunction, "szColorkey:");
-        if (!bValue && !bColorkey) continue;
-        const std::string strValue =
-            stLine.strMessage.substr(bColorkey ? std::string("szColorkey:").size() : stLine.strMessage.find(" = ") + 3);
-        const bool bNegative = Is(stLine, kLookups[0].szFunction, "stTVControl.n") && NumberOf(stLine) < 0;
-        Show(bNegative ? std::string() : strValue);
-    }
-    return vShown;
-}
-
-void TellPayload(CTeller& teller)
-{
-    const CCallLog& log = teller.m_log;
-    const std::vector<std::string> vParams = Parameters(teller);
-    const LogLine* pValue = log.Find(kLookups[0].szFunction, "stTVControl.");
-    if (!vParams.empty()) teller.Say("parameters: " + Joined(vParams), pValue);
-    for (const LogLine* pNegative : log.FindAll("itoa", " ERROR - nInput:"))
+    const std::vector<LoggedParam> vLogged = LoggedParams(teller);
+    std::vector<std::string> vParams;
+    for (const LoggedParam& stParam : vLogged) vParams.push_back(stParam.strValue);
+    if (teller.m_stCase.pInfo != nullptr) vParams = teller.m_stCase.pInfo->vSystemActionParam;
+    const bool bTextAbsent = vLogged.empty() && vParams == std::vector<std::string>{""};  // "gb_function" is not logged
+    for (std::string& strParam : vParams)
+        strParam = stReply.bNoUtterance && strParam == stReply.strUtterance ? "the utterance" : Quoted(strParam);
+    if (!vParams.empty())
+        teller.Say("parameters: " + Joined(vParams), vLogged.empty() ? nullptr : vLogged.front().pLine);
+    constexpr const char* kNoText = "a text is absent, or empty: its parameter is empty";
+    if (bTextAbsent) teller.Say(kNoText, nullptr);
+    for (const LoggedParam& stParam : vLogged)
+        if (stParam.bText && stParam.strValue.empty()) teller.Say(kNoText, stParam.pLine);
+    for (const LogLine* pNegative : teller.FindAll("itoa", " ERROR - nInput:"))
         teller.Say(NumberOf(*pNegative) == -1
                        ? std::string("a number is absent, or -1: its parameter is empty")
                        : "the number " + std::to_string(NumberOf(*pNegative)) + " is negative: its parameter is empty",
                    pNegative);
-    if (const _ConvActionInfo* pInfo = teller.m_stCase.pInfo; pInfo != nullptr) {
-        if (!pInfo->vChannels.empty())
-            teller.Say(Count(pInfo->vChannels.size(), "channel", "channels") + " in the record", nullptr);
-        if (!pInfo->vCandidates.empty())
-            teller.Say(Count(pInfo->vCandidates.size(), "candidate", "candidates") + " in the record", nullptr);
-    }
-    const LogLine* pNoIntent = log.Find("t_GetActionIntent", "tv control error");
-    if (pNoIntent != nullptr) teller.Say("no intent is looked up: that takes two or three commands", pNoIntent);
-    const LogLine* pNoMatch = log.Find("t_SetSpeechInfo", "No one match");
-    if (pNoMatch != nullptr) teller.Say("the record's kind is no match", pNoMatch);
 }
+
+void TellPayload(CTeller& teller, const Lookup* pLookup)
+{
+    TellParameters(teller);
+    const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
+    if (pInfo != nullptr && pLookup == &kLookups[1])
+        teller.Say(Count(pInfo->vChannels.size(), "channel", "channels") + " in the record", nullptr);
+    if (pInfo != nullptr && pLookup == &kLookups[2])
+        teller.Say(Count(pInfo->vCandidates.size(), "candidate", "candidates") + " in the record", nullptr);
+    teller.SayIf(teller.Find("t_GetActionIntent", "tv control error"),
+                 "no intent is looked up: that takes two or three commands");
+    teller.SayIf(teller.Find("t_SetSpeechInfo", "No one match"), "the record's kind is no match");
+}
+
+// How a reply may be handled without a lookup.
+constexpr const char* kFlows[][2] = {
+    {"Show search result",
+     "two or more domains and display_content: a search hand-over, no lookup; the record gets the utterance and the "
+     "whole reply"},
+    {"search_failed will goto search",
+     "the one domain tvcontrol and search_failed: a failed search, no lookup; the record gets the action word and the "
+     "sentence"},
+};
 
 void TellFirst(CTeller& teller)
 {
-    const LogLine* pHandOver = teller.m_log.Find("t_IsContentsSearchAction", "Show search result");
-    if (pHandOver != nullptr)
-        return teller.Say(
-            "two or more domains and display_content: a search hand-over, no lookup; the record gets the utterance "
-            "and the whole reply",
-            pHandOver);
-    const LogLine* pFailed = teller.m_log.Find("t_IsContentsSearchAction", "search_failed will goto search");
-    if (pFailed != nullptr)
-        return teller.Say(
-            "the one domain tvcontrol and search_failed: a failed search, no lookup; the record gets the action word "
-            "and the sentence",
-            pFailed);
-    TellLookups(teller);
-    TellPayload(teller);
+    for (const auto& [szStart, szText] : kFlows)
+        if (const LogLine* pFlow = teller.Find("t_IsContentsSearchAction", szStart); pFlow != nullptr)
+            return teller.Say(szText, pFlow);
+    TellPayload(teller, TellLookups(teller));
 }
 
 void TellSecondAction(CTeller& teller)
 {
-    const LogLine* pWord = teller.m_log.Find("Get2ndAction", "eControl = ");
-    const LogLine* pResult = teller.m_log.FindLast("Get2ndAction", "eControl = ");
-    if (NumberOf(*pResult) != 0)
-        teller.Say("the second action lookup answers: code " + std::to_string(NumberOf(*pResult)), pResult);
-    else if (NumberOf(*pWord) != 0)
-        teller.Say("code " + std::to_string(NumberOf(*pWord)) + " cannot be a second action: ignored", pWord);
-    else
-        teller.Say("unknown word: no second action", pWord);
+    const LogLine* pWord = teller.Find("Get2ndAction", "eControl = ");
+    const LogLine* pResult = teller.FindLast("Get2ndAction", "eControl = ");
+    const std::string strCode = std::to_string(NumberOf(*pWord));
+    if (NumberOf(*pResult) != 0) return teller.Say("the second action lookup answers: code " + strCode, pResult);
+    teller.Say(
+        strCode == "0" ? "unknown word: no second action" : "code " + strCode + " cannot be a second action: ignored",
+        pWord);
 }
 
-void TellLater(CTeller& teller, std::size_t n, std::size_t nCount)
+// `bFollowUps`: the first command asks for a second one.
+void TellLater(CTeller& teller, std::size_t n, std::size_t nCount, bool bFollowUps)
 {
-    const CCallLog& log = teller.m_log;
-    const bool bSecond = n == 1 && log.Find("Get2ndAction", "eControl = ") != nullptr;
-    const LogLine* pIntent = n + 1 == nCount ? log.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
+    const bool bSecond = n == 1 && teller.Find("Get2ndAction", "eControl = ") != nullptr;
+    const LogLine* pIntent = n + 1 == nCount ? teller.Find("t_GetActionIntent", "eActionIntent is ") : nullptr;
     if (bSecond) TellSecondAction(teller);
-    if (pIntent != nullptr && NumberOf(*pIntent) != 0)
-        teller.Say("the intent lookup answers: code " + std::to_string(NumberOf(*pIntent)), pIntent);
-    else if (pIntent != nullptr)
-        teller.Say("its intent is absent or an unknown word: code 0", pIntent);
+    const int nIntent = pIntent == nullptr ? 0 : NumberOf(*pIntent);
+    teller.SayIf(pIntent, nIntent != 0 ? "the intent lookup answers: code " + std::to_string(nIntent)
+                                       : "its intent is absent or an unknown word: code 0");
     if (bSecond || pIntent != nullptr) return;
-    const bool bFollowUps = log.Find("t_Get2ndAction", "2ndeAction is ") != nullptr;
     teller.Say(bFollowUps
                    ? "not looked at: only a second command is, and with candidates the last intent of two or three"
                    : "not looked at: only channels or candidates of the first command ask for a second one",
@@ -170,20 +177,23 @@ void TellLater(CTeller& teller, std::size_t n, std::size_t nCount)
 
 void TellCommands(CTeller& teller)
 {
-    const std::size_t nCount = teller.m_log.FindAll("t_ParseTVControl", "szAction:[").size();
-    const std::size_t nAll = teller.m_log.FindAll("t_IsContentsSearchAction", "szAction[").size();
-    const std::size_t nBefore = nAll > nCount ? nAll - nCount : 0;  // commands that an earlier reply left
+    const std::vector<const LogLine*> vRead = teller.FindAll("t_ParseTVControl", "szAction:[");
+    const std::vector<const LogLine*> vAll = teller.FindAll("t_IsContentsSearchAction", "szAction[");
+    const std::size_t nCount = vRead.size();
+    const std::size_t nBefore = vAll.size() > nCount ? vAll.size() - nCount : 0;  // commands that an earlier reply left
+    const bool bFollowUps = teller.Find("t_Get2ndAction", "2ndeAction is ") != nullptr;
     const Json::Value& commands = Child(teller.Rsp(), "tvcontrol");
     for (std::size_t i = 0; i < nCount; ++i) {
-        const auto n = static_cast<Json::ArrayIndex>(i);
-        const bool bKnown = commands.isArray() && n < commands.size();
-        const std::string strAction = bKnown ? ActionOf(commands[n]) : LoggedAction(teller.m_log, i);
+        const std::size_t n = nBefore + i;
+        const Json::Value& command = Element(commands, i);
+        const std::string strAction =
+            command.isNull() ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr) : ActionOf(command);
         teller.Begin("command " + std::to_string(i + 1) + " of " + std::to_string(nCount) + ": " + Quoted(strAction),
                      "/rsp/tvcontrol/" + std::to_string(i));
         if (!teller.m_stCase.bAccepted) continue;
-        if (nBefore + i == 0)
+        if (n == 0)
             TellFirst(teller);
         else
-            TellLater(teller, nBefore + i, nBefore + nCount);
+            TellLater(teller, n, nBefore + nCount, bFollowUps);
     }
 }

@@ -17,11 +17,11 @@ bool BeginsItem(const LogLine& stLine, const LogLine* pBefore)
 }
 
 // The lines of each item.
-std::vector<std::vector<const LogLine*>> Items(const CCallLog& log)
+std::vector<std::vector<const LogLine*>> Items(const CTeller& teller)
 {
     std::vector<std::vector<const LogLine*>> vItems;
     const LogLine* pBefore = nullptr;
-    for (const LogLine& stLine : log.Lines()) {
+    for (const LogLine& stLine : teller.m_stCase.vLog) {
         if (Is(stLine, kReplyReader, "TAG_NLU_INFO") || stLine.strFunction == "GetSpeechActionData") break;
         if (BeginsItem(stLine, pBefore)) vItems.emplace_back();
         if (!vItems.empty()) vItems.back().push_back(&stLine);
@@ -85,7 +85,7 @@ std::string TitleOf(const Json::Value& item, const std::vector<const LogLine*>& 
 
 void TellEnd(CTeller& teller)
 {
-    const LogLine* pListed = teller.m_log.Find("GetSAContentsList", " set the contents list data");
+    const LogLine* pListed = teller.Find("GetSAContentsList", " set the contents list data");
     if (!teller.m_stCase.bAccepted) return;
     if (pListed == nullptr)
         teller.Say("the action shows no contents: the record's result list stays empty", nullptr);
@@ -97,30 +97,28 @@ void TellEnd(CTeller& teller)
 
 }  // namespace
 
-std::size_t KeptItems(const CCallLog& log)
+std::size_t KeptItems(const CTeller& teller)
 {
     std::size_t nKept = 0;
-    for (const LogLine& stLine : log.Lines()) nKept += IsKept(stLine) ? 1 : 0;
+    for (const LogLine& stLine : teller.m_stCase.vLog) nKept += IsKept(stLine) ? 1 : 0;
     return nKept;
 }
 
 void TellContents(CTeller& teller)
 {
-    const std::vector<std::vector<const LogLine*>> vItems = Items(teller.m_log);
+    const std::vector<std::vector<const LogLine*>> vItems = Items(teller);
     const Json::Value& contents = Child(teller.Rsp(), "tvcontent");
     for (std::size_t i = 0; i < vItems.size(); ++i) {
-        const auto n = static_cast<Json::ArrayIndex>(i);
-        const bool bKnown = contents.isArray() && n < contents.size();
-        std::string strType = Is(*vItems[i].front(), kReplyReader, "Type[") ? Behind(*vItems[i].front(), "Type[") : "";
-        if (!strType.empty() && strType.back() == ']') strType.pop_back();
-        const std::string strTitle = TitleOf(bKnown ? contents[n] : Json::Value::nullSingleton(), vItems[i]);
+        const LogLine& stFirst = *vItems[i].front();
+        const std::string strType = Is(stFirst, kReplyReader, "Type[") ? Behind(stFirst, "Type[") : "";
+        const std::string strTitle = TitleOf(Element(contents, i), vItems[i]);
         teller.Begin("content " + std::to_string(i + 1) + " of " + std::to_string(vItems.size()) + ": " +
                          (strType.empty() ? std::string() : Shown(strType) + ' ') + Quoted(strTitle),
                      "/rsp/tvcontent/" + std::to_string(i));
         TellItem(teller, vItems[i]);
     }
     teller.Begin("contents", "/rsp/tvcontent");
-    const LogLine* pUnread = teller.m_log.Find(kReplyReader, "domain size >= 2");
+    const LogLine* pUnread = teller.Find(kReplyReader, "domain size >= 2");
     if (pUnread != nullptr)
         teller.Say("not read: a search hand-over carries the whole reply", pUnread);
     else if (!vItems.empty())

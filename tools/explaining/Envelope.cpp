@@ -1,5 +1,4 @@
 // The sentence, the display control, and what goes from one reply to the next.
-#include "explaining/Render.h"
 #include "explaining/Teller.h"
 #include "text/Text.h"
 
@@ -8,35 +7,26 @@ namespace
 
 using namespace CADataRepository;
 
-// The text between the brackets of "strSysResponse:[...]".
-std::string SentenceOf(const LogLine& stLine)
-{
-    std::string strText = Behind(stLine, "strSysResponse:[");
-    if (!strText.empty() && strText.back() == ']') strText.pop_back();
-    return strText;
-}
+constexpr const char* kSentence = "strSysResponse:[";
 
 // Whether the log has the lines at debug priority that tell what a reply held. Without them nothing can be said of what
 // it did not hold.
 bool IsWholeLog(const CTeller& teller)
 {
-    return teller.m_log.Find(kReplyReader, "TAG_RSP") != nullptr;
+    return teller.Find(kReplyReader, "TAG_RSP") != nullptr;
 }
 
+// `pRecord`: the line that says that it is in the record; null: it is not, or another one is.
 void TellRequest(CTeller& teller, const std::string& strName, const Json::Value& request, bool bLast,
-                 const LogLine* pStored)
+                 const LogLine* pStored, const LogLine* pRecord)
 {
-    const LogLine* pRecord = teller.m_log.Find("t_SetSpeechInfo", "nAction:");
     const std::string strAction = TextOf(Child(request, "action"));
     const std::string strWhat = request.isObject() ? strName + ": " + Quoted(strAction) : strName;
-    if (!bLast)
-        teller.Say(strWhat + "; a later request replaces it: ignored", pStored);
-    else if (pRecord != nullptr)
-        teller.Say(strWhat + "; it is in the record", pRecord);
-    else if (!teller.m_stCase.bAccepted)
-        teller.Say(strWhat + "; it is kept", pStored);
-    else
-        teller.Say(strWhat + "; it does not reach the record", pStored);
+    if (bLast && pRecord != nullptr) return teller.Say(strWhat + "; it is in the record", pRecord);
+    teller.Say(strWhat + (!bLast                      ? "; a later request replaces it: ignored"
+                          : teller.m_stCase.bAccepted ? "; it does not reach the record"
+                                                      : "; it is kept"),
+               pStored);
 }
 
 }  // namespace
@@ -44,28 +34,27 @@ void TellRequest(CTeller& teller, const std::string& strName, const Json::Value&
 void TellSentence(CTeller& teller)
 {
     teller.Begin("sentence", "/rsp/system_sentence");
-    const LogLine* pFound = teller.m_log.Find(kReplyReader, "TAG_SYSTEM_SENTENCE");
+    const LogLine* pFound = teller.Find(kReplyReader, "TAG_SYSTEM_SENTENCE");
     if (pFound == nullptr) return;
-    const LogLine* pStored = teller.m_log.Find(kReplyReader, "displaycontrol");
-    const LogLine* pSaid = teller.m_log.Find("GetSpeechActionData", "strSysResponse:");
-    const bool bBeside = teller.m_log.Find("t_ParseDisplayControl", "jvalue type:") != nullptr;
-    const LogLine* pHandOver = teller.m_log.Find("GetSpeechActionData", "content list for search");
-    if (pStored == nullptr && bBeside)
-        teller.Say("not stored: there is a \"displaycontrol\" beside it", pFound);
-    else if (pStored == nullptr)
-        teller.Say("\"{Null}\" stands for no sentence: not stored", pFound);
-    else if (pHandOver != nullptr)
-        teller.Say("stored, then emptied by the search hand-over", pHandOver);
-    else if (pSaid != nullptr)
-        teller.Say("stored: " + Quoted(SentenceOf(*pSaid)), pSaid);
+    const LogLine* pStored = teller.Find(kReplyReader, "displaycontrol");
+    const LogLine* pSaid = teller.Find("GetSpeechActionData", kSentence);
+    const bool bBeside = teller.Find("t_ParseDisplayControl", "jvalue type:") != nullptr;
+    const LogLine* pHandOver = teller.Find("GetSpeechActionData", "content list for search");
+    if (pStored == nullptr)
+        return teller.Say(bBeside ? "not stored: there is a \"displaycontrol\" beside it"
+                                  : "\"{Null}\" stands for no sentence: not stored",
+                          pFound);
+    if (pHandOver != nullptr) return teller.Say("stored, then emptied by the search hand-over", pHandOver);
+    if (pSaid != nullptr) teller.Say("stored: " + Quoted(Behind(*pSaid, kSentence)), pSaid);
 }
 
 void TellRequests(CTeller& teller)
 {
     teller.Begin("display control", "/rsp/displaycontrol");
     const Json::Value& requests = Child(teller.Rsp(), "displaycontrol");
-    const std::vector<const LogLine*> vTypes = teller.m_log.FindAll("t_ParseDisplayControl", "disobj type is ");
-    const std::vector<const LogLine*> vStored = teller.m_log.FindAll("SetDisplayControlResult", "");
+    const std::vector<const LogLine*> vTypes = teller.FindAll("t_ParseDisplayControl", "disobj type is ");
+    const std::vector<const LogLine*> vStored = teller.FindAll("SetDisplayControlResult", "");
+    const LogLine* pRecord = teller.Find("t_SetSpeechInfo", "nAction:");
     constexpr int kObject = Json::objectValue;
     std::size_t nStored = 0;
     for (std::size_t i = 0; i < vTypes.size(); ++i) {
@@ -75,10 +64,7 @@ void TellRequests(CTeller& teller)
             continue;
         }
         if (nStored == vStored.size()) return;
-        const auto n = static_cast<Json::ArrayIndex>(i);
-        const Json::Value& request =
-            requests.isArray() && n < requests.size() ? requests[n] : Json::Value::nullSingleton();
-        TellRequest(teller, strName, request, nStored + 1 == vStored.size(), vStored[nStored]);
+        TellRequest(teller, strName, Element(requests, i), nStored + 1 == vStored.size(), vStored[nStored], pRecord);
         ++nStored;
     }
 }
@@ -87,38 +73,35 @@ void TellRequests(CTeller& teller)
 void TellBefore(CTeller& teller)
 {
     if (!IsWholeLog(teller) || !teller.m_stCase.bAccepted) return;
-    const CCallLog& log = teller.m_log;
-    const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
+    const auto Older = [&teller](const char* szFunction, const char* szStart, const char* szOwner, const char* szOwn) {
+        return teller.Find(szOwner, szOwn) != nullptr ? nullptr : teller.Find(szFunction, szStart);
+    };
     teller.Begin("from an earlier reply", "");
-    const LogLine* pSentence = log.Find("GetSpeechActionData", "strSysResponse:[");
-    if (pSentence != nullptr && !SentenceOf(*pSentence).empty() && log.Find(kReplyReader, "displaycontrol") == nullptr)
-        teller.Say("the sentence " + Quoted(SentenceOf(*pSentence)), pSentence);
-    const LogLine* pDomain = log.Find("t_IsContentsSearchAction", "domain[");
-    if (pDomain != nullptr && log.Find(kReplyReader, "TAG_DOMAIN") == nullptr) teller.Say("the domains", pDomain);
-    const std::size_t nCommands = log.FindAll("t_IsContentsSearchAction", "szAction[").size();
-    const std::size_t nOwn = log.FindAll("t_ParseTVControl", "szAction:[").size();
-    if (nCommands > nOwn)
-        teller.Say(Count(nCommands - nOwn, "command", "commands") + ", before this reply's own",
-                   log.Find("t_IsContentsSearchAction", "szAction["));
-    const LogLine* pRequest = log.Find("t_SetSpeechInfo", "nAction:");
-    if (pRequest != nullptr && log.Find("SetDisplayControlResult", "") == nullptr)
-        teller.Say("the display control request", pRequest);
+    const LogLine* pSentence = Older("GetSpeechActionData", kSentence, kReplyReader, "displaycontrol");
+    const std::string strSentence = pSentence == nullptr ? std::string() : Behind(*pSentence, kSentence);
+    if (!strSentence.empty()) teller.Say("the sentence " + Quoted(strSentence), pSentence);
+    teller.SayIf(Older("t_IsContentsSearchAction", "domain[", kReplyReader, "TAG_DOMAIN"), "the domains");
+    const std::vector<const LogLine*> vCommands = teller.FindAll("t_IsContentsSearchAction", "szAction[");
+    const std::size_t nOwn = teller.FindAll("t_ParseTVControl", "szAction:[").size();
+    if (vCommands.size() > nOwn)
+        teller.Say(Count(vCommands.size() - nOwn, "command", "commands") + ", before this reply's own", vCommands[0]);
+    teller.SayIf(Older("t_SetSpeechInfo", "nAction:", "SetDisplayControlResult", ""), "the display control request");
+    const _ConvActionInfo* pInfo = teller.m_stCase.pInfo;
     if (pInfo == nullptr) return;
-    const std::size_t nKept = KeptItems(log);
+    const std::size_t nKept = KeptItems(teller);
     if (pInfo->vSAContents.size() > nKept)
         teller.Say(Count(pInfo->vSAContents.size() - nKept, "entry", "entries") + " of the result list",
-                   log.Find("GetSAContentsList", " set the contents list data"));
-    if (pInfo->nDialogSeq != -1 && log.Find(kReplyReader, "TAG_DIALOG TAG_DIALOG_SEQ") == nullptr)
+                   teller.Find("GetSAContentsList", " set the contents list data"));
+    if (pInfo->nDialogSeq != -1 && teller.Find(kReplyReader, "TAG_DIALOG TAG_DIALOG_SEQ") == nullptr)
         teller.Say("the dialog's sequence number " + std::to_string(pInfo->nDialogSeq), nullptr);
-    if (pInfo->nDialogType != -1 && log.Find("t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE") == nullptr)
+    if (pInfo->nDialogType != -1 && teller.Find("t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE") == nullptr)
         teller.Say("the dialog's type " + std::to_string(pInfo->nDialogType), nullptr);
 }
 
 // A refused reply whose parts were read leaves them.
 void TellLeft(CTeller& teller)
 {
-    const CCallLog& log = teller.m_log;
-    if (!IsWholeLog(teller) || teller.m_stCase.bAccepted || log.Find(kReplyReader, "errCode:") != nullptr) return;
+    if (!IsWholeLog(teller) || teller.m_stCase.bAccepted || teller.Find(kReplyReader, "errCode:") != nullptr) return;
     teller.Begin("what it leaves for the next reply", "");
     const struct {
         const char* szFunction;
@@ -130,8 +113,7 @@ void TellLeft(CTeller& teller)
                   {"t_ParseNluInfo", "TAG_DIALOG TAG_DIALOG_TYPE", "the dialog's type"},
                   {"SetDisplayControlResult", "", "the display control request"},
                   {"t_ParseTVControl", "szAction:[", "the commands"}};
-    for (const auto& [szFunction, szStart, szText] : kParts)
-        if (const LogLine* pLine = log.FindLast(szFunction, szStart); pLine != nullptr) teller.Say(szText, pLine);
-    if (const std::size_t nKept = KeptItems(log); nKept > 0)
-        teller.Say(Count(nKept, "content item", "content items"), log.FindLast("t_CheckPermit", " t_CheckPlay"));
+    for (const auto& [szFunction, szStart, szText] : kParts) teller.SayIf(teller.FindLast(szFunction, szStart), szText);
+    if (const std::size_t nKept = KeptItems(teller); nKept > 0)
+        teller.Say(Count(nKept, "content item", "content items"), teller.FindLast("t_CheckPermit", " t_CheckPlay"));
 }

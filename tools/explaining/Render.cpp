@@ -26,30 +26,32 @@ public:
 
     void Action();
     void Lists();
-    void DisplayControl();
     void Dialog();
     void Results();
     std::string Text() && { return std::move(m_strText); }
 
 private:
-    void Line(const char* szLabel, const std::string& strValue);
-    void Rows(std::vector<std::vector<std::string>> vRows);
+    void Line(const char* szLabel, const std::string& strValue)
+    {
+        if (strValue.empty()) return;
+        m_strText.append("  ").append(m_paint.Label(Padded(szLabel, kLabelColumns))).append(strValue).append("\n");
+    }
+
+    template <typename Item, typename Cells>
+    void Rows(std::vector<std::string> vHeading, const std::vector<Item>& vItems, const Cells& cells)
+    {
+        if (vItems.empty()) return;
+        std::vector<std::vector<std::string>> vRows = {std::move(vHeading)};
+        for (const Item& item : vItems) vRows.push_back(cells(item));
+        m_strText += Table(std::move(vRows), kTableIndent, m_paint);
+    }
 
     const _ConvActionInfo& m_info;
     const CPaint& m_paint;
     std::string m_strText;
 };
 
-void CRecordPage::Line(const char* szLabel, const std::string& strValue)
-{
-    if (strValue.empty()) return;
-    m_strText.append("  ").append(m_paint.Label(Padded(szLabel, kLabelColumns))).append(strValue).append("\n");
-}
-
-void CRecordPage::Rows(std::vector<std::vector<std::string>> vRows)
-{
-    m_strText += Table(std::move(vRows), kTableIndent, m_paint);
-}
+using Cells = std::vector<std::string>;
 
 // "volumeup (12)"
 template <typename Code, std::size_t N>
@@ -61,14 +63,9 @@ std::string WordAndCode(const CodedWord<Code> (&vWords)[N], Code eCode)
 
 std::string KindInWords(int nKind)
 {
-    switch (nKind) {
-        case E_CA_ACTION_TYPE_SYSTEM:
-            return "system action";
-        case E_CA_ACTION_TYPE_NO_MATCH:
-            return "no match";
-        default:
-            return "kind " + std::to_string(nKind);
-    }
+    return nKind == E_CA_ACTION_TYPE_SYSTEM     ? "system action"
+           : nKind == E_CA_ACTION_TYPE_NO_MATCH ? "no match"
+                                                : "kind " + std::to_string(nKind);
 }
 
 // As Joined, without a list of the quoted texts, none of which is empty.
@@ -95,33 +92,28 @@ void CRecordPage::Action()
     if (m_info.eActionIntent != kFresh.eActionIntent) Line("intent", WordAndCode(kIntentWords, m_info.eActionIntent));
 }
 
+// "2 entries"; empty when there are none.
+std::string CountUnlessNone(std::size_t nCount, const char* szOne, const char* szMany)
+{
+    return nCount == 0 ? std::string() : Count(nCount, szOne, szMany);
+}
+
 void CRecordPage::Lists()
 {
     Line("parameters", JoinedQuoted(m_info.vSystemActionParam));
     Line("candidates", JoinedQuoted(m_info.vCandidates));
-    if (m_info.vChannels.empty()) return;
-    Line("channels", Count(m_info.vChannels.size(), "channel", "channels"));
-    std::vector<std::vector<std::string>> vRows = {{"number", "name", "type", "major", "minor", "source"}};
-    for (const _Channels& stChannel : m_info.vChannels)
-        vRows.push_back({Shown(stChannel.szNumber), Shown(stChannel.szName), Shown(stChannel.szType),
-                         NumberUnless(stChannel.nMajor, 0), NumberUnless(stChannel.nMinor, 0),
-                         Shown(stChannel.szSourceID)});
-    Rows(std::move(vRows));
-}
-
-void CRecordPage::DisplayControl()
-{
+    Line("channels", CountUnlessNone(m_info.vChannels.size(), "channel", "channels"));
+    Rows({"number", "name", "type", "major", "minor", "source"}, m_info.vChannels, [](const _Channels& stChannel) {
+        return Cells{Shown(stChannel.szNumber),         Shown(stChannel.szName),           Shown(stChannel.szType),
+                     NumberUnless(stChannel.nMajor, 0), NumberUnless(stChannel.nMinor, 0), Shown(stChannel.szSourceID)};
+    });
     const _DisCtrlInfo& stControl = m_info.stDisCtrlInfo;
-    const bool bSet = stControl.nAction != kFresh.stDisCtrlInfo.nAction || stControl.numberOfItem != 0;
-    if (!bSet) return;
-    const std::string strAction = WordAndCode(kDisplayActionWords, static_cast<E_CA_DISPLAY_ACTION>(stControl.nAction));
-    Line("display control",
-         strAction + " on " + Count(static_cast<std::size_t>(stControl.numberOfItem), "entry", "entries"));
-    if (stControl.vItems.empty()) return;
-    std::vector<std::vector<std::string>> vRows = {{"index", "title"}};
-    for (const ExternalItemData& stItem : stControl.vItems)
-        vRows.push_back({NumberUnless(stItem.nNumber, -1), Shown(stItem.szText)});
-    Rows(std::move(vRows));
+    if (stControl.nAction == kFresh.stDisCtrlInfo.nAction && stControl.numberOfItem == 0) return;
+    Line("display control", WordAndCode(kDisplayActionWords, static_cast<E_CA_DISPLAY_ACTION>(stControl.nAction)) +
+                                " on " + Count(static_cast<std::size_t>(stControl.numberOfItem), "entry", "entries"));
+    Rows({"index", "title"}, stControl.vItems, [](const ExternalItemData& stItem) {
+        return Cells{NumberUnless(stItem.nNumber, -1), Shown(stItem.szText)};
+    });
 }
 
 void CRecordPage::Dialog()
@@ -137,17 +129,14 @@ void CRecordPage::Dialog()
 
 void CRecordPage::Results()
 {
-    if (m_info.vSAContents.empty()) return;
-    Line("results", Count(m_info.vSAContents.size(), "result", "results"));
-    std::vector<std::vector<std::string>> vRows = {{"type", "title", "year", "poster"}};
-    for (const _SAContents& stContents : m_info.vSAContents) {
+    Line("results", CountUnlessNone(m_info.vSAContents.size(), "result", "results"));
+    Rows({"type", "title", "year", "poster"}, m_info.vSAContents, [](const _SAContents& stContents) {
         const _ContentsItem& stItem = stContents.stItem;
         const bool bApp = stItem.szType == "apps" || stItem.szType == "app";
-        const std::string strYear = bApp ? std::string() : NumberUnless(stItem.stMnT.nYear, 0);
-        vRows.push_back({Shown(stItem.szType), Shown(bApp ? stItem.stApp.szTitle : stItem.stMnT.szTitle), strYear,
-                         Shown(bApp ? stItem.stApp.stPoster.szUrl : stItem.stMnT.stPoster.szUrl)});
-    }
-    Rows(std::move(vRows));
+        return Cells{Shown(stItem.szType), Shown(bApp ? stItem.stApp.szTitle : stItem.stMnT.szTitle),
+                     bApp ? std::string() : NumberUnless(stItem.stMnT.nYear, 0),
+                     Shown(bApp ? stItem.stApp.stPoster.szUrl : stItem.stMnT.stPoster.szUrl)};
+    });
 }
 
 }  // namespace
@@ -164,7 +153,6 @@ std::string RenderRecord(const ServerReply& stReply, const _ConvActionInfo& info
     CRecordPage page(Heading(stReply, paint), info, paint);
     page.Action();
     page.Lists();
-    page.DisplayControl();
     page.Dialog();
     page.Results();
     return std::move(page).Text();

@@ -9,15 +9,6 @@
 #include "reading/Input.h"
 #include "text/Text.h"
 
-// The code that `strWord` stands for; `eUnknown` when it is none of `vWords`.
-template <typename Code, std::size_t N>
-Code CodeOf(const CADataRepository::CodedWord<Code> (&vWords)[N], const std::string& strWord, Code eUnknown)
-{
-    for (const auto& stWord : vWords)
-        if (stWord.szWord == strWord) return stWord.eCode;
-    return eUnknown;
-}
-
 // The line that stands above what is told of a reply.
 std::string Heading(const ServerReply& stReply, const CPaint& paint);
 

@@ -3,8 +3,8 @@
 
 #include <json/value.h>
 
-#include "explaining/Explanation.h"
 #include "explaining/Render.h"
+#include "explaining/Teller.h"
 #include "records/RecordJson.h"
 
 namespace

@@ -1,28 +1,16 @@
-// What becomes of an action word, asked of the library itself.
+// What becomes of an action word and its parameters, by the rows of the vocabulary.
 #ifndef PARLO_ACTIONS_H
 #define PARLO_ACTIONS_H
 
-#include <string>
 #include <string_view>
-#include <vector>
 
-// The lookups that may answer for a command's action.
-enum class Lookup { NONE, SYSTEM, CHANNEL, CANDIDATE };
+#include "CADataRepository/Vocabulary.h"
 
-struct ActionUse {
-    int nCode = 0;                          // of the lookup that answers; 0 when none does
-    Lookup eLookup = Lookup::NONE;          // with a position in the command, where that matters
-    std::vector<std::string_view> vParams;  // the keys of "params" that it takes
-    bool bFollowUp = false;                 // whether it may stand as second command
-    bool bShowsContents = false;            // whether the record gets the list of results
+// The row of the word's code. Of a word that is no action: of code 0, which no lookup answers.
+CADataRepository::ActionRow RowOf(std::string_view szWord);
 
-    bool Takes(std::string_view szKey) const;
-};
-
-// Of a word that is no action nothing is true. Writes nothing to the log.
-ActionUse UseOf(const std::string& strWord);
-
-// Whether there is an action at all that takes the key of "params".
+// Whether an action takes a key of "params".
+bool Takes(const CADataRepository::ActionRow& stRow, std::string_view szKey);
 bool AnyActionTakes(std::string_view szKey);
 
 #endif

@@ -14,19 +14,22 @@
 namespace
 {
 
-using Effects = void (*)(const Node& document, CReport& report);
+using Effects = void (*)(const Node& document, const Before& vDomains, CReport& report);
 
-void CheckDocument(const Json::Value& root, const Description::Object& stObject, Effects effects, CReport& report)
+void CheckDocument(const Json::Value& root, const Description::Object& stObject, Effects effects, const Before& vBefore,
+                   CReport& report)
 {
     const Node document{root, ""};
     const Node rsp = document.Member("rsp");
+    const Before vOwn = DomainsOf(rsp);
+    const Before& vDomains = rsp.Has("domain") ? vOwn : vBefore;
     if (!root.isObject())
         return report.At({0, 1}, "", {Severity::ERROR, "no-rsp", "the document is no object: it is refused"});
-    if (IsHandOver(rsp, report) && rsp.Has("tvcontent"))
+    if (IsHandOver(rsp, vDomains, report) && rsp.Has("tvcontent"))
         for (const char* szKey : {"tvcontent", "nlu_info"}) report.LeaveToApplication(rsp.Member(szKey).strPointer);
     CheckShape(document, stObject, report);
     if (!rsp.value.isNull())
-        effects(document, report);
+        effects(document, vDomains, report);
     else if (root.isMember("rsp"))
         report.AtValue(rsp, {Severity::ERROR, "no-rsp", "\"rsp\" is null: it is refused"});
     else if (!report.IsDoubted(rsp))
@@ -34,7 +37,7 @@ void CheckDocument(const Json::Value& root, const Description::Object& stObject,
 }
 
 std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects,
-                           Before eBefore = Before::NOTHING)
+                           const Before& vBefore = {})
 {
     const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
     szText.remove_prefix(nMark);
@@ -48,15 +51,10 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
     Json::Value root;
     if (ParseDocument(szText, root, report)) {
         CheckText(szText, report);
-        if (eBefore == Before::DOMAINS && root.isObject() && !Node{root, ""}.Member("rsp").Has("domain"))
-            report.Doubt("/rsp/domain");
-        CheckDocument(root, stObject, effects, report);
+        CheckDocument(root, stObject, effects, vBefore, report);
     }
     std::vector<Finding> vFindings = report.Take();
-    for (Finding& stFinding : vFindings) {
-        stFinding.nOffset += nMark;
-        if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nMark;
-    }
+    for (Finding& stFinding : vFindings) stFinding.Shift(nMark);
     return vFindings;
 }
 
@@ -64,22 +62,22 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
 
 std::vector<Finding> CheckReply(std::string_view szReply)
 {
-    return CheckReplyAfter(Before::NOTHING, szReply);
+    return CheckReplyAfter({}, szReply);
 }
 
-std::vector<Finding> CheckReplyAfter(Before eBefore, std::string_view szReply)
+std::vector<Finding> CheckReplyAfter(const Before& vBefore, std::string_view szReply)
 {
-    return Check(szReply, Description::kReply, CheckReplyEffects, eBefore);
+    return Check(szReply, Description::kReply, CheckReplyEffects, vBefore);
 }
 
-Before LeftBy(std::string_view szReply, Before eBefore)
+Before LeftBy(std::string_view szReply, Before vBefore)
 {
     Json::Value root;
-    if (!ParseJson(szReply, false, root)) return eBefore;
+    if (!ParseJson(szReply, false, root)) return vBefore;
     const Node rsp = Node{root, ""}.Member("rsp");
-    if (rsp.Member("stat").Text() == "fail") return eBefore;
-    if (rsp.Member("tvcontrol").Size() > 0) return Before::NOTHING;
-    return rsp.Has("domain") ? Before::DOMAINS : eBefore;
+    if (rsp.Member("stat").Text() == "fail") return vBefore;
+    if (rsp.Member("tvcontrol").Size() > 0) return {};
+    return rsp.Has("domain") ? DomainsOf(rsp) : std::move(vBefore);
 }
 
 std::vector<Finding> CheckSchema(std::string_view szDocument)

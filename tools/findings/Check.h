@@ -2,20 +2,23 @@
 #ifndef PARLO_FINDINGS_CHECK_H
 #define PARLO_FINDINGS_CHECK_H
 
+#include <json/value.h>
+
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "findings/Finding.h"
 
-// What a reply that was refused leaves to the next one.
-enum class Before { NOTHING, DOMAINS };
+// The domains that replies leave to the next one when they are refused.
+using Before = std::vector<std::string>;
 
 // All findings of a reply, in the order of the text. A correct reply has none.
 std::vector<Finding> CheckReply(std::string_view szReply);
-std::vector<Finding> CheckReplyAfter(Before eBefore, std::string_view szReply);
+std::vector<Finding> CheckReplyAfter(const Before& vBefore, std::string_view szReply);
 
-// What the reply leaves when `eBefore` is there before it.
-Before LeftBy(std::string_view szReply, Before eBefore);
+// What the reply leaves when `vBefore` is there before it.
+Before LeftBy(std::string_view szReply, Before vBefore);
 
 // The same for a search schema document.
 std::vector<Finding> CheckSchema(std::string_view szDocument);
@@ -25,7 +28,10 @@ std::vector<Finding> CheckSchema(std::string_view szDocument);
 // reply.
 std::vector<Finding> CheckConversation(std::string_view szText);
 
-// The one of them that the text looks like.
-std::vector<Finding> CheckByForm(std::string_view szText);
+// An outcome with every member that an expectation can name.
+Json::Value OutcomeNames();
+
+// The one of them that the text of the file `strName` looks like.
+std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName = "-");
 
 #endif

@@ -7,7 +7,7 @@
 #include "findings/Shape.h"
 #include "findings/Suggestion.h"
 #include "findings/Syntax.h"
-#include "reading/Input.h"
+#include "reading/Files.h"
 #include "records/RecordJson.h"
 #include "text/Text.h"
 
@@ -20,39 +20,22 @@ using Description::Type;
 constexpr Key kTurnKeys[] = {
     {"utterance", Type::TEXT, "What the viewer said."},
     {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
-    {"expect", Type::OBJECT, "What a test expects of the record.", nullptr, nullptr, "the turn fails a test"},
+    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
+    {"name", Type::TEXT, "The turn's name, for a test's results."},
+    {"comment", Type::ANYTHING, "Whatever its author says of it."},
+    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
+    {"state", Type::TEXT, "Whether the log had all of the reply."},
+    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
 };
-constexpr Description::Object kTurn = {
-    "Turn", "the line", "One turn of a conversation.", Description::Reading::FILL, kTurnKeys, std::size(kTurnKeys)};
-
-// Calls `visit` with each line that is not blank, and where it begins.
-template <typename Visit>
-void ForEachLine(std::string_view szText, const Visit& visit)
-{
-    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
-        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
-        const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
-        if (szLine.find_first_not_of(" \t\r") != std::string_view::npos) visit(szLine, nStart);
-        nStart = nEnd + 1;
-    }
-}
-
-// An outcome with every member that an expectation can name.
-Json::Value OutcomeNames()
-{
-    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
-    outcome["accepted"] = outcome["refused"] = true;
-    outcome["reason"] = "";
-    return outcome;
-}
+constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
 
 // Findings of one line, their offsets from its start.
 class CTurn
 {
 public:
-    // `eBefore`: what the turns before have left; becomes what this one leaves.
-    CTurn(std::string_view szLine, Before& eBefore)
-        : m_szLine(szLine), m_eBefore(eBefore), m_places(szLine), m_report(szLine, m_places)
+    // `vBefore`: what the turns before have left; becomes what this one leaves.
+    CTurn(std::string_view szLine, Before& vBefore)
+        : m_szLine(szLine), m_vBefore(vBefore), m_places(szLine), m_report(szLine, m_places)
     {
     }
     std::vector<Finding> Check();
@@ -63,7 +46,7 @@ private:
     void Expectation(const Node& part, const Json::Value& outcome);
 
     std::string_view m_szLine;
-    Before& m_eBefore;
+    Before& m_vBefore;
     CPlaces m_places;
     CReport m_report;
     std::vector<Finding> m_vOfReply;
@@ -95,42 +78,37 @@ void CTurn::Parts(const Node& turn)
 {
     CheckText(m_szLine, m_report);
     CheckShape(turn, kTurn, m_report);
-    const Node utterance = turn.Member("utterance");
     const Node reply = turn.Member("reply");
-    if (utterance.Text().empty() && !m_report.IsDoubted(utterance))
-        m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
+    m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
     const Node expect = turn.Member("expect");
     if (expect.value.isObject()) Expectation(expect, OutcomeNames());
     if (reply.value.isObject() || reply.value.isString())
         Reply(reply);
+    else if (reply.value.isNull())
+        m_report.AtMissing(turn, "reply", "not-a-turn", "the line", "the line is refused");
     else if (!m_report.IsDoubted(reply))
-        m_report.AtValue(reply.value.isNull() ? turn : reply,
-                         {Severity::ERROR, "not-a-turn",
-                          reply.value.isNull() ? "the line has no \"reply\": the line is refused"
-                                               : "\"reply\" is neither an object nor a text: the line is refused"});
+        m_report.AtValue(
+            reply, {Severity::ERROR, "not-a-turn", "\"reply\" is neither an object nor a text: the line is refused"});
 }
 
 // What the record has no place for can never come true.
 void CTurn::Expectation(const Node& part, const Json::Value& outcome)
 {
-    std::vector<std::string_view> vNames;
-    for (auto it = outcome.begin(); it != outcome.end(); ++it) {
-        const char* pEnd = nullptr;
-        const char* pName = it.memberName(&pEnd);
-        vNames.emplace_back(pName, static_cast<std::size_t>(pEnd - pName));
-    }
-    for (const std::string& strKey : part.value.getMemberNames()) {
-        const Node member = part.Member(strKey);
-        if (!outcome.isMember(strKey))
-            m_report.AtKey(
-                part, strKey,
-                {Severity::ERROR, "unknown-key", Quoted(strKey) + " is no part of what comes out: never true",
-                 DidYouMean(Nearest(strKey, vNames))});
-        else if (outcome[strKey].isBool() && !member.value.isBool())
-            m_report.AtValue(member,
-                             {Severity::ERROR, "wrong-type", Quoted(strKey) + " is not true or false: never true"});
-        else if (outcome[strKey].isObject() && member.value.isObject())
-            Expectation(member, outcome[strKey]);
+    const Json::Value::Members vMembers = outcome.getMemberNames();
+    const std::vector<std::string_view> vNames(vMembers.begin(), vMembers.end());
+    for (const KeyPlace& stPlace : m_places.Keys(static_cast<std::size_t>(part.value.getOffsetStart()))) {
+        const Node member = part.Member(stPlace.strKey);
+        const Json::Value& known = outcome[stPlace.strKey];
+        if (!outcome.isMember(stPlace.strKey))
+            m_report.At(
+                stPlace.stSpan, member.strPointer,
+                {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is no part of what comes out: never true",
+                 DidYouMean(Nearest(stPlace.strKey, vNames))});
+        else if (known.isBool() && !member.value.isBool())
+            m_report.AtValue(
+                member, {Severity::ERROR, "wrong-type", Quoted(stPlace.strKey) + " is not true or false: never true"});
+        else if (known.isObject() && member.value.isObject())
+            Expectation(member, known);
     }
 }
 
@@ -141,12 +119,13 @@ void CTurn::Reply(const Node& reply)
     const bool bText = reply.value.isString();
     const std::string strReply = bText ? reply.Text() : std::string(m_szLine.substr(nStart, nLength));
     m_stReply = {nStart, nLength};
-    m_vOfReply = CheckReplyAfter(m_eBefore, strReply);
-    m_eBefore = LeftBy(strReply, m_eBefore);
+    m_vOfReply = CheckReplyAfter(m_vBefore, strReply);
+    m_vBefore = LeftBy(strReply, std::move(m_vBefore));
     for (Finding& stFinding : m_vOfReply) {
-        stFinding.nOffset = nStart + (bText ? 0 : stFinding.nOffset);
-        if (!bText && stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
+        stFinding.bOneLine = true;
+        if (!bText) stFinding.Shift(nStart);
         if (!bText) continue;
+        stFinding.nOffset = nStart;
         stFinding.nOther = Finding::kNoOther;
         stFinding.nLength = nLength;
         stFinding.strText = "in line " + std::to_string(stFinding.nLine) + ", column " +
@@ -156,31 +135,41 @@ void CTurn::Reply(const Node& reply)
 
 }  // namespace
 
+Json::Value OutcomeNames()
+{
+    Json::Value outcome = ToJson(CADataRepository::_ConvActionInfo());
+    outcome["accepted"] = outcome["refused"] = true;
+    outcome["reason"] = "";
+    return outcome;
+}
+
 std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
-    Before eBefore = Before::NOTHING;
-    ForEachLine(szText, [&](std::string_view szLine, std::size_t nStart) {
-        for (Finding& stFinding : CTurn(szLine, eBefore).Check()) {
-            stFinding.nOffset += nStart;
-            if (stFinding.nOther != Finding::kNoOther) stFinding.nOther += nStart;
+    Before vBefore;
+    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
+        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
+        const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
+        const bool bBlank = szLine.find_first_not_of(" \t\r") == std::string_view::npos;
+        for (Finding& stFinding : bBlank ? std::vector<Finding>() : CTurn(szLine, vBefore).Check()) {
+            stFinding.Shift(nStart);
             vFindings.push_back(std::move(stFinding));
         }
-    });
+        nStart = nEnd + 1;
+    }
     Locate(szText, vFindings);
     return vFindings;
 }
 
-std::vector<Finding> CheckByForm(std::string_view szText)
+std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName)
 {
-    bool bTurn = false;
-    ForEachLine(szText, [&bTurn](std::string_view szLine, std::size_t) { bTurn = bTurn || IsTurn(szLine); });
-    if (bTurn) return CheckConversation(szText);
+    if (LooksLikeConversation(strName, szText)) return CheckConversation(szText);
     if (IsTurn(szText))
         return {{Severity::ERROR, "not-a-turn", "", 0, 1, 1, 1, "a turn of a conversation must stand on one line", ""}};
     Json::Value root;
-    const Json::Value& rsp =
-        ParseJson(szText, false, root) && root.isObject() ? root["rsp"] : Json::Value::nullSingleton();
-    const bool bSchema = rsp.isObject() && rsp.isMember("schema") && !rsp.isMember("tvcontrol");
+    const Node rsp = Node{ParseJson(szText, false, root) ? root : Json::Value::nullSingleton(), ""}.Member("rsp");
+    const Json::Value::Members vKeys = rsp.value.isObject() ? rsp.value.getMemberNames() : Json::Value::Members();
+    const auto IsSchema = [](const std::string& strKey) { return !MostAlike(strKey, {"schema"}).empty(); };
+    const bool bSchema = !rsp.Has("tvcontrol") && std::any_of(vKeys.begin(), vKeys.end(), IsSchema);
     return bSchema ? CheckSchema(szText) : CheckReply(szText);
 }

@@ -1,21 +1,36 @@
 // The first command's parameters, everybody's intents, and the commands behind the first.
 #include "findings/CommandEffects.h"
 
-#include "CADataRepository/Enumerations.h"
+#include <algorithm>
+
 #include "findings/Actions.h"
 #include "text/Text.h"
 
 namespace
 {
 
+using namespace CADataRepository;
+
+// Whether it is more than an empty text and lists and objects of such. A null in a list is told of by itself.
+bool HoldsSomething(const Json::Value& value)
+{
+    const auto IsMore = [&value](const Json::Value& part) {
+        return (value.isArray() && part.isNull()) || HoldsSomething(part);
+    };
+    if (value.isArray() || value.isObject()) return std::any_of(value.begin(), value.end(), IsMore);
+    return !value.isNull() && value != "";
+}
+
 class CCommandEffects
 {
 public:
-    CCommandEffects(const Node& commands, const std::string& strAction, const ActionUse& stUse, CReport& report)
-        : m_commands(commands), m_strAction(strAction), m_stUse(stUse), m_report(report)
+    CCommandEffects(const Node& commands, const std::string& strAction, const ActionRow& stRow, CReport& report)
+        : m_commands(commands), m_strAction(strAction), m_stRow(stRow), m_report(report)
     {
     }
     void FirstParams();
+    void NeededParams();
+    bool MayServe(const Node& param) const;
     void Intents();
     void Later();
 
@@ -26,24 +41,15 @@ private:
     void Overwritten(const Node& params, Json::ArrayIndex n, const std::string& strKey);
     void Negative(const Node& param, const std::string& strKey);
     void Second(const Node& command);
-    bool HasFollowUps() const { return m_stUse.eLookup == Lookup::CHANNEL || m_stUse.eLookup == Lookup::CANDIDATE; }
-    bool LooksUpIntents() const
-    {
-        return m_stUse.eLookup == Lookup::CANDIDATE && (m_commands.Size() == 2 || m_commands.Size() == 3);
-    }
-    void NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy);
+    bool HasNames() const { return m_stRow.eLookup == ActionLookup::NAMES || m_stRow.eLookup == ActionLookup::CAST; }
+    bool HasFollowUps() const { return m_stRow.eLookup == ActionLookup::CHANNEL || HasNames(); }
+    bool LooksUpIntents() const { return HasNames() && (m_commands.Size() == 2 || m_commands.Size() == 3); }
 
     const Node& m_commands;
     const std::string& m_strAction;
-    const ActionUse& m_stUse;
+    const ActionRow& m_stRow;
     CReport& m_report;
 };
-
-void CCommandEffects::NoEffect(const Node& object, const std::string& strKey, const std::string& strWhy)
-{
-    if (m_report.IsDoubted(object.Member(strKey))) return;
-    m_report.AtKey(object, strKey, {Severity::WARNING, "no-effect", Quoted(strKey) + " has no effect: " + strWhy});
-}
 
 void CCommandEffects::FirstParams()
 {
@@ -57,24 +63,58 @@ void CCommandEffects::Param(const Node& params, Json::ArrayIndex n)
     const Node param = params.Element(n);
     for (const std::string& strKey : param.value.getMemberNames()) {
         if (!param.Has(strKey) || m_report.IsDoubted(param.Member(strKey))) continue;
-        if (!m_stUse.Takes(strKey)) {
+        if (!Takes(m_stRow, strKey)) {
             if (strKey != "index" || !param.Has("idx")) Untaken(param, strKey);
         } else {
             Negative(param, strKey);
             Overwritten(params, n, strKey);
         }
     }
-    if (m_stUse.Takes("idx")) Position(param);
+    if (Takes(m_stRow, "idx")) Position(param);
+}
+
+// Whether the object gives the action what it needs, or has a mistake that may stand for that.
+bool CCommandEffects::MayServe(const Node& param) const
+{
+    bool bServes = m_report.IsDoubted(param);
+    for (const std::string& strKey : param.value.isObject() ? param.value.getMemberNames() : Json::Value::Members())
+        bServes = bServes || m_report.IsDoubted(param.Member(strKey));
+    for (const char* szKey : m_stRow.vKeys) {
+        if (szKey == nullptr) continue;
+        const Node member = param.Member(szKey);
+        bServes = bServes || HoldsSomething(member.value) || m_report.IsDoubted(member);
+    }
+    return bServes;
+}
+
+void CCommandEffects::NeededParams()
+{
+    const Node command = m_commands.Element(0);
+    const Node params = command.Member("params");
+    if (!m_stRow.Has(NEEDS_PARAMS) || m_report.IsDoubted(params)) return;
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        if (MayServe(params.Element(i))) return;
+    const char* szOutcome = m_stRow.eLookup == ActionLookup::SYSTEM    ? "its parameter is empty"
+                            : m_stRow.eLookup == ActionLookup::CHANNEL ? "there is no channel"
+                                                                       : "there is nothing to choose from";
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        for (const char* szKey : m_stRow.vKeys)
+            if (szKey != nullptr && params.Element(i).Has(szKey))
+                return m_report.AtMissing(params.Element(i), szKey, "no-parameter", "", szOutcome);
+    m_report.AtMissing(command, m_stRow.vKeys[0], "no-parameter", Quoted(m_strAction), szOutcome);
 }
 
 void CCommandEffects::Untaken(const Node& param, const std::string& strKey)
 {
-    const bool bCast =
-        m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || m_stUse.nCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO_CAST;
+    const bool bCast = m_stRow.eCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || m_stRow.eLookup == ActionLookup::CAST;
     if (strKey == "names" && bCast)
-        NoEffect(param, strKey, "the names are the cast of what is shown in detail");
-    else if (AnyActionTakes(strKey))  // what none takes says more about a reply than the set wants to know
-        NoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
+        m_report.KeyHasNoEffect(param, strKey, "the names are the cast of what is shown in detail");
+    else if (AnyActionTakes(strKey))
+        m_report.KeyHasNoEffect(param, strKey, Quoted(m_strAction) + " does not take it");
+    else  // a server may well send it, by its own protocol
+        m_report.AtKey(
+            param, strKey,
+            {Severity::NOTE, "unused", "nothing comes of " + Quoted(strKey) + " on the set: no action takes it"});
 }
 
 // The position is "idx", and counts only beside an integer "index".
@@ -83,7 +123,8 @@ void CCommandEffects::Position(const Node& param)
     const Node index = param.Member("index");
     const Node idx = param.Member("idx");
     if (m_report.IsDoubted(index) || m_report.IsDoubted(idx)) return;
-    if (idx.value.isInt() && index.value.isNull()) NoEffect(param, "idx", "it counts only beside an integer \"index\"");
+    if (idx.value.isInt() && index.value.isNull())
+        m_report.KeyHasNoEffect(param, "idx", "it counts only beside an integer \"index\"");
     if (index.value.isInt() && idx.value.isNull())
         m_report.AtKey(param, "index",
                        {Severity::ERROR, "no-position",
@@ -99,7 +140,8 @@ void CCommandEffects::Overwritten(const Node& params, Json::ArrayIndex n, const 
     for (Json::ArrayIndex i = n + 1; i < params.Size(); ++i) {
         const Json::Value& later = params.Element(i).Member(strDecider).value;
         const bool bFits = value.isString() ? later.isString() : value.isInt() ? later.isInt() : !later.isNull();
-        if (bFits) return NoEffect(params.Element(n), strKey, "a later object of \"params\" overwrites it");
+        if (bFits)
+            return m_report.KeyHasNoEffect(params.Element(n), strKey, "a later object of \"params\" overwrites it");
     }
 }
 
@@ -108,7 +150,7 @@ void CCommandEffects::Negative(const Node& param, const std::string& strKey)
 {
     const Node member = param.Member(strKey);
     if (!member.value.isInt() || member.value.asInt() >= 0 || strKey == "index") return;
-    const bool bMoreInfo = m_stUse.nCode == E_CA_TVCONTROL_SHOW_MOREINFO;
+    const bool bMoreInfo = m_stRow.eCode == E_CA_TVCONTROL_SHOW_MOREINFO;
     m_report.AtValue(member, {Severity::ERROR, "negative",
                               Quoted(strKey) + " is negative: " +
                                   (strKey == "idx" && !bMoreInfo ? "there is no position" : "its parameter is empty")});
@@ -123,11 +165,11 @@ void CCommandEffects::Intents()
         if (LooksUpIntents() && i + 1 == nCount) continue;
         if (i > (HasFollowUps() ? 1U : 0U)) continue;  // the command is told of as a whole
         if (LooksUpIntents())
-            NoEffect(command, "intent", "only the last command's intent is looked up");
-        else if (m_stUse.eLookup == Lookup::CANDIDATE)
-            NoEffect(command, "intent", "an intent is looked up of two or three commands only");
+            m_report.KeyHasNoEffect(command, "intent", "only the last command's intent is looked up");
+        else if (HasNames())
+            m_report.KeyHasNoEffect(command, "intent", "an intent is looked up of two or three commands only");
         else
-            NoEffect(command, "intent", "no intent is looked up beside " + Quoted(m_strAction));
+            m_report.KeyHasNoEffect(command, "intent", "no intent is looked up beside " + Quoted(m_strAction));
     }
 }
 
@@ -137,7 +179,9 @@ void CCommandEffects::Later()
     const bool bFollowUps = HasFollowUps();
     for (Json::ArrayIndex i = 1; i < nCount; ++i) {
         const Node command = m_commands.Element(i);
-        const bool bIntent = LooksUpIntents() && i + 1 == nCount && command.Has("intent");
+        if (m_report.IsDoubted(command)) continue;
+        const bool bGiven = command.Has("intent") || m_report.IsDoubted(command.Member("intent"));
+        const bool bIntent = LooksUpIntents() && i + 1 == nCount && bGiven;
         if (i == 1 && bFollowUps)
             Second(command);
         else if (!bIntent)
@@ -146,15 +190,16 @@ void CCommandEffects::Later()
                                            (bFollowUps ? "only the second one is, and of two or three the last intent"
                                                        : "only channels or names to choose from have a second one")});
         if ((bIntent || (i == 1 && bFollowUps)) && command.Member("params").Size() > 0)
-            NoEffect(command, "params", "only those of the first command count");
+            m_report.KeyHasNoEffect(command, "params", "only those of the first command count");
     }
 }
 
 void CCommandEffects::Second(const Node& command)
 {
-    const Node action = ActionOf(command, m_report);
-    if (m_report.IsDoubted(action) || UseOf(action.Text()).bFollowUp) return;
-    if (LooksUpIntents() && m_commands.Size() == 2 && command.Has("intent")) return;  // it is there for that
+    const Node action = ActionIn(command, m_report);
+    if (m_report.IsDoubted(action) || RowOf(action.Text()).Has(MAY_FOLLOW)) return;
+    const bool bIntent = LooksUpIntents() && m_commands.Size() == 2 && command.Has("intent");
+    if (bIntent && action.Text().empty()) return;  // it is there for that alone
     if (action.value.isNull())
         m_report.AtValue(command, {Severity::WARNING, "not-looked-at", "the second command has no \"action\""});
     else
@@ -162,28 +207,9 @@ void CCommandEffects::Second(const Node& command)
                                   Quoted(action.Text()) + " cannot be a second command: ignored"});
 }
 
-// What "params" say of a command's action in the place of its own.
-void CheckReplacedAction(const Node& command, const Node& action, CReport& report)
-{
-    const Node own = command.Member("action");
-    if (own.strPointer == action.strPointer || own.Text().empty() || own.Text() == action.Text()) return;
-    if (report.IsDoubted(own)) return;
-    report.AtKey(command, "action",
-                 {Severity::WARNING, "no-effect",
-                  "\"action\" has no effect: \"params\" replace it by " + Quoted(action.Text())});
-}
-
-void NoAction(const Node& first, const Node& action, CReport& report)
-{
-    const std::string strOutcome = "no match, code 0";
-    if (action.strPointer == first.Member("action").strPointer)
-        return report.AtMissing(first, "action", "no-action", "the first command", strOutcome);
-    report.AtValue(action, {Severity::ERROR, "no-action", "\"action\" is empty: " + strOutcome});
-}
-
 }  // namespace
 
-Node ActionOf(const Node& command, const CReport& report)
+Node ActionIn(const Node& command, const CReport& report)
 {
     const Node params = command.Member("params");
     for (Json::ArrayIndex i = params.Size(); i > 0; --i) {
@@ -196,25 +222,30 @@ Node ActionOf(const Node& command, const CReport& report)
 bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report)
 {
     const Node first = commands.Element(0);
-    const Node action = ActionOf(first, report);
+    const Node action = ActionIn(first, report);
     const std::string strAction = action.Text();
-    CheckReplacedAction(first, action, report);
+    const Node own = first.Member("action");
+    if (own.strPointer != action.strPointer && !own.Text().empty() && own.Text() != strAction)
+        report.KeyHasNoEffect(first, "action", "\"params\" replace it by " + Quoted(strAction));
     if (report.IsDoubted(action) || report.IsDoubted(first)) {
         report.Doubt(action.strPointer);
         return false;
     }
-    const ActionUse stUse = bFailedSearch ? ActionUse() : UseOf(strAction);
+    const ActionRow stRow = RowOf(bFailedSearch ? "" : strAction);
     if (strAction.empty()) {
-        NoAction(first, action, report);
+        const char* szWhy = action.value.isNull() ? "the first command has no \"action\"" : "\"action\" is empty";
+        report.AtValue(action.value.isNull() ? first : action,
+                       {Severity::ERROR, "no-action", std::string(szWhy) + ": no match, code 0"});
         report.Doubt(action.strPointer);
-    } else if (stUse.nCode == 0 && !bFailedSearch) {
+    } else if (stRow.eLookup == ActionLookup::NONE && !bFailedSearch) {
         report.AtValue(action, {Severity::ERROR, "no-lookup",
                                 Quoted(strAction) + " is known, but no lookup answers for it: no match, code 0"});
     }
     if (report.IsDoubted(action)) return false;
-    CCommandEffects effects(commands, strAction, stUse, report);
+    CCommandEffects effects(commands, strAction, stRow, report);
     effects.FirstParams();
+    effects.NeededParams();
     effects.Intents();
     effects.Later();
-    return stUse.bShowsContents;
+    return stRow.Has(SHOWS_CONTENTS);
 }

@@ -35,32 +35,29 @@ std::vector<std::string_view> Intents()
     return vWords;
 }
 
-template <std::size_t N>
-constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, Reading eReading,
-                      const Key (&keys)[N])
-{
-    return {szName, szWhere, szComment, eReading, keys, N};
-}
-
 constexpr Key kErrKeys[] = {
-    {"code", Type::TEXT_OR_INTEGER, "The error's code.", nullptr, nullptr, "reads as 0"},
-    {"msg", Type::SCALAR, "The error's message, for the log.", nullptr, nullptr, "reads as an empty text"},
+    Key{"code", Type::TEXT_OR_INTEGER, "The error's code."}.Otherwise("reads as 0"),
+    Key{"msg", Type::SCALAR, "The error's message, for the log."}.Otherwise("reads as an empty text"),
 };
 constexpr Object kErr =
-    Make("Error", "\"err\"", "Why the server failed. Read only when \"stat\" is \"fail\".", Reading::FILL, kErrKeys);
+    Make("Error", "\"err\"", "Why the server failed. Read only when \"stat\" is \"fail\".", kErrKeys);
+
+constexpr Key kStat = Key{"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success."}
+                          .Otherwise("reads as a success")
+                          .Exactly("fail");
+constexpr Key kErrOf = Key{"err", Type::OBJECT, "Why the server failed."}.Of(kErr);
 
 constexpr Key kDialogKeys[] = {
     {"dialog_id", Type::TEXT, "The dialog's id. A reply without it clears the one before."},
-    {"dialog_seq", Type::INTEGER, "The turn's number. Without it the last one stays.", nullptr, nullptr, "ignored"},
+    Key{"dialog_seq", Type::INTEGER, "The turn's number. Without it the last one stays."}.Otherwise("ignored"),
 };
-constexpr Object kDialog =
-    Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", Reading::FILL, kDialogKeys);
+constexpr Object kDialog = Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", kDialogKeys);
 
 constexpr Key kNluInfoKeys[] = {
     {"dialog_type", Type::INTEGER, "The dialog's type. Without it the last one stays."},
 };
 constexpr Object kNluInfo =
-    Make("NluInfo", "\"nlu_info\"", "What the language engine found.", Reading::TAKE, kNluInfoKeys);
+    Make("NluInfo", "\"nlu_info\"", "What the language engine found.", kNluInfoKeys, Reading::TAKE);
 
 constexpr Key kResponseInfoKeys[] = {
     {"engine_time", Type::TEXT, "Time that the language engine took."},
@@ -70,9 +67,9 @@ constexpr Key kResponseInfoKeys[] = {
     {"server_time", Type::TEXT, "Time that the server took in all."},
     {"query", Type::TEXT, "What the server understood."},
 };
-constexpr Object kResponseInfo = Make("ResponseInfo", "\"response_info\"",
-                                      "How long the server took. For whoever reads the reply; nothing comes of it.",
-                                      Reading::FILL, kResponseInfoKeys);
+constexpr Object kResponseInfo =
+    Make("ResponseInfo", "\"response_info\"",
+         "How long the server took. For whoever reads the reply; nothing comes of it.", kResponseInfoKeys);
 
 constexpr Key kChannelKeys[] = {
     {"dtv", Type::TEXT, "Digital or analogue."},
@@ -89,7 +86,7 @@ constexpr Key kChannelKeys[] = {
     {"type", Type::TEXT, "The channel's type."},
 };
 constexpr Object kChannel =
-    Make("Channel", "an object of \"channels\"", "A channel that a command names.", Reading::FILL, kChannelKeys);
+    Make("Channel", "an object of \"channels\"", "A channel that a command names.", kChannelKeys);
 
 constexpr Key kUMDChannelKeys[] = {
     {"lineup_id", Type::TEXT, "The line-up's id."},
@@ -98,21 +95,20 @@ constexpr Key kUMDChannelKeys[] = {
     {"channel_name", Type::TEXT, "The channel's name."},
     {"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."},
 };
-constexpr Object kUMDChannel = Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.",
-                                    Reading::FILL, kUMDChannelKeys);
+constexpr Object kUMDChannel =
+    Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.", kUMDChannelKeys);
 
 constexpr Key kUMDElementKeys[] = {
-    {"umd_channel", Type::OBJECT, "The channel itself.", &kUMDChannel},
+    Key{"umd_channel", Type::OBJECT, "The channel itself."}.Of(kUMDChannel),
 };
-constexpr Object kUMDElement =
-    Make("CableChannelEntry", "an object of \"umd_channels\"", "Holds one channel of a cable or satellite line-up.",
-         Reading::FILL, kUMDElementKeys);
+constexpr Object kUMDElement = Make("CableChannelEntry", "an object of \"umd_channels\"",
+                                    "Holds one channel of a cable or satellite line-up.", kUMDElementKeys);
 
 constexpr Key kParamKeys[] = {
     {"amount", Type::INTEGER, "Volume or channel steps, or the volume to set."},
     {"index", Type::INTEGER, "Says that there is a position; \"idx\" is the position."},
-    {"idx", Type::INTEGER, "The position in the list on screen, from 0. Counts only beside an integer \"index\".",
-     nullptr, nullptr, "reads as 0 beside an \"index\", else ignored"},
+    Key{"idx", Type::INTEGER, "The position on screen, from 0, beside an integer \"index\"."}.Otherwise(
+        "reads as 0 beside an \"index\", else ignored"),
     {"prevnext", Type::TEXT, "Backwards or forwards. No action takes it."},
     {"listorder", Type::INTEGER, "A position in a list. No action takes it."},
     {"time", Type::INTEGER, "Minutes until the set turns itself off."},
@@ -126,115 +122,110 @@ constexpr Key kParamKeys[] = {
     {"website", Type::TEXT, "The address of a page."},
     {"type", Type::TEXT, "A type. No action takes it."},
     {"channel_no", Type::TEXT, "The number of a channel."},
-    {"action", Type::TEXT, "Replaces the command's action.", nullptr, Actions},
-    {"names", Type::SCALARS, "Names to choose from. They replace earlier ones.", nullptr, nullptr, "clears the names"},
-    {"channels", Type::OBJECTS, "Channels to choose from.", &kChannel},
-    {"umd_channels", Type::OBJECTS, "Channels of a cable or satellite line-up, behind \"channels\".", &kUMDElement},
+    Key{"action", Type::TEXT, "Replaces the command's action."}.OneOf(Actions),
+    Key{"names", Type::SCALARS, "Names to choose from. They replace earlier ones."}.Otherwise("clears the names"),
+    Key{"channels", Type::OBJECTS, "Channels to choose from."}.Of(kChannel),
+    Key{"umd_channels", Type::OBJECTS, "Channels of a line-up, behind \"channels\"."}.Of(kUMDElement),
 };
-constexpr Object kParam = Make("CommandParam", "an object of \"params\"",
-                               "What the command's action needs. All objects of \"params\" together make one command; "
-                               "a later one overwrites.",
-                               Reading::TAKE, kParamKeys);
+}  // namespace
+
+const Object kParam =
+    Make("CommandParam", "an object of \"params\"",
+         "What the action needs. All of them make one command; a later one overwrites.", kParamKeys, Reading::TAKE);
+
+namespace
+{
 
 constexpr Key kCommandKeys[] = {
-    {"action", Type::TEXT, "What the set shall do.", nullptr, Actions},
-    {"intent", Type::TEXT,
-     "What the viewer was after. Looked up beside names to choose from, of the last of two or "
-     "three commands.",
-     nullptr, Intents},
-    {"params", Type::OBJECTS, "What the action needs.", &kParam},
+    Key{"action", Type::TEXT, "What the set shall do."}.Needed().OneOf(Actions),
+    Key{"intent", Type::TEXT,
+        "What the viewer was after. Looked up beside names to choose from, of two or three commands."}
+        .OneOf(Intents),
+    Key{"params", Type::OBJECTS, "What the action needs."}.Of(kParam),
 };
 constexpr Object kCommand =
     Make("Command", "an object of \"tvcontrol\"",
-         "A command. The first one counts; a second one may follow channels or names to choose from.", Reading::FILL,
-         kCommandKeys);
+         "A command. The first one counts; a second one may follow channels or names to choose from.", kCommandKeys);
 
 constexpr Key kRequestParamKeys[] = {
     {"title", Type::TEXT, "The entry's title."},
     {"index", Type::INTEGER, "The entry's position in the list on screen."},
 };
 constexpr Object kRequestParam = Make("DisplayParam", "an object of \"params\"", "An entry of the list on screen.",
-                                      Reading::TAKE, kRequestParamKeys);
+                                      kRequestParamKeys, Reading::TAKE);
 
 constexpr Key kRequestKeys[] = {
-    {"action", Type::TEXT, "What shall happen to the entries.", nullptr, All<kDisplayActionWords>, "code -1"},
-    {"params", Type::OBJECTS, "The entries that are meant.", &kRequestParam},
+    Key{"action", Type::TEXT, "What shall happen to the entries."}.OneOf(All<kDisplayActionWords>).Otherwise("code -1"),
+    Key{"params", Type::OBJECTS, "The entries that are meant."}.Of(kRequestParam),
 };
-constexpr Object MakeRequest()
-{
-    Object stRequest = Make("DisplayRequest", "an object of \"displaycontrol\"",
-                            "A request to act on the list that is on screen. Of several the last one counts.",
-                            Reading::FILL, kRequestKeys);
-    stRequest.szNoObject = "skipped";
-    return stRequest;
-}
-constexpr Object kRequest = MakeRequest();
+constexpr Object kRequest = Make("DisplayRequest", "an object of \"displaycontrol\"",
+                                 "A request to act on the list that is on screen. Of several the last one counts.",
+                                 kRequestKeys, Reading::FILL, "skipped");
 
 constexpr Key kRspKeys[] = {
-    {"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success.", nullptr, nullptr,
-     "reads as a success", "fail"},
-    {"err", Type::OBJECT, "Why the server failed.", &kErr},
-    {"domain", Type::TEXTS,
-     "What the reply is about. \"display_content\" with two or more of them hands the search "
-     "over to the application.",
-     nullptr, nullptr, "reads as an empty list"},
-    {"dialog", Type::OBJECT, "Where in the dialog this reply stands.", &kDialog},
-    {"system_sentence", Type::TEXT,
-     "What the set says. \"{Null}\" stands for nothing. Not said beside "
-     "\"displaycontrol\".",
-     nullptr, nullptr, "ignored", "{Null}"},
-    {"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused.", &kCommand, nullptr,
-     "the reply holds no command and is refused"},
-    {"response_info", Type::OBJECT, "How long the server took.", &kResponseInfo},
-    {"displaycontrol", Type::OBJECTS, "Requests to act on the list that is on screen.", &kRequest},
-    {"tvcontent", Type::OBJECTS, "What the search found.", &kItem},
-    {"nlu_info", Type::OBJECT, "What the language engine found.", &kNluInfo},
+    kStat,
+    kErrOf,
+    Key{"domain", Type::TEXTS, "What it is about. With two or more of them \"display_content\" hands the search over."},
+    Key{"dialog", Type::OBJECT, "Where in the dialog this reply stands."}.Of(kDialog),
+    Key{"system_sentence", Type::TEXT,
+        "What the set says. \"{Null}\" stands for nothing. Not said beside \"displaycontrol\"."}
+        .Otherwise("ignored")
+        .Exactly("{Null}"),
+    Key{"tvcontrol", Type::OBJECTS, "The commands. A reply without one is refused."}.Needed().Of(kCommand).Otherwise(
+        "the reply holds no command and is refused"),
+    Key{"response_info", Type::OBJECT, "How long the server took."}.Of(kResponseInfo),
+    Key{"displaycontrol", Type::OBJECTS, "Requests to act on the list that is on screen."}.Of(kRequest),
+    Key{"tvcontent", Type::OBJECTS, "What the search found."}.Of(kItem),
+    Key{"nlu_info", Type::OBJECT, "What the language engine found."}.Of(kNluInfo),
 };
-constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", Reading::FILL, kRspKeys);
+constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    {"rsp", Type::OBJECT, "The reply itself.", &kRsp, nullptr, "the reply holds no command and is refused", {}, true},
+    Key{"rsp", Type::OBJECT, "The reply itself."}
+        .Of(kRsp)
+        .Otherwise("the reply holds no command and is refused")
+        .Needed(),
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
 constexpr Key kRuleKeys[] = {
-    {"from", Type::TEXT, "The first position, as a decimal text."},
-    {"to", Type::TEXT, "The last position, as a decimal text."},
-    {"cycle", Type::TEXT, "The distance between two positions, as a decimal text; 0 for one only."},
-    {"rule", Type::TEXT, "Where the rule puts entries.", nullptr, All<kSortRuleWords>,
-     "takes over the type of the rule before it"},
+    Key{"from", Type::TEXT, "The first position, as a decimal text."}.Decimal(),
+    Key{"to", Type::TEXT, "The last position, as a decimal text."}.Decimal(),
+    Key{"cycle", Type::TEXT, "The distance between two positions, as a decimal text; 0 for one only."}.Decimal(),
+    Key{"rule", Type::TEXT, "Where the rule puts entries."}
+        .Needed()
+        .OneOf(All<kSortRuleWords>)
+        .Otherwise("takes over the type of the rule before it"),
 };
-constexpr Object kRule = Make("Rule", "an object of \"rules\"", "A rule that puts entries into the list of results.",
-                              Reading::FILL, kRuleKeys);
+constexpr Object kRule =
+    Make("Rule", "an object of \"rules\"", "A rule that puts entries into the list of results.", kRuleKeys);
 
 constexpr Key kEntryKeys[] = {
-    {"category", Type::TEXT, "The source of results that is meant.", nullptr, All<kSchemaCategoryWords>,
-     "takes over the category of the entry before it"},
-    {"rules", Type::OBJECTS, "The rules, in order.", &kRule},
+    Key{"category", Type::TEXT, "The source of results that is meant."}
+        .OneOf(All<kSchemaCategoryWords>)
+        .Otherwise("takes over the category of the entry before it"),
+    Key{"rules", Type::OBJECTS, "The rules, in order."}.Of(kRule),
 };
 constexpr Object kEntry =
-    Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", Reading::FILL, kEntryKeys);
+    Make("SchemaEntry", "an object of \"schema\"", "The rules for one source of results.", kEntryKeys);
 
 constexpr Key kSchemaRspKeys[] = {
-    {"stat", Type::TEXT, "\"fail\" when the server failed; any other text is a success.", nullptr, nullptr,
-     "reads as a success", "fail"},
-    {"err", Type::OBJECT, "Why the server failed.", &kErr},
-    {"schema", Type::OBJECTS, "The rules, by source of results.", &kEntry},
+    kStat,
+    kErrOf,
+    Key{"schema", Type::OBJECTS, "The rules, by source of results."}.Of(kEntry),
 };
-constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", Reading::FILL, kSchemaRspKeys);
+constexpr Object kSchemaRsp = Make("SchemaResponse", "\"rsp\"", "The server's answer.", kSchemaRspKeys);
 
 constexpr Key kSearchSchemaKeys[] = {
-    {"rsp", Type::OBJECT, "The document itself.", &kSchemaRsp, nullptr, nullptr, {}, true},
+    Key{"rsp", Type::OBJECT, "The document itself."}.Of(kSchemaRsp).Needed(),
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
 }  // namespace
 
-const Object kReply = Make("Reply", "the document", "A reply of the voice server.", Reading::FILL, kReplyKeys);
+const Object kReply = Make("Reply", "the document", "A reply of the voice server.", kReplyKeys);
 const Object kSearchSchema = Make("SearchSchema", "the document",
-                                  "A search schema document: how search results are "
-                                  "ordered.",
-                                  Reading::FILL, kSearchSchemaKeys);
+                                  "A search schema document: how search results are ordered.", kSearchSchemaKeys);
 
 const Key* Object::Find(std::string_view szKey) const
 {

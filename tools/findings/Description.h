@@ -38,7 +38,23 @@ struct Key {
     Words pWords = nullptr;             // of TEXT: all that it may be, the empty text if it may; null: any text
     const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
     std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
-    bool bNeeded = false;               // an object must be there, a text must not be empty
+    bool bNeeded = false;               // it must be there and not be empty
+    bool bDecimal = false;              // a text that stands for a decimal number
+
+    // The same key with one more of these fields.
+    template <typename Field>
+    constexpr Key With(Field Key::*pField, Field value) const
+    {
+        Key stKey = *this;
+        stKey.*pField = value;
+        return stKey;
+    }
+    constexpr Key Of(const Object& stObject) const { return With(&Key::pObject, &stObject); }
+    constexpr Key OneOf(Words pAll) const { return With(&Key::pWords, pAll); }
+    constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
+    constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
+    constexpr Key Needed() const { return With(&Key::bNeeded, true); }
+    constexpr Key Decimal() const { return With(&Key::bDecimal, true); }
 };
 
 // What the elements of a list are by the text of their key "type".
@@ -56,11 +72,11 @@ struct Object {
     const char* szWhere;    // where its keys belong: "an object of \"tvcontrol\""
     const char* szComment;  //
     Reading eReading;
+    const char* szNoObject;  // what becomes of an element that is no object
     const Key* pKeys;
     std::size_t nKeys;
     const Kind* pKinds = nullptr;  // the object's key "type" decides; null: it is always the same
     std::size_t nKinds = 0;
-    const char* szNoObject = "reads as an empty object";  // what becomes of an element that is no object
 
     const Key* begin() const { return pKeys; }
     const Key* end() const { return pKeys + nKeys; }
@@ -68,8 +84,18 @@ struct Object {
     const Kind* KindOf(std::string_view szType) const;  // null when there is none
 };
 
+template <std::size_t N>
+constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, const Key (&keys)[N],
+                      Reading eReading = Reading::FILL, const char* szNoObject = "reads as an empty object")
+{
+    return {szName, szWhere, szComment, eReading, szNoObject, keys, N};
+}
+
 extern const Object kReply;
 extern const Object kSearchSchema;
+
+// An object of "params": which of its keys count, the command's action says.
+extern const Object kParam;
 
 // The item tables, which are long enough for a file of their own.
 extern const Object kItem;

@@ -25,33 +25,25 @@ std::vector<std::string_view> PremiumFlags()
 }
 
 // An item's own key "type" is read before its kind is known.
-constexpr Key kType = {"type", Type::TEXT, kTypeComment, nullptr, Kinds, "the item is dropped"};
-
-template <std::size_t N>
-constexpr Object Make(const char* szName, const char* szWhere, const char* szComment, const Key (&keys)[N],
-                      Reading eReading = Reading::FILL)
-{
-    return {szName, szWhere, szComment, eReading, keys, N};
-}
+constexpr Key kType = Key{"type", Type::TEXT, kTypeComment}.OneOf(Kinds).Otherwise("the item is dropped");
 
 constexpr Key kImagesKeys[] = {
     {"url", Type::TEXT,
-     "The picture's address, with one %d where the size code goes. The result must be shorter than "
-     "the template, or end in .jpg or .png."},
+     "The address, with one %d for the size code. Shorter when filled, or with .jpg or .png at its end."},
     {"type", Type::TEXT, "The picture's type."},
-    {"index", Type::INTEGERS, "The size codes on offer. Without it the address is taken as it stands.", nullptr,
-     nullptr, "the address is taken as it stands"},
+    Key{"index", Type::INTEGERS, "The size codes on offer. Without it the address is taken as it stands."}.Otherwise(
+        "the address is taken as it stands"),
 };
 constexpr Object kImages = Make("Images", "\"images\"", "A picture in several sizes.", kImagesKeys);
 
 constexpr Key kPosterKeys[] = {
-    {"images", Type::OBJECT, "The picture.", &kImages},
+    Key{"images", Type::OBJECT, "The picture."}.Of(kImages),
 };
 constexpr Object kPoster = Make("Poster", "\"poster\"", kPosterComment, kPosterKeys);
 
 constexpr Key kAppPosterKeys[] = {
-    {"images", Type::OBJECT, "The picture for the flag \"s\".", &kImages},
-    {"images4premium", Type::OBJECT, "The picture for the flag \"p\".", &kImages},
+    Key{"images", Type::OBJECT, "The picture for the flag \"s\"."}.Of(kImages),
+    Key{"images4premium", Type::OBJECT, "The picture for the flag \"p\"."}.Of(kImages),
 };
 constexpr Object kAppPoster = Make("AppPoster", "\"poster\"", kPosterComment, kAppPosterKeys);
 
@@ -67,11 +59,11 @@ constexpr Object kCertification =
 
 constexpr Key kEpisodeKeys[] = {
     {"title", Type::TEXT, "The episode's title."},
-    {"number", Type::INTEGER, "The episode's number.", nullptr, nullptr, "reads as an empty text"},
+    Key{"number", Type::INTEGER, "The episode's number."}.Otherwise("reads as an empty text"),
 };
 constexpr Object kEpisode = Make("Episode", "\"episode\"", "The episode of a TV show.", kEpisodeKeys);
 
-constexpr Key kSeasonKeys[] = {{"number", Type::INTEGER, "The season's number.", nullptr, nullptr, "ignored"}};
+constexpr Key kSeasonKeys[] = {Key{"number", Type::INTEGER, "The season's number."}.Otherwise("ignored")};
 constexpr Object kSeason = Make("Season", "\"season\"", "The season of a TV show.", kSeasonKeys);
 
 constexpr Key kNameKeys[] = {{"name", Type::TEXT, "The name."}};
@@ -94,13 +86,10 @@ constexpr Object kSchedule = Make("Schedule", "\"schedule\"", "When a programme 
 #define SHARED_KEYS                                                                                                    \
     kType, {"id", Type::TEXT, "The item's id."}, {"title", Type::TEXT, "The item's title."},                           \
         {"year", Type::INTEGER, "The year that it is of."},                                                            \
-        {"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock.", nullptr, nullptr, \
-         nullptr,     "No"},                                                                                           \
-        {"genres", Type::OBJECTS, "Its genres.", &kGenre},                                                             \
-        {"certifications", Type::OBJECTS, "Its ratings.", &kCertification},                                            \
-    {                                                                                                                  \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                                               \
-    }
+        Key{"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock."}.Exactly("No"), \
+        Key{"genres", Type::OBJECTS, "Its genres."}.Of(kGenre),                                                        \
+        Key{"certifications", Type::OBJECTS, "Its ratings."}.Of(kCertification),                                       \
+        Key{"poster", Type::OBJECT, kPosterComment}.Of(kPoster)
 
 constexpr Key kMovieKeys[] = {SHARED_KEYS, {"duration", Type::INTEGER, kDurationComment}};
 constexpr Object kMovie = Make("Movie", "a movie", "A movie.", kMovieKeys);
@@ -108,45 +97,41 @@ constexpr Object kMovie = Make("Movie", "a movie", "A movie.", kMovieKeys);
 constexpr Key kTVShowKeys[] = {
     SHARED_KEYS,
     {"duration", Type::INTEGER, kDurationComment},
-    {"season", Type::ANYTHING, "The season. The record's season is 0 whatever it holds.", &kSeason},
-    {"episode", Type::OBJECT, "The episode.", &kEpisode},
+    Key{"season", Type::ANYTHING, "The season. The record's season is 0 whatever it holds."}.Of(kSeason),
+    Key{"episode", Type::OBJECT, "The episode."}.Of(kEpisode),
 };
 constexpr Object kTVShow = Make("TVShow", "a TV show", "A TV show.", kTVShowKeys);
 
 constexpr Key kProgrammeKeys[] = {
     SHARED_KEYS,
-    {"channel", Type::OBJECT, "The channel that shows it.", &kProgrammeChannel},
-    {"schedule", Type::OBJECT, "When it is shown.", &kSchedule},
-    {"casting", Type::OBJECTS, "Its cast.", &kCasting},
+    Key{"channel", Type::OBJECT, "The channel that shows it."}.Of(kProgrammeChannel),
+    Key{"schedule", Type::OBJECT, "When it is shown."}.Of(kSchedule),
+    Key{"casting", Type::OBJECTS, "Its cast."}.Of(kCasting),
 };
 constexpr Object kProgramme =
     Make("Programme", "a programme", "A broadcast programme. It is not offered to the viewer.", kProgrammeKeys);
 #undef SHARED_KEYS
 
 constexpr Key kAppInfoKeys[] = {
-    {"id", Type::TEXT, "The application's id. Without it the item is dropped.", nullptr, nullptr, nullptr, {}, true},
+    Key{"id", Type::TEXT, "The application's id. Without it the item is dropped."}.Needed(),
     {"title", Type::TEXT, "The application's title."},
     {"runtitle", Type::TEXT, "The title under which it runs."},
     {"category", Type::TEXT, "What it is for."},
-    {"premium_flag", Type::TEXT, "Which picture is taken: \"s\", \"p\", or \"ps\" for the one that suits the set.",
-     nullptr, PremiumFlags, "the application has no picture"},
-    {"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock.", nullptr, nullptr,
-     nullptr, "No"},
-    {"poster", Type::OBJECT, kPosterComment, &kAppPoster},
+    Key{"premium_flag", Type::TEXT, "Which picture is taken: \"s\", \"p\", or \"ps\" for the one that suits the set."}
+        .OneOf(PremiumFlags)
+        .Otherwise("the application has no picture"),
+    Key{"cert_flag", Type::TEXT, "\"No\" when it is not cleared for viewing under the adult lock."}.Exactly("No"),
+    Key{"poster", Type::OBJECT, kPosterComment}.Of(kAppPoster),
 };
 constexpr Object kAppInfo = Make("AppInfo", "\"app_info\"", "What there is to know of an application.", kAppInfoKeys);
 
-constexpr Key kAppKeys[] = {kType,
-                            {"app_info", Type::OBJECT, "The application.", &kAppInfo, nullptr, nullptr, {}, true}};
+constexpr Key kAppKeys[] = {kType, Key{"app_info", Type::OBJECT, "The application."}.Of(kAppInfo).Needed()};
 constexpr Object kApp = Make("App", "an application", "An application.", kAppKeys);
 
 #define VIDEO_KEYS                                                                                     \
     kType, {"appid", Type::TEXT, "The id of the application that plays it."},                          \
         {"contentid", Type::TEXT, "Its id in that application."}, {"title", Type::TEXT, "Its title."}, \
-        {"duration", Type::INTEGER, kDurationComment},                                                 \
-    {                                                                                                  \
-        "poster", Type::OBJECT, kPosterComment, &kPoster                                               \
-    }
+        {"duration", Type::INTEGER, kDurationComment}, Key{"poster", Type::OBJECT, kPosterComment}.Of(kPoster)
 
 constexpr Key kFitnessKeys[] = {
     VIDEO_KEYS,
@@ -174,10 +159,10 @@ constexpr Key kForecastKeys[] = {
 constexpr Object kForecast =
     Make("ForecastDay", "an object of \"forecast_info\"", "A day of the forecast.", kForecastKeys);
 
-#define LINK_KEYS                                                                        \
-    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."}, \
-    {                                                                                    \
-        "country", Type::TEXT, "The country."                                            \
+#define LINK_KEYS                                                                            \
+    kType, {"weblink", Type::TEXT, "A page about it."}, {"link", Type::TEXT, "A link."}, Key \
+    {                                                                                        \
+        "country", Type::TEXT, "The country."                                                \
     }
 
 constexpr Key kWeatherKeys[] = {
@@ -188,8 +173,8 @@ constexpr Key kWeatherKeys[] = {
     {"local_time", Type::TEXT, "The time there."},
     {"cplogo", Type::TEXT, "The logo of who provides it."},
     {"location", Type::TEXT, "The place."},
-    {"weather_info", Type::OBJECTS, "More values.", &kWInfo},
-    {"forecast_info", Type::OBJECTS, "The days to come.", &kForecast},
+    Key{"weather_info", Type::OBJECTS, "More values."}.Of(kWInfo),
+    Key{"forecast_info", Type::OBJECTS, "The days to come."}.Of(kForecast),
 };
 constexpr Object kWeather =
     Make("Weather", "a weather report", "A weather report. It is not offered to the viewer.", kWeatherKeys);
@@ -205,7 +190,7 @@ constexpr Key kStockKeys[] = {
     {"cplogo", Type::TEXT, "The logo of who provides it."},
     {"currency", Type::TEXT, "The currency."},
     {"category", Type::TEXT, "What it is."},
-    {"detailed", Type::OBJECTS, "More values.", &kStockValue},
+    Key{"detailed", Type::OBJECTS, "More values."}.Of(kStockValue),
 };
 constexpr Object kStock = Make("Stock", "a stock", "A stock. It is not offered to the viewer.", kStockKeys);
 
@@ -235,14 +220,14 @@ constexpr Key kRecordKeys[] = {
     {"away_team_logo", Type::TEXT, "The away team's logo."},
     {"home_team_score", Type::TEXT, "The home team's score, as a text."},
     {"away_team_score", Type::TEXT, "The away team's score, as a text."},
-    {"standing", Type::OBJECTS, "The teams of the league.", &kStanding},
+    Key{"standing", Type::OBJECTS, "The teams of the league."}.Of(kStanding),
 };
 constexpr Object kRecord = Make("SportsRecord", "an object of \"records\"", "A league or a match.", kRecordKeys);
 
 constexpr Key kSportsKeys[] = {
     LINK_KEYS,
     {"record_type", Type::TEXT, "What the records are."},
-    {"records", Type::OBJECTS, "Leagues or matches.", &kRecord},
+    Key{"records", Type::OBJECTS, "Leagues or matches."}.Of(kRecord),
 };
 constexpr Object kSports =
     Make("Sports", "sports results", "Sports results. They are not offered to the viewer.", kSportsKeys);
@@ -262,10 +247,10 @@ const Object kItem = {"ContentItem",
                       "an object of \"tvcontent\"",
                       "A search result or an information item.",
                       Reading::TAKE,
+                      "reads as an item without a type: dropped",
                       kItemKeys,
                       1,
                       kKinds,
-                      std::size(kKinds),
-                      "reads as an item without a type: dropped"};
+                      std::size(kKinds)};
 
 }  // namespace Description

@@ -1,6 +1,8 @@
 // A reply's flow: which of its commands count, and what follows from that for its other parts.
 #include "findings/Effects.h"
 
+#include <utility>
+
 #include "findings/CommandEffects.h"
 #include "findings/ItemEffects.h"
 #include "text/Text.h"
@@ -11,45 +13,45 @@ namespace
 class CReplyEffects
 {
 public:
-    CReplyEffects(const Node& rsp, CReport& report) : m_rsp(rsp), m_report(report) {}
+    CReplyEffects(const Node& rsp, const Texts& vDomains, CReport& report)
+        : m_rsp(rsp), m_vDomains(vDomains), m_report(report)
+    {
+    }
     void Check();
 
 private:
     void NoEffect(std::string_view szKey, const std::string& strWhy);
-    void Failure();
     void Requests();
-    void NoCommand(const Node& commands);
     void Flow(const Node& commands);
-    bool IsDomain(std::string_view szWord) const;
+    bool AreDomainsDoubted() const;
 
     const Node& m_rsp;
+    const Texts& m_vDomains;
     CReport& m_report;
 };
 
 void CReplyEffects::NoEffect(std::string_view szKey, const std::string& strWhy)
 {
-    const Node member = m_rsp.Member(szKey);
-    if (member.value.isNull() || m_report.IsDoubted(member)) return;
-    if (member.value.isArray() && member.value.empty()) return;
-    m_report.AtKey(m_rsp, szKey, {Severity::WARNING, "no-effect", Quoted(szKey) + " has no effect: " + strWhy});
+    const Json::Value& value = m_rsp.Member(szKey).value;
+    if (!value.isArray() || !value.empty()) m_report.KeyHasNoEffect(m_rsp, szKey, strWhy);
 }
 
 void CReplyEffects::Check()
 {
-    if (m_rsp.Member("stat").Text() == "fail") return Failure();
-    if (!m_report.IsDoubted(m_rsp.Member("stat"))) NoEffect("err", "it is read only when \"stat\" is \"fail\"");
+    const Node stat = m_rsp.Member("stat");
+    if (stat.Text() == "fail") {  // that is all that the library reads
+        for (const char* szKey :
+             {"domain", "dialog", "system_sentence", "tvcontrol", "displaycontrol", "tvcontent", "nlu_info"})
+            NoEffect(szKey, "\"stat\" is \"fail\", so the reply is refused");
+        return;
+    }
+    if (!m_report.IsDoubted(stat)) NoEffect("err", "it is read only when \"stat\" is \"fail\"");
     const Node commands = m_rsp.Member("tvcontrol");
     if (!m_report.IsDoubted(commands) && commands.Size() > 0) return Flow(commands);
     Requests();
-    NoCommand(commands);
-}
-
-// The server failed: that is all that the library reads.
-void CReplyEffects::Failure()
-{
-    for (const char* szKey :
-         {"domain", "dialog", "system_sentence", "tvcontrol", "displaycontrol", "tvcontent", "nlu_info"})
-        NoEffect(szKey, "\"stat\" is \"fail\", so the reply is refused");
+    if (!m_report.IsDoubted(commands) && !m_report.IsDoubted(stat))
+        m_report.AtValue(commands.value.isNull() ? m_rsp : commands,
+                         {Severity::ERROR, "no-command", "the reply is refused: it holds no command"});
 }
 
 // Requests to act on the list on screen, and the sentence that they silence.
@@ -60,51 +62,39 @@ void CReplyEffects::Requests()
     const std::string strSentence = m_rsp.Member("system_sentence").Text();
     if (!strSentence.empty() && strSentence != "{Null}")
         NoEffect("system_sentence", "nothing is said beside a \"displaycontrol\"");
-    const Node* pLast = nullptr;
-    std::vector<Node> vRequests;
-    for (Json::ArrayIndex i = 0; i < requests.Size(); ++i)
-        if (requests.value[i].isObject()) vRequests.push_back(requests.Element(i));
-    for (const Node& request : vRequests) {
-        pLast = &vRequests.back();
-        if (&request != pLast)
-            m_report.AtValue(
-                request, {Severity::WARNING, "no-effect", "the request has no effect: a later one takes its place"});
-        else if (request.Member("action").Text().empty() && !m_report.IsDoubted(request.Member("action")))
+    bool bLast = true;
+    for (Json::ArrayIndex i = requests.Size(); i > 0; --i) {
+        const Node request = requests.Element(i - 1);
+        if (!request.value.isObject()) continue;
+        if (!std::exchange(bLast, false))
+            m_report.AtValue(request, ::NoEffect("the request", "a later one takes its place"));
+        else
             m_report.AtMissing(request, "action", "no-action", "the request", "code -1");
     }
 }
 
-void CReplyEffects::NoCommand(const Node& commands)
-{
-    if (m_report.IsDoubted(commands) || m_report.IsDoubted(m_rsp.Member("stat"))) return;
-    const Remark stRemark{Severity::ERROR, "no-command", "the reply is refused: it holds no command"};
-    if (commands.value.isNull())
-        m_report.AtValue(m_rsp, stRemark);
-    else
-        m_report.AtValue(commands, stRemark);
-}
-
-bool CReplyEffects::IsDomain(std::string_view szWord) const
+bool CReplyEffects::AreDomainsDoubted() const
 {
     const Node domains = m_rsp.Member("domain");
-    return domains.Size() == 1 && domains.Element(0).Text() == szWord;
+    bool bDoubted = m_report.IsDoubted(domains);
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) bDoubted = bDoubted || m_report.IsDoubted(domains.Element(i));
+    return bDoubted;
 }
 
 void CReplyEffects::Flow(const Node& commands)
 {
-    if (IsHandOver(m_rsp, m_report)) return;
-    const Node domains = m_rsp.Member("domain");
-    const Node action = ActionOf(commands.Element(0), m_report);
+    if (IsHandOver(m_rsp, m_vDomains, m_report)) return;
+    const Node action = ActionIn(commands.Element(0), m_report);
     const std::string strAction = action.Text();
 
-    const bool bFailedSearch = strAction == "search_failed" && IsDomain("tvcontrol");
+    const bool bFailedSearch = strAction == "search_failed" && m_vDomains == Texts{"tvcontrol"};
     if (!bFailedSearch) Requests();
     if (bFailedSearch) {
         for (const char* szKey : {"displaycontrol", "tvcontent"})
             NoEffect(szKey, "after a failed search the application searches by itself");
     } else if (strAction == "display_content" || strAction == "search_failed") {
         const char* szDomains = strAction == "display_content" ? "two or more domains" : "the one domain \"tvcontrol\"";
-        if (!m_report.IsDoubted(domains))
+        if (!AreDomainsDoubted())
             m_report.AtValue(action, {Severity::ERROR, "wrong-domains",
                                       Quoted(strAction) + " counts only with " + szDomains + ": no match, code 0"});
         return;
@@ -119,18 +109,24 @@ void CReplyEffects::Flow(const Node& commands)
 
 }  // namespace
 
-bool IsHandOver(const Node& rsp, const CReport& report)
+Texts DomainsOf(const Node& rsp)
 {
-    const Node commands = rsp.Member("tvcontrol");
     const Node domains = rsp.Member("domain");
-    std::size_t nDomains = 0;
-    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) nDomains += domains.value[i].isString() ? 1 : 0;
-    if (nDomains < 2 || commands.Size() == 0) return false;
-    return ActionOf(commands.Element(0), report).Text() == "display_content";
+    Texts vDomains;
+    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i)
+        if (domains.value[i].isString()) vDomains.push_back(domains.Element(i).Text());
+    return vDomains;
 }
 
-void CheckReplyEffects(const Node& document, CReport& report)
+bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report)
+{
+    const Node commands = rsp.Member("tvcontrol");
+    return vDomains.size() > 1 && commands.Size() > 0 &&
+           ActionIn(commands.Element(0), report).Text() == "display_content";
+}
+
+void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report)
 {
     const Node rsp = document.Member("rsp");
-    if (!report.IsDoubted(rsp)) CReplyEffects(rsp, report).Check();
+    if (!report.IsDoubted(rsp)) CReplyEffects(rsp, vDomains, report).Check();
 }

@@ -4,12 +4,16 @@
 
 #include "findings/Report.h"
 
-// The document is an object whose shape was checked before with the same report.
-void CheckReplyEffects(const Node& document, CReport& report);
-void CheckSchemaEffects(const Node& document, CReport& report);
+using Texts = std::vector<std::string>;
 
-// Whether the reply hands its search over to the application, which reads what was found by itself. Not when the
-// domains are those of an earlier reply.
-bool IsHandOver(const Node& rsp, const CReport& report);
+// The reply's own domains. When it says nothing of any, those that were there before it count.
+Texts DomainsOf(const Node& rsp);
+
+// The document is an object whose shape was checked before with the same report; `vDomains` are those that count.
+void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report);
+void CheckSchemaEffects(const Node& document, const Texts& vDomains, CReport& report);
+
+// Whether the reply hands its search over to the application, which reads what was found by itself.
+bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report);
 
 #endif

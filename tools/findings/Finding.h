@@ -7,7 +7,7 @@
 
 enum class Severity {
     NOTE,     // harmless, but worth knowing
-    WARNING,  // has no effect
+    WARNING,  // what its author wrote has no effect, or is legal and surely not meant so: other readers may refuse it
     ERROR,    // the document is refused, or what its author wrote is lost or misread
 };
 
@@ -31,6 +31,14 @@ struct Finding {
     std::size_t nOther = kNoOther;  // where another value stands that the text speaks of; kNoOther: of none
     std::size_t nOtherLine = 0;
     std::size_t nOtherColumn = 0;
+    bool bOneLine = false;  // the whole text is a line, of which the line's number says nothing
+
+    // So many bytes stand before the text that was looked at.
+    void Shift(std::size_t nBefore)
+    {
+        nOffset += nBefore;
+        if (nOther != kNoOther) nOther += nBefore;
+    }
 
     static constexpr std::size_t kNoOther = static_cast<std::size_t>(-1);
 };

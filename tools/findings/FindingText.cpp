@@ -34,15 +34,39 @@ std::string OtherPlace(const Finding& stFinding)
            std::to_string(stFinding.nOtherColumn) + ')';
 }
 
+// What would end a part of GitHub's line as a percent sign and its code.
+std::string Escaped(std::string strText, const char* szEnds)
+{
+    constexpr const char* kHex = "0123456789ABCDEF";
+    for (std::size_t n = 0; (n = strText.find_first_of(szEnds, n)) != std::string::npos; n += 3)
+        strText.replace(n, 1, {'%', kHex[strText[n] >> 4], kHex[strText[n] & 0xF]});
+    return strText;
+}
+
+std::string Sentence(const Finding& stFinding)
+{
+    return stFinding.strText + OtherPlace(stFinding) +
+           (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion);
+}
+
 }  // namespace
 
 std::string FindingLine(const std::string& strFile, const Finding& stFinding, const CPaint& paint)
 {
     const std::string strPlace = Host::Printable(strFile) + ':' + std::to_string(stFinding.nLine) + ':' +
                                  std::to_string(stFinding.nColumn) + ": ";
-    return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + stFinding.strText +
-           OtherPlace(stFinding) + (stFinding.strSuggestion.empty() ? "" : "; " + stFinding.strSuggestion) +
-           paint.Faint(" [" + stFinding.strCode + ']') + '\n';
+    const bool bPointer = stFinding.bOneLine && !stFinding.strPointer.empty();
+    return strPlace + paint.Title(SeverityWord(stFinding.eSeverity)) + ": " + Sentence(stFinding) +
+           (bPointer ? " (" + Shown(stFinding.strPointer) + ')' : "") + paint.Faint(" [" + stFinding.strCode + ']') +
+           '\n';
+}
+
+std::string FindingGithub(const std::string& strFile, const Finding& stFinding)
+{
+    const char* szKind = stFinding.eSeverity == Severity::NOTE ? "notice" : SeverityWord(stFinding.eSeverity);
+    return std::string("::") + szKind + " file=" + Escaped(Host::Printable(strFile), "%:,") +
+           ",line=" + std::to_string(stFinding.nLine) + ",col=" + std::to_string(stFinding.nColumn) +
+           ",title=" + stFinding.strCode + "::" + Escaped(Sentence(stFinding), "%") + '\n';
 }
 
 std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, const CPaint& paint)
@@ -81,7 +105,5 @@ std::string FindingJson(const std::string& strFile, const Finding& stFinding)
     object["suggestion"] = stFinding.strSuggestion;
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
-    std::string strLine = Json::writeString(builder, object);
-    for (std::size_t n = 0; (n = strLine.find('\x7F', n)) != std::string::npos;) strLine.replace(n, 1, "\\u007f");
-    return strLine + '\n';
+    return EscapedInJson(Json::writeString(builder, object)) + '\n';
 }

@@ -9,11 +9,9 @@
 namespace
 {
 
-void NoEffect(const Node& object, std::string_view szKey, const std::string& strWhy, CReport& report)
-{
-    if (!object.Has(szKey) || report.IsDoubted(object.Member(szKey))) return;
-    report.AtKey(object, szKey, {Severity::WARNING, "no-effect", Quoted(szKey) + " has no effect: " + strWhy});
-}
+// The size codes that the set prefers: of a movie or TV show that for a screen of 1080 lines, of an application none.
+constexpr int kVideoSize = 57;
+constexpr int kNoSize = -1;
 
 // Which picture an application gets depends on its flag.
 void CheckAppPoster(const Node& appInfo, CReport& report)
@@ -21,19 +19,16 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const Node flag = appInfo.Member("premium_flag");
     const Node poster = appInfo.Member("poster");
     const std::string strFlag = flag.Text();
-    const bool bBoth = strFlag == "ps";
     if (report.IsDoubted(flag) || !poster.value.isObject()) return;
-    if (strFlag.empty()) {
-        NoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"", report);
-        return;
-    }
+    if (strFlag.empty())
+        return report.KeyHasNoEffect(appInfo, "poster", "it takes a \"premium_flag\" of \"s\", \"p\" or \"ps\"");
     const char* szTaken = strFlag == "s" ? "images" : "images4premium";
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
-        NoEffect(poster, szOther, std::string("the flag is ") + Quoted(strFlag) + ", which takes " + Quoted(szTaken),
-                 report);
-    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), "apps", report);
-    if (bBoth && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), "apps", report);
+        report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
+    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), kNoSize, report);
+    if (strFlag == "ps" && poster.Member(szOther).value.isObject())
+        CheckPoster(poster.Member(szOther), kNoSize, report);
 }
 
 void CheckApp(const Node& item, CReport& report)
@@ -48,28 +43,20 @@ void CheckApp(const Node& item, CReport& report)
     CheckAppPoster(appInfo, report);
 }
 
-void CheckVideo(const Node& item, const std::string& strType, CReport& report)
-{
-    if (strType == "tvshow") NoEffect(item, "season", "the record's season is 0 whatever it holds", report);
-    const Node images = item.Member("poster").Member("images");
-    if (images.value.isObject()) CheckPoster(images, strType.c_str(), report);
-}
-
 void CheckItem(const Node& item, CReport& report)
 {
     const Node type = item.Member("type");
     const std::string strType = type.Text();
     const Description::Kind* pKind = Description::kItem.KindOf(strType);
     if (report.IsDoubted(type)) return;
-    if (pKind == nullptr)
-        report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
-    else if (!pKind->bOffered)
-        report.AtValue(type, {Severity::WARNING, "not-offered",
-                              "the item has no effect: " + Quoted(strType) + " items are not offered to the viewer"});
-    else if (strType == "apps" || strType == "app")
-        CheckApp(item, report);
-    else
-        CheckVideo(item, strType, report);
+    if (pKind == nullptr) return report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
+    if (!pKind->bOffered)
+        return report.AtValue(
+            type, NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));
+    if (strType == "apps" || strType == "app") return CheckApp(item, report);
+    if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
+    const Node images = item.Member("poster").Member("images");
+    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
 }
 
 }  // namespace

@@ -6,6 +6,10 @@
 #include <cctype>
 #include <limits>
 
+#include "findings/Actions.h"
+#include "findings/Check.h"
+#include "findings/Description.h"
+
 namespace
 {
 
@@ -14,25 +18,14 @@ using Description::Kind;
 using Description::Object;
 using Description::Type;
 
-Json::Value Types(std::initializer_list<const char*> vTypes)
-{
-    Json::Value list(Json::arrayValue);
-    for (const char* szType : vTypes) list.append(szType);
-    return list;
-}
+// The types of JSON that a plain value may have, by Type.
+constexpr const char* kTypes[][3] = {
+    {"string"}, {"integer"}, {"boolean"}, {"string", "integer"}, {"string", "number", "boolean"}};
 
 void LimitIntegers(Json::Value& schema)
 {
     schema["minimum"] = std::numeric_limits<int>::min();
     schema["maximum"] = std::numeric_limits<int>::max();
-}
-
-// An object that is one, or a text that holds something.
-void Need(Json::Value& schema)
-{
-    const bool bText = schema.isMember("type");  // else it is a reference to an object
-    if (!bText) schema["type"] = "object";
-    if (bText) schema["minLength"] = 1;
 }
 
 // The text as it stands, or one that differs in more than case and blanks.
@@ -55,10 +48,31 @@ Json::Value Exactly(std::string_view szExact)
     return list;
 }
 
+// Of the commands that cannot do without parameters: one of those that the action takes, unless "params" name another
+// action.
+Json::Value NeededParams()
+{
+    using namespace CADataRepository;
+    Json::Value rules(Json::arrayValue);
+    for (const ActionRow& stRow : kActionRows) {
+        if (!stRow.Has(NEEDS_PARAMS)) continue;
+        Json::Value rule;
+        rule["if"]["required"].append("action");
+        rule["if"]["properties"]["action"]["const"] = std::string(WordOf(kActionWords, stRow.eCode));
+        rule["then"]["required"].append("params");
+        Json::Value& one = rule["then"]["properties"]["params"]["contains"]["anyOf"];
+        for (const char* szKey : {stRow.vKeys[0], stRow.vKeys[1], "action"})
+            if (szKey != nullptr) one.append(Json::objectValue)["required"].append(szKey);
+        rules.append(rule);
+    }
+    return rules;
+}
+
 class CJsonSchema
 {
 public:
     explicit CJsonSchema(const Object& stObject);
+    void MakeTurn();  // of a line of a conversation whose replies are the objects
     std::string Text() const;
 
 private:
@@ -71,6 +85,23 @@ private:
     Json::Value m_root;
 };
 
+// Of a part of the record, with a value of it as example.
+Json::Value Expectation(const Json::Value& example)
+{
+    Json::Value schema;
+    const bool bNumber = example.isNumeric();
+    schema["type"] = example.isObject()  ? "object"
+                     : example.isArray() ? "array"
+                     : bNumber           ? "integer"
+                     : example.isBool()  ? "boolean"
+                                         : "string";
+    if (!example.isObject()) return schema;
+    schema["additionalProperties"] = false;
+    for (const std::string& strName : example.getMemberNames())
+        schema["properties"][strName] = Expectation(example[strName]);
+    return schema;
+}
+
 CJsonSchema::CJsonSchema(const Object& stObject)
 {
     m_root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
@@ -78,6 +109,23 @@ CJsonSchema::CJsonSchema(const Object& stObject)
     m_root["$defs"] = Json::objectValue;
     m_root["$ref"] = Reference(stObject)["$ref"];
     m_root["type"] = "object";
+}
+
+void CJsonSchema::MakeTurn()
+{
+    Json::Value text;
+    text["type"] = "string";
+    m_root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
+    Json::Value& members = m_root["properties"];
+    members["name"] = members["comment"] = members["utterance"] = text;
+    members["utterance"]["minLength"] = 1;
+    members["reply"]["anyOf"].append(text);
+    Json::Value& object = members["reply"]["anyOf"].append(Json::objectValue);
+    object["$ref"] = m_root["$ref"];
+    object["type"] = "object";
+    members["expect"] = Expectation(OutcomeNames());
+    m_root.removeMember("$ref");
+    for (const char* szName : {"utterance", "reply"}) m_root["required"].append(szName);
 }
 
 std::string CJsonSchema::Text() const
@@ -100,11 +148,17 @@ void CJsonSchema::Define(const Object& stObject)
     Json::Value definition;
     m_root["$defs"][stObject.szName] = definition;  // the place is taken before its parts are defined
     definition["description"] = stObject.szComment;
-    definition["type"] = Types({"object", "null"});
+    for (const char* szType : {"object", "null"}) definition["type"].append(szType);
+    Json::Value needed;
     for (const Key& stKey : stObject) {
         definition["properties"][std::string(stKey.szName)] = Property(stKey);
-        if (stKey.bNeeded && stKey.eType == Type::OBJECT) definition["required"].append(std::string(stKey.szName));
+        if (stKey.bNeeded) needed.append(std::string(stKey.szName));
     }
+    const bool bMayFail = stObject.Find("stat") != nullptr && !needed.isNull();  // a failure needs nothing
+    if (bMayFail) definition["if"]["required"].append("stat");
+    if (bMayFail) definition["if"]["properties"]["stat"]["const"] = "fail";
+    if (!needed.isNull()) (bMayFail ? definition["else"] : definition)["required"] = needed;
+    if (stObject.Find("intent") != nullptr) definition["allOf"] = NeededParams();
     if (stObject.pKinds == nullptr)
         definition["additionalProperties"] = false;
     else
@@ -129,39 +183,25 @@ void CJsonSchema::Kinds(const Object& stObject, Json::Value& definition)
 Json::Value CJsonSchema::Property(const Key& stKey)
 {
     Json::Value schema;
-    switch (stKey.eType) {
-        case Type::TEXT:
-            schema["type"] = Types({"string", "null"});
-            break;
-        case Type::INTEGER:
-            schema["type"] = Types({"integer", "null"});
-            LimitIntegers(schema);
-            break;
-        case Type::BOOLEAN:
-            schema["type"] = Types({"boolean", "null"});
-            break;
-        case Type::TEXT_OR_INTEGER:
-            schema["type"] = Types({"string", "integer", "null"});
-            LimitIntegers(schema);
-            break;
-        case Type::SCALAR:
-            schema["type"] = Types({"string", "number", "boolean", "null"});
-            break;
-        case Type::ANYTHING:
-            schema["deprecated"] = true;
-            break;
-        case Type::OBJECT:
-            schema = Reference(*stKey.pObject);
-            break;
-        default:
-            schema["type"] = Types({"array", "null"});
-            schema["items"] = Element(stKey);
-    }
-    if (stKey.bNeeded) Need(schema);
+    const bool bPlain = stKey.eType <= Type::SCALAR;
+    const bool bList = stKey.eType > Type::OBJECT;
+    if (bPlain)
+        for (const char* szType : kTypes[static_cast<std::size_t>(stKey.eType)])
+            if (szType != nullptr) schema["type"].append(szType);
+    if (stKey.eType == Type::INTEGER || stKey.eType == Type::TEXT_OR_INTEGER) LimitIntegers(schema);
+    if (stKey.eType == Type::ANYTHING) schema["deprecated"] = true;
+    if (stKey.eType == Type::OBJECT) schema = Reference(*stKey.pObject);
+    if (bList) schema["type"].append("array");
+    if (bList) schema["items"] = Element(stKey);
+    if (!stKey.bNeeded && (bPlain || bList)) schema["type"].append("null");
+    if (stKey.bNeeded && stKey.eType == Type::OBJECT) schema["type"] = "object";
+    if (stKey.bNeeded && stKey.eType == Type::TEXT) schema["minLength"] = 1;
+    if (stKey.bNeeded && bList) schema["minItems"] = 1;
+    if (stKey.bDecimal) schema["pattern"] = "^[-+]?[0-9]+$";
     if (!stKey.szExact.empty()) schema["anyOf"] = Exactly(stKey.szExact);
     if (stKey.pWords != nullptr) {
         for (const std::string_view szWord : stKey.pWords()) schema["enum"].append(std::string(szWord));
-        schema["enum"].append(Json::nullValue);
+        if (!stKey.bNeeded) schema["enum"].append(Json::nullValue);
     }
     schema["description"] = stKey.szComment;
     return schema;
@@ -184,7 +224,9 @@ Json::Value CJsonSchema::Element(const Key& stKey)
 
 }  // namespace
 
-std::string JsonSchemaOf(const Object& stObject)
+std::string JsonSchemaOf(const std::string& strDocument)
 {
-    return CJsonSchema(stObject).Text();
+    CJsonSchema schema(strDocument == "search" ? Description::kSearchSchema : Description::kReply);
+    if (strDocument == "conversation") schema.MakeTurn();
+    return schema.Text();
 }

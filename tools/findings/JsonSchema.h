@@ -4,9 +4,8 @@
 
 #include <string>
 
-#include "findings/Description.h"
-
-// A document of the draft 2020-12, over several lines.
-std::string JsonSchemaOf(const Description::Object& stObject);
+// Of a "reply", a "search" schema document or a line of a "conversation": a document of the draft 2020-12, over several
+// lines.
+std::string JsonSchemaOf(const std::string& strDocument);
 
 #endif

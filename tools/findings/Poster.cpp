@@ -1,56 +1,82 @@
-// Has the library finish the address and compares it with what the template says.
+// Finishes the address as the library does, and compares it with what the template says.
 #include "findings/Poster.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cstdlib>
+#include <cstdio>
 #include <cstring>
 
-#include "CAParseJson.h"
-#include "CAPosterFormat.h"
-#include "CAUtil.h"
-#include "session/LogTap.h"
 #include "text/Text.h"
 
 namespace
 {
 
-std::string Finished(const Json::Value& images, const char* szKind)
-{
-    const CLogQuiet quiet;
-    CADataRepository::_Poster stPoster;
-    CCAParsePacket().t_ParsePoster(szKind, images, stPoster);
-    return stPoster.szUrl;
-}
-
-// The size code that the library takes: it fills a template that is long enough for any.
-int SizeCode(const Json::Value& images, const char* szKind)
-{
-    Json::Value probe;
-    probe["index"] = images["index"];
-    probe["url"] = "%d" + std::string(20, ' ');
-    return static_cast<int>(std::strtol(Finished(probe, szKind).c_str(), nullptr, 10));
-}
-
-// The template with the size code, as long as it gets.
-std::string Filled(const std::string& strTemplate, int nSize)
-{
-    constexpr std::size_t kWidest = 2048;  // width and precision have three digits at most
-    const CLogQuiet quiet;
-    std::string strUrl(strTemplate.size() + kWidest, '\0');
-    CCAUtil::VsnPrint(strUrl.data(), static_cast<int>(strUrl.size()), strTemplate.c_str(), nSize);
-    strUrl.resize(std::strlen(strUrl.c_str()));
-    return strUrl;
-}
-
+constexpr std::size_t kNowhere = std::string_view::npos;
 constexpr std::string_view kIntegers = "diu";  // conversions that write a size code as it is
+
+// The size code that the library takes: the preferred one when it is on offer, else the first, else 0.
+int SizeCode(const Node& index, int nPreferred)
+{
+    const auto IsPreferred = [nPreferred](const Json::Value& size) { return size.isInt() && size == nPreferred; };
+    if (std::any_of(index.value.begin(), index.value.end(), IsPreferred)) return nPreferred;
+    return index.Size() == 0 ? 0 : index.Element(0).Number();
+}
+
+// How long the conversion of an int is that stands at the start; 0 when none does, or one that the library refuses.
+std::size_t ConversionLength(std::string_view szText)
+{
+    constexpr std::string_view kDigits = "0123456789";
+    const auto Behind = [szText](std::string_view szSet, std::size_t n) {
+        return std::min(szText.find_first_not_of(szSet, n), szText.size());
+    };
+    const std::size_t nFlags = Behind("-+ #0", 0);
+    const std::size_t nWidth = Behind(kDigits, nFlags);
+    const std::size_t nPoint = nWidth + (szText.substr(nWidth, 1) == "." ? 1 : 0);
+    const std::size_t nPrecision = nPoint == nWidth ? nWidth : Behind(kDigits, nPoint);
+    const std::size_t nLetter = Behind("h", nPrecision);
+    const bool bShort = nWidth - nFlags <= 3 && nPrecision - nPoint <= 3 && nLetter - nPrecision <= 2;
+    const bool bInteger = nLetter < szText.size() && std::string_view("diouxX").find(szText[nLetter]) != kNowhere;
+    return bShort && bInteger ? nLetter + 1 : 0;
+}
 
 // What follows the first '%' that stands for a conversion; empty when none does.
 std::string_view Conversion(std::string_view szTemplate)
 {
     std::size_t n = szTemplate.find('%');
-    while (n != std::string_view::npos && n + 1 < szTemplate.size() && szTemplate[n + 1] == '%')
-        n = szTemplate.find('%', n + 2);
-    return n == std::string_view::npos ? std::string_view() : szTemplate.substr(n + 1);
+    while (n != kNowhere && n + 1 < szTemplate.size() && szTemplate[n + 1] == '%') n = szTemplate.find('%', n + 2);
+    return n == kNowhere ? std::string_view() : szTemplate.substr(n + 1);
+}
+
+// Whether the library fills the template: at most one conversion, which is of an int, and "%%" for percent signs.
+bool IsUsable(std::string_view szTemplate)
+{
+    bool bConversion = false;
+    for (std::size_t n = 0; (n = szTemplate.find('%', n)) != kNowhere;) {
+        const bool bPercent = szTemplate.substr(n + 1, 1) == "%";
+        const std::size_t nLength = bPercent ? 1 : ConversionLength(szTemplate.substr(n + 1));
+        if (nLength == 0 || (bConversion && !bPercent)) return false;
+        bConversion = bConversion || !bPercent;
+        n += 1 + nLength;
+    }
+    return true;
+}
+
+// The template with the size code, as long as it gets.
+std::string Filled(const std::string& strTemplate, int nSize)
+{
+    constexpr std::size_t kWidest = 2048;                    // width and precision have three digits at most
+    if (!IsUsable(strTemplate)) return strTemplate.c_str();  // it ends at a NUL, as when it is filled
+    std::string strUrl(strTemplate.size() + kWidest, '\0');
+    static_cast<void>(std::snprintf(strUrl.data(), strUrl.size(), strTemplate.c_str(), nSize));
+    return strUrl.c_str();
+}
+
+// The address must be shorter than its template, but the common endings get their last letter back.
+std::string Cut(std::string strUrl, std::size_t nTemplate)
+{
+    strUrl.resize(std::min(strUrl.size(), nTemplate - 1));
+    const std::string_view szEnd = std::string_view(strUrl).substr(std::max<std::size_t>(strUrl.size(), 2) - 2);
+    return strUrl.size() > 2 && (szEnd == "pn" || szEnd == "jp") ? strUrl + 'g' : strUrl;
 }
 
 // Whether a size code was to be put in. What could be an escaped character of an address, as in "%20" and "caf%c3%a9",
@@ -60,7 +86,7 @@ bool HasSize(std::string_view szTemplate)
     for (std::string_view szRest = Conversion(szTemplate); !szRest.empty(); szRest = Conversion(szRest)) {
         if (szRest.size() > 2 && szRest[0] == '0' && szRest[1] >= '1' && szRest[1] <= '9') szRest.remove_prefix(2);
         const bool bEscape = szRest.size() > 1 && std::isxdigit(static_cast<unsigned char>(szRest[1])) != 0;
-        if (kIntegers.find(szRest[0]) != std::string_view::npos && !bEscape) return true;
+        if (kIntegers.find(szRest[0]) != kNowhere && !bEscape) return true;
     }
     return false;
 }
@@ -69,17 +95,17 @@ bool HasSize(std::string_view szTemplate)
 bool IsOdd(std::string_view szConversion)
 {
     const std::size_t nLetter = szConversion.find_first_not_of("-+ #.0123456789h");
-    return nLetter == std::string_view::npos || kIntegers.find(szConversion[nLetter]) == std::string_view::npos ||
-           szConversion.substr(0, nLetter).find_first_of("-+ #") != std::string_view::npos;
+    return nLetter == kNowhere || kIntegers.find(szConversion[nLetter]) == kNowhere ||
+           szConversion.substr(0, nLetter).find_first_of("-+ #") != kNowhere;
 }
 
 // Whether somebody meant another way of writing the place of the size code: {size}, or %%d.
 bool HasOtherPlace(std::string_view szTemplate)
 {
     const std::size_t nBrace = szTemplate.find('{');
-    if (nBrace != std::string_view::npos && szTemplate.find('}', nBrace) != std::string_view::npos) return true;
-    for (std::size_t n = 0; (n = szTemplate.find("%%", n)) != std::string_view::npos; n += 2)
-        if (n + 2 < szTemplate.size() && kIntegers.find(szTemplate[n + 2]) != std::string_view::npos) return true;
+    if (nBrace != kNowhere && szTemplate.find('}', nBrace) != kNowhere) return true;
+    for (std::size_t n = 0; (n = szTemplate.find("%%", n)) != kNowhere; n += 2)
+        if (n + 2 < szTemplate.size() && kIntegers.find(szTemplate[n + 2]) != kNowhere) return true;
     return false;
 }
 
@@ -94,7 +120,7 @@ std::string WithoutDoubledSlash(std::string strUrl)
 // What is wrong with a template beside a list of sizes, before its length counts. Empty when nothing is.
 std::string WrongTemplate(const std::string& strTemplate, const std::string& strUrl)
 {
-    if (!CAPosterFormat::IsUsable(strTemplate))
+    if (!IsUsable(strTemplate))
         return std::string("this is no template that can be filled, and is taken as it stands") +
                (strUrl == strTemplate ? "" : ", less what is cut off its end");
     const std::string_view szConversion = Conversion(strTemplate);
@@ -105,7 +131,7 @@ std::string WrongTemplate(const std::string& strTemplate, const std::string& str
 
 }  // namespace
 
-void CheckPoster(const Node& images, const char* szKind, CReport& report)
+void CheckPoster(const Node& images, int nPreferred, CReport& report)
 {
     const Node url = images.Member("url");
     const Node index = images.Member("index");
@@ -114,9 +140,11 @@ void CheckPoster(const Node& images, const char* szKind, CReport& report)
     if (strTemplate.empty() && index.Size() > 0)
         report.AtMissing(images, "url", "poster-no-url", "the picture", "there is no address");
     if (strTemplate.empty()) return;
-    const std::string strUrl = Finished(images.value, szKind);
-    const std::string strResult = ": the address becomes " + Quoted(strUrl);
     const bool bIndex = index.value.isArray();
+    const int nSize = bIndex ? SizeCode(index, nPreferred) : 0;
+    const std::string strMeant = bIndex ? Filled(strTemplate, nSize) : strTemplate;
+    const std::string strUrl = WithoutDoubledSlash(bIndex ? Cut(strMeant, strTemplate.size()) : strMeant);
+    const std::string strResult = ": the address becomes " + Quoted(strUrl);
 
     if (!bIndex && HasSize(strTemplate))
         return report.AtValue(url, {Severity::ERROR, "poster-unfilled",
@@ -125,9 +153,11 @@ void CheckPoster(const Node& images, const char* szKind, CReport& report)
     if (!strWrong.empty())
         return report.AtValue(
             url, {Severity::ERROR, "poster-plain", strWrong + strResult, "one %d, and %% for a percent sign"});
-    if (bIndex && !Conversion(strTemplate).empty() && index.Size() == 0)
-        report.AtValue(index, {Severity::ERROR, "poster-size", "no size is on offer, so that 0 is taken" + strResult});
-    const std::string strMeant = bIndex ? Filled(strTemplate, SizeCode(images.value, szKind)) : strTemplate;
+    if (bIndex && !Conversion(strTemplate).empty() && (index.Size() == 0 || nSize < 0))
+        report.AtValue(index,
+                       {Severity::ERROR, "poster-size",
+                        (nSize < 0 ? "the size that is taken is negative" : "no size is on offer, so that 0 is taken") +
+                            strResult});
     if (strUrl == strMeant) return;
     if (strUrl == WithoutDoubledSlash(strMeant))
         return report.AtValue(

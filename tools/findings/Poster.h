@@ -4,8 +4,8 @@
 
 #include "findings/Report.h"
 
-// `images` is an object that the library finishes an address from, of an item of the kind `szKind` as the library
-// calls it there.
-void CheckPoster(const Node& images, const char* szKind, CReport& report);
+// `images` is an object that the library finishes an address from; `nPreferred` the size code that it takes when it is
+// on offer.
+void CheckPoster(const Node& images, int nPreferred, CReport& report);
 
 #endif

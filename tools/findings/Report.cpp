@@ -11,8 +11,15 @@ namespace
 
 constexpr std::size_t kMostFindings = 10000;
 
-// A key as a step of a JSON pointer.
-std::string Step(std::string_view szKey)
+Span SpanOf(const Json::Value& value)
+{
+    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
+    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
+}
+
+}  // namespace
+
+std::string PointerStep(std::string_view szKey)
 {
     std::string strStep = "/";
     for (const char c : szKey) {
@@ -26,18 +33,10 @@ std::string Step(std::string_view szKey)
     return strStep;
 }
 
-Span SpanOf(const Json::Value& value)
-{
-    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
-    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
-}
-
-}  // namespace
-
 Node Node::Member(std::string_view szKey) const
 {
     const Json::Value* pValue = value.isObject() ? value.find(szKey.data(), szKey.data() + szKey.size()) : nullptr;
-    return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + Step(szKey)};
+    return {pValue == nullptr ? Json::Value::nullSingleton() : *pValue, strPointer + PointerStep(szKey)};
 }
 
 Node Node::Element(Json::ArrayIndex n) const
@@ -52,10 +51,15 @@ std::string Node::Text() const
     return value.getString(&pBegin, &pEnd) ? std::string(pBegin, pEnd) : std::string();
 }
 
+int Node::Number() const
+{
+    return !value.isString() && value.isConvertibleTo(Json::intValue) ? value.asInt() : 0;
+}
+
 void CReport::AtKey(const Node& object, std::string_view szKey, Remark stRemark)
 {
     const auto nObject = static_cast<std::size_t>(object.value.getOffsetStart());
-    At(m_places.Key(nObject, szKey), object.strPointer + Step(szKey), std::move(stRemark));
+    At(m_places.Key(nObject, szKey), object.strPointer + PointerStep(szKey), std::move(stRemark));
 }
 
 void CReport::AtValue(const Node& node, Remark stRemark)
@@ -73,11 +77,28 @@ void CReport::At(Span stSpan, const std::string& strPointer, Remark stRemark)
                            std::move(stRemark.strText), std::move(stRemark.strSuggestion), stRemark.nOther});
 }
 
+Remark NoEffect(const std::string& strWhat, const std::string& strWhy, const char* szCode)
+{
+    return {Severity::WARNING, szCode, strWhat + " has no effect: " + strWhy};
+}
+
+void CReport::KeyHasNoEffect(const Node& object, std::string_view szKey, const std::string& strWhy)
+{
+    if (object.Has(szKey) && !IsDoubted(object.Member(szKey))) AtKey(object, szKey, NoEffect(Quoted(szKey), strWhy));
+}
+
+bool CReport::IsDoubted(const Node& node) const
+{
+    if (m_setDoubted.count(node.strPointer) > 0) return true;
+    return node.value.isNull() && m_setElsewhere.count(node.strPointer.substr(node.strPointer.rfind('/') + 1)) > 0;
+}
+
 void CReport::AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
                         const std::string& strOutcome)
 {
     const Node member = object.Member(szKey);
-    const bool bEmpty = member.value.isString();
+    const bool bEmpty = !member.value.isNull();
+    if (!member.Text().empty() || IsDoubted(member)) return;
     AtValue(bEmpty ? member : object,
             {Severity::ERROR, szCode,
              (bEmpty ? Quoted(szKey) + " is empty: " : strObject + " has no " + Quoted(szKey) + ": ") + strOutcome});
@@ -99,6 +120,8 @@ std::string_view CReport::Source(const Json::Value& value) const
 std::vector<Finding> CReport::Take()
 {
     Locate(m_szText, m_vFindings);
+    const bool bOneLine = m_szText.find('\n') >= m_szText.find_last_not_of(" \t\r\n") + 1;
+    for (Finding& stFinding : m_vFindings) stFinding.bOneLine = bOneLine;
     return std::exchange(m_vFindings, {});
 }
 

@@ -22,8 +22,12 @@ struct Node {
     bool Has(std::string_view szKey) const { return !Member(szKey).value.isNull(); }
     Json::ArrayIndex Size() const { return value.isArray() ? value.size() : 0; }
     std::string Text() const;  // empty when it is no text
+    int Number() const;        // as the library reads anything where the type does not count
     bool IsInt(std::string_view szKey) const { return Member(szKey).value.isInt(); }
 };
+
+// A key as a step of a JSON pointer.
+std::string PointerStep(std::string_view szKey);
 
 // What a finding says, without its place.
 struct Remark {
@@ -33,6 +37,9 @@ struct Remark {
     std::string strSuggestion = {};
     std::size_t nOther = Finding::kNoOther;  // another place that it speaks of, in bytes of the text
 };
+
+// That `strWhat` has no effect.
+Remark NoEffect(const std::string& strWhat, const std::string& strWhy, const char* szCode = "no-effect");
 
 class CReport
 {
@@ -44,12 +51,18 @@ public:
     void AtValue(const Node& node, Remark stRemark);
     void At(Span stSpan, const std::string& strPointer, Remark stRemark);
 
+    // That a key has no effect, when it is there and not doubted.
+    void KeyHasNoEffect(const Node& object, std::string_view szKey, const std::string& strWhy);
+
     // Remembers that the value at the pointer is not what its author meant: what follows from that is no finding
     // of its own. A value with an error is remembered by itself.
     void Doubt(const std::string& strPointer) { m_setDoubted.insert(strPointer); }
-    bool IsDoubted(const Node& node) const { return m_setDoubted.count(node.strPointer) > 0; }
+    // The same of every value that is missing under this key: it was written elsewhere.
+    void DoubtMissing(std::string_view szKey) { m_setElsewhere.emplace(szKey); }
+    bool IsDoubted(const Node& node) const;
 
-    // What is wrong with the word that decides there: at it when it is an empty text, else at the object without it.
+    // What is wrong with the word that decides there, unless it holds something or is doubted: at it when it is empty,
+    // else at the object without it.
     void AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
                    const std::string& strOutcome);
 
@@ -68,6 +81,7 @@ private:
     const CPlaces& m_places;
     std::vector<Finding> m_vFindings;
     std::set<std::string> m_setDoubted;
+    std::set<std::string> m_setElsewhere;
     std::vector<std::string> m_vForApplication;
 };
 

@@ -31,22 +31,19 @@ void CheckRule(const Node& rule, CReport& report)
             report.AtValue(member, {Severity::ERROR, "no-number",
                                     Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
     }
-    if (rule.Member("rule").Text().empty() && !report.IsDoubted(rule.Member("rule")))
-        report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
+    report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
 }
 
 }  // namespace
 
-void CheckSchemaEffects(const Node& document, CReport& report)
+void CheckSchemaEffects(const Node& document, const Texts& /*vDomains*/, CReport& report)
 {
     const Node rsp = document.Member("rsp");
     const Node schema = rsp.Member("schema");
-    const bool bFail = rsp.Member("stat").Text() == "fail";
-    if ((bFail && rsp.Has("schema")) || (!bFail && rsp.Has("err") && !report.IsDoubted(rsp.Member("stat"))))
-        report.AtKey(rsp, bFail ? "schema" : "err",
-                     {Severity::WARNING, "no-effect",
-                      bFail ? "\"schema\" has no effect: \"stat\" is \"fail\""
-                            : "\"err\" has no effect: it is read only when \"stat\" is \"fail\""});
+    if (rsp.Member("stat").Text() == "fail")
+        report.KeyHasNoEffect(rsp, "schema", "\"stat\" is \"fail\"");
+    else if (!report.IsDoubted(rsp.Member("stat")))
+        report.KeyHasNoEffect(rsp, "err", "it is read only when \"stat\" is \"fail\"");
     std::set<std::string> setMerged;
     for (Json::ArrayIndex i = 0; i < schema.Size(); ++i) {
         const Node entry = schema.Element(i);
@@ -59,7 +56,6 @@ void CheckSchemaEffects(const Node& document, CReport& report)
         if (strCategory.empty())
             report.AtMissing(entry, "category", "no-word", "the entry", "takes over that of the entry before it");
         else if (setMerged.count("others") > 0 || !setMerged.insert(strCategory).second)
-            report.AtValue(entry, {Severity::WARNING, "no-effect",
-                                   "the entry has no effect: its source has been put into the list before"});
+            report.AtValue(entry, NoEffect("the entry", "its source has been put into the list before"));
     }
 }

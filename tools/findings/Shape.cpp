@@ -1,10 +1,12 @@
 // The walk over a document along its description.
 #include "findings/Shape.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 
+#include "findings/Actions.h"
+#include "findings/CommandEffects.h"
 #include "findings/Suggestion.h"
 #include "text/Text.h"
 
@@ -17,31 +19,30 @@ using Description::Reading;
 using Description::Type;
 
 struct TypeWords {
-    Type eType;
-    const char* szWords;    // what is wanted
-    const char* szFilled;   // what a value of another type reads as
-    const char* szSkipped;  // what becomes of an element of another type
+    const char* szWords;   // what is wanted
+    const char* szFilled;  // what a value of another type reads as
+    bool (Json::Value::*fits)() const;
+    const char* szSkipped = nullptr;  // what becomes of an element of another type
 };
 
+// By Type.
 constexpr TypeWords kTypes[] = {
-    {Type::TEXT, "a text", "reads as an empty text", nullptr},
-    {Type::INTEGER, "an integer", "reads as 0", nullptr},
-    {Type::BOOLEAN, "a boolean", "ignored", nullptr},
-    {Type::TEXT_OR_INTEGER, "a text or an integer", "ignored", nullptr},
-    {Type::SCALAR, "a text", "reads as an empty text", nullptr},
-    {Type::ANYTHING, "anything", "", nullptr},
-    {Type::OBJECT, "an object", "reads as an empty object", nullptr},
-    {Type::TEXTS, "a list", "reads as an empty list", "skipped"},
-    {Type::INTEGERS, "a list", "reads as an empty list", "skipped"},
-    {Type::SCALARS, "a list", "reads as an empty list", "reads as an empty text"},
-    {Type::OBJECTS, "a list", "reads as an empty list", "reads as an empty object"},
+    {"a text", "reads as an empty text", &Json::Value::isString},
+    {"an integer", "reads as 0", &Json::Value::isInt},
+    {"a boolean", "ignored", &Json::Value::isBool},
+    {"a text or an integer", "ignored", &Json::Value::isInt},
+    {"a text", "reads as an empty text", &Json::Value::isString},
+    {"anything", "", nullptr},
+    {"an object", "reads as an empty object", &Json::Value::isObject},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "skipped"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "skipped"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "reads as an empty text"},
+    {"a list", "reads as an empty list", &Json::Value::isArray, "reads as an empty object"},
 };
 
 const TypeWords& WordsOf(Type eType)
 {
-    for (const TypeWords& stWords : kTypes)
-        if (stWords.eType == eType) return stWords;
-    return kTypes[0];
+    return kTypes[static_cast<std::size_t>(eType)];
 }
 
 // A number without a fraction, however large.
@@ -57,24 +58,8 @@ bool IsScalar(const Json::Value& value)
 
 bool Fits(const Json::Value& value, Type eType)
 {
-    switch (eType) {
-        case Type::TEXT:
-            return value.isString();
-        case Type::INTEGER:
-            return value.isInt();
-        case Type::BOOLEAN:
-            return value.isBool();
-        case Type::TEXT_OR_INTEGER:
-            return value.isString() || value.isInt();
-        case Type::SCALAR:
-            return value.isString();
-        case Type::ANYTHING:
-            return true;
-        case Type::OBJECT:
-            return value.isObject();
-        default:
-            return value.isArray();
-    }
+    return eType == Type::ANYTHING || (eType == Type::TEXT_OR_INTEGER && value.isString()) ||
+           (value.*WordsOf(eType).fits)();
 }
 
 const char* KindOf(const Json::Value& value)
@@ -87,36 +72,36 @@ const char* KindOf(const Json::Value& value)
     return IsWhole(value) ? "an integer" : "a number with a fraction";
 }
 
-// The key's object further down that has the key `szKey`; null when there is none.
-const Object* OwnerBelow(const Object& stObject, std::string_view szKey, int nLevels)
-{
-    for (const Key& stKey : stObject)
-        if (stKey.pObject != nullptr && stKey.pObject->Find(szKey) != nullptr) return stKey.pObject;
-    for (const Key& stKey : stObject) {
-        const Object* pOwner =
-            stKey.pObject == nullptr || nLevels == 0 ? nullptr : OwnerBelow(*stKey.pObject, szKey, nLevels - 1);
-        if (pOwner != nullptr) return pOwner;
-    }
-    return nullptr;
-}
+struct Owner {
+    const Object* pObject;
+    std::string_view szAt;  // the key that leads there
+};
 
-// Where the key `szKey` of another object near by belongs; empty when there is none.
-std::string Owner(const Object& stObject, std::string_view szKey, const Object* pOuter)
+// The object and what is below it, the nearest first.
+std::vector<Owner> WithParts(const Object& stObject)
 {
-    const Object* pOwner = OwnerBelow(stObject, szKey, 2);
-    if (pOwner == nullptr && pOuter != nullptr && pOuter->Find(szKey) != nullptr) pOwner = pOuter;
-    return pOwner == nullptr ? "" : pOwner->szWhere;
+    std::vector<Owner> vOwners = {{&stObject, ""}};
+    for (std::size_t i = 0; i < vOwners.size(); ++i) {
+        for (const Key& stKey : *vOwners[i].pObject) {
+            if (stKey.pObject == nullptr) continue;
+            vOwners.push_back({stKey.pObject, stKey.szName});
+            for (std::size_t n = 0; n < stKey.pObject->nKinds; ++n)
+                vOwners.push_back({stKey.pObject->pKinds[n].pObject, stKey.szName});
+        }
+    }
+    return vOwners;
 }
 
 class CShapeWalk
 {
 public:
     explicit CShapeWalk(CReport& report) : m_report(report) {}
-    void Members(const Node& object, const Object& stObject, const Object* pOuter);
+    void Members(const Node& object, const Object& stObject);
 
 private:
-    void Unknown(const Node& object, const KeyPlace& stPlace, const Object& stObject, const Object* pOuter);
-    std::string Meant(const Node& object, const std::string& strKey, const Object& stObject, const Object* pOuter);
+    void Unknown(const Node& object, const KeyPlace& stPlace);
+    std::string Meant(const Node& object, const std::string& strKey);
+    std::string Elsewhere(std::string_view szKey, bool bNear);
     std::string Outcome(const Node& node, const std::string& strOutcome) const;
     void Value(const Node& node, const Key& stKey, const Object& stObject);
     void WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome,
@@ -124,61 +109,87 @@ private:
     std::string Mended(const Json::Value& value, Type eType, bool bAnyText) const;
     void Converted(const Node& node, const std::string& strName);
     void Word(const Node& node, const Key& stKey);
-    void Elements(const Node& list, const Key& stKey, const Object& stOuter);
-    void Element(const Node& node, const Key& stKey, const Object& stOuter);
-    void ObjectElement(const Node& node, const std::string& strName, const Object& stObject, const Object& stOuter);
+    void Element(const Node& node, const Key& stKey, bool bFirst);
+    void ObjectElement(const Node& node, const std::string& strName, const Object& stObject);
 
     CReport& m_report;
+    std::vector<const Object*> m_vWithin;    // from the document to the object whose members are looked at
+    CADataRepository::ActionRow m_stAction;  // of the last command
 };
 
-void CShapeWalk::Members(const Node& object, const Object& stObject, const Object* pOuter)
+void CShapeWalk::Members(const Node& object, const Object& stObject)
 {
     std::map<std::string_view, std::size_t> mapSeen;
     const auto nStart = static_cast<std::size_t>(object.value.getOffsetStart());
+    m_vWithin.push_back(&stObject);
+    if (stObject.Find("intent") != nullptr) m_stAction = RowOf(ActionIn(object, m_report).Text());
     for (const KeyPlace& stPlace : m_report.Places().Keys(nStart)) {
         const Node member = object.Member(stPlace.strKey);
         const Key* pKey = stObject.Find(stPlace.strKey);
         const auto [itFirst, bFirst] = mapSeen.emplace(stPlace.strKey, stPlace.stSpan.nStart);
-        if (!bFirst) {
+        if (!bFirst)
             m_report.At(stPlace.stSpan, member.strPointer,
                         {Severity::ERROR, "duplicate-key",
                          Quoted(stPlace.strKey) + " stands here again: the value before is lost", "", itFirst->second});
-            continue;
-        }
-        if (pKey == nullptr)
-            Unknown(object, stPlace, stObject, pOuter);
+        else if (pKey == nullptr)
+            Unknown(object, stPlace);
         else if (!member.value.isNull())
             Value(member, *pKey, stObject);
     }
+    m_vWithin.pop_back();
 }
 
-void CShapeWalk::Unknown(const Node& object, const KeyPlace& stPlace, const Object& stObject, const Object* pOuter)
+void CShapeWalk::Unknown(const Node& object, const KeyPlace& stPlace)
 {
     m_report.At(
         stPlace.stSpan, object.Member(stPlace.strKey).strPointer,
         {Severity::ERROR, "unknown-key", Outcome(object, Quoted(stPlace.strKey) + " is an unknown key: ignored"),
-         Meant(object, stPlace.strKey, stObject, pOuter)});
+         Meant(object, stPlace.strKey)});
 }
 
-// What the author of an unknown key meant: a slip of one that belongs there, one of another object, or a word for one.
-std::string CShapeWalk::Meant(const Node& object, const std::string& strKey, const Object& stObject,
-                              const Object* pOuter)
+// What the author of an unknown key meant: one that the action takes, a slip of one that belongs there, one of another
+// object, or a word for one.
+std::string CShapeWalk::Meant(const Node& object, const std::string& strKey)
 {
+    const Object& stObject = *m_vWithin.back();
+    std::vector<std::string_view> vTaken;
     std::vector<std::string_view> vMissing;
     std::vector<std::string_view> vThere;
-    for (const Key& stKey : stObject) (object.Has(stKey.szName) ? vThere : vMissing).push_back(stKey.szName);
+    for (const Key& stKey : stObject) {
+        (object.Has(stKey.szName) ? vThere : vMissing).push_back(stKey.szName);
+        if (&stObject == &Description::kParam && Takes(m_stAction, stKey.szName)) vTaken.push_back(stKey.szName);
+    }
     std::vector<std::string_view> vAll = vMissing;
     vAll.insert(vAll.end(), vThere.begin(), vThere.end());
 
-    std::string_view szMeant = MostAlike(strKey, vAll, 1);
+    std::string_view szMeant = Nearest(strKey, vTaken);
+    if (szMeant.empty()) szMeant = MostAlike(strKey, vAll, 1);
     if (szMeant.empty()) szMeant = SameMeaning(strKey, vMissing);
-    const std::string strOwner = szMeant.empty() ? Owner(stObject, strKey, pOuter) : "";
-    if (!strOwner.empty()) return "it belongs into " + strOwner;
+    std::string strElsewhere = szMeant.empty() ? Elsewhere(strKey, true) : "";
+    if (!strElsewhere.empty()) return strElsewhere;
     if (szMeant.empty()) szMeant = MostAlike(strKey, vAll, 2);
     if (szMeant.empty()) szMeant = Nearest(strKey, vMissing);
-    if (!szMeant.empty() && object.Has(szMeant)) return "did you mean " + Quoted(szMeant) + ", which is there already?";
-    if (!szMeant.empty()) m_report.Doubt(object.Member(szMeant).strPointer);
+    if (szMeant.empty()) return Elsewhere(strKey, false);
+    if (object.Has(szMeant)) return "did you mean " + Quoted(szMeant) + ", which is there already?";
+    m_report.Doubt(object.Member(szMeant).strPointer);
     return DidYouMean(szMeant);
+}
+
+// Which object the key belongs to: one close by, or any of the document. Empty when none has it.
+std::string CShapeWalk::Elsewhere(std::string_view szKey, bool bNear)
+{
+    std::vector<Owner> vOwners = bNear ? WithParts(*m_vWithin.back()) : std::vector<Owner>();
+    for (std::size_t n = m_vWithin.size(); n > 0 && (!bNear || n + 1 >= m_vWithin.size()); --n)
+        vOwners.push_back({m_vWithin[n - 1], ""});
+    for (const Owner& stOwner : bNear ? std::vector<Owner>() : WithParts(*m_vWithin.front()))
+        vOwners.push_back(stOwner);
+    for (const Owner& stOwner : vOwners) {
+        if (stOwner.pObject->Find(szKey) == nullptr) continue;
+        m_report.DoubtMissing(szKey);
+        m_report.DoubtMissing(stOwner.szAt);
+        return std::string("it belongs into ") + stOwner.pObject->szWhere;
+    }
+    return {};
 }
 
 void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObject)
@@ -194,8 +205,9 @@ void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObjec
         return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome, bAnyText);
     }
     if (node.value.isString()) Word(node, stKey);
-    if (node.value.isObject() && stKey.pObject != nullptr) Members(node, *stKey.pObject, &stObject);
-    if (node.value.isArray() && stKey.eType != Type::ANYTHING) Elements(node, stKey, stObject);
+    if (node.value.isObject() && stKey.pObject != nullptr) Members(node, *stKey.pObject);
+    for (Json::ArrayIndex i = 0; i < node.Size() && stKey.eType != Type::ANYTHING; ++i)
+        Element(node.Element(i), stKey, i == 0);
 }
 
 // What a finding's text says comes of it; of what the application reads that is not known.
@@ -209,21 +221,17 @@ void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eT
                            bool bAnyText)
 {
     const char* szWanted = WordsOf(eType).szWords;
-    const bool bRange =
-        node.value.isNumeric() && IsWhole(node.value) && (eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER);
-    if (bRange)
+    const bool bInteger = eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER;
+    if (bInteger && node.value.isNumeric() && IsWhole(node.value))
         return m_report.AtValue(
-            node,
-            {Severity::ERROR, "out-of-range",
-             Outcome(node, strName + " is an integer out of range (" + std::to_string(std::numeric_limits<int>::min()) +
-                               " to " + std::to_string(std::numeric_limits<int>::max()) + "): " + strOutcome)});
+            node, {Severity::ERROR, "out-of-range",
+                   Outcome(node, strName + " is an integer out of range (-2147483648 to 2147483647): " + strOutcome)});
     m_report.AtValue(node,
                      {Severity::ERROR, "wrong-type",
                       Outcome(node, strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome),
                       Mended(node.value, eType, bAnyText)});
 }
 
-// How a value of the wrong type could be written.
 // A scalar that is read as a text though it is none.
 void CShapeWalk::Converted(const Node& node, const std::string& strName)
 {
@@ -233,6 +241,7 @@ void CShapeWalk::Converted(const Node& node, const std::string& strName)
                                               Quoted(node.value.asString()))});
 }
 
+// How a value of the wrong type could be written.
 std::string CShapeWalk::Mended(const Json::Value& value, Type eType, bool bAnyText) const
 {
     const std::string strSource(m_report.Source(value));
@@ -270,43 +279,41 @@ void CShapeWalk::Word(const Node& node, const Key& stKey)
                       DidYouMean(Nearest(strWord, vWords))});
 }
 
-void CShapeWalk::Elements(const Node& list, const Key& stKey, const Object& stOuter)
-{
-    for (Json::ArrayIndex i = 0; i < list.Size(); ++i) Element(list.Element(i), stKey, stOuter);
-}
-
-void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, const Object& stObject,
-                               const Object& stOuter)
+void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, const Object& stObject)
 {
     if (!node.value.isObject()) return WrongType(node, strName, Type::OBJECT, stObject.szNoObject);
-    if (const Description::Kind* pKind = stObject.KindOf(node.Member("type").Text()))
-        return Members(node, *pKind->pObject, &stOuter);
-    if (stObject.pKinds == nullptr) return Members(node, stObject, &stOuter);
-    if (node.Has("type")) Value(node.Member("type"), *stObject.pKeys, stObject);
+    if (stObject.pKinds == nullptr) return Members(node, stObject);
+    // The key that tells the kind, or the one that is meant to.
+    const Json::Value::Members vKeys = node.value.getMemberNames();
+    const auto IsMeant = [](const std::string& strKey) { return !MostAlike(strKey, {"type"}).empty(); };
+    const auto itMeant = node.Has("type") ? vKeys.end() : std::find_if(vKeys.begin(), vKeys.end(), IsMeant);
+    const std::string strKey = itMeant == vKeys.end() ? "type" : *itMeant;
+    if (const Description::Kind* pKind = stObject.KindOf(node.Member(strKey).Text()))
+        return Members(node, *pKind->pObject);
+    if (node.Has("type")) return Value(node.Member("type"), *stObject.pKeys, stObject);
+    if (itMeant == vKeys.end()) return;
+    const auto nStart = static_cast<std::size_t>(node.value.getOffsetStart());
+    m_vWithin.push_back(&stObject);
+    Unknown(node, {m_report.Places().Key(nStart, strKey), strKey});
+    m_vWithin.pop_back();
 }
 
-void CShapeWalk::Element(const Node& node, const Key& stKey, const Object& stOuter)
+void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
-    switch (stKey.eType) {
-        case Type::OBJECTS:
-            if (stKey.pObject != nullptr) ObjectElement(node, strName, *stKey.pObject, stOuter);
-            return;
-        case Type::TEXTS:
-            if (!node.value.isString()) WrongType(node, strName, Type::TEXT, "skipped");
-            return;
-        case Type::INTEGERS:
-            if (!node.value.isInt()) WrongType(node, strName, Type::INTEGER, "skipped");
-            return;
-        default:
-            if (!IsScalar(node.value)) return WrongType(node, strName, Type::TEXT, "reads as an empty text");
-            Converted(node, strName);
-    }
+    if (stKey.pObject != nullptr) return ObjectElement(node, strName, *stKey.pObject);
+    if (stKey.eType == Type::SCALARS && IsScalar(node.value)) return Converted(node, strName);
+    const bool bIntegers = stKey.eType == Type::INTEGERS;
+    const Type eElement = bIntegers ? Type::INTEGER : Type::TEXT;
+    if (!Fits(node.value, eElement))
+        WrongType(node, strName, eElement,
+                  bIntegers && bFirst ? "as the first one it counts as " + std::to_string(node.Number())
+                                      : WordsOf(stKey.eType).szSkipped);
 }
 
 }  // namespace
 
 void CheckShape(const Node& document, const Object& stObject, CReport& report)
 {
-    CShapeWalk(report).Members(document, stObject, nullptr);
+    CShapeWalk(report).Members(document, stObject);
 }

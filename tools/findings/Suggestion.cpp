@@ -56,12 +56,41 @@ std::size_t Slips(const std::string& strFrom, const std::string& strTo)
     return vRow.back();
 }
 
-}  // namespace
-
+// Whether two words differ at most in case, blanks, underscores and hyphens.
 bool AreAlike(std::string_view szOne, std::string_view szOther)
 {
     return Plain(szOne) == Plain(szOther);
 }
+
+// The first of `vWords` that `szWord` may be short for: all its characters are there in order, the first one first.
+std::string_view Abbreviated(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    const std::string strPlain = Plain(szWord);
+    for (const std::string_view szCandidate : vWords) {
+        const std::string strCandidate = Plain(szCandidate);
+        std::size_t nFound = 0;
+        for (const char c : strCandidate) nFound += nFound < strPlain.size() && c == strPlain[nFound] ? 1 : 0;
+        if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
+    }
+    return {};
+}
+
+// The only one of `vWords` that `szWord` begins or ends with, or that begins or ends with it, at an underscore:
+// "schedule_livecontent" for "schedule", "name" for "channel_name". A beginning of three letters may end anywhere.
+std::string_view PartAlike(std::string_view szWord, const std::vector<std::string_view>& vWords)
+{
+    constexpr std::size_t kShortest = 3;
+    std::string_view szOnly;
+    for (const std::string_view szCandidate : vWords) {
+        const bool bBegins = szCandidate.size() >= kShortest && szWord.substr(0, szCandidate.size()) == szCandidate;
+        if (!bBegins && !IsPart(szWord, szCandidate) && !IsPart(szCandidate, szWord)) continue;
+        if (!szOnly.empty()) return {};
+        szOnly = szCandidate;
+    }
+    return szOnly;
+}
+
+}  // namespace
 
 std::string_view MostAlike(std::string_view szWord, const std::vector<std::string_view>& vWords, std::size_t nMost)
 {
@@ -81,18 +110,6 @@ std::string_view MostAlike(std::string_view szWord, const std::vector<std::strin
     return szBest;
 }
 
-std::string_view Abbreviated(std::string_view szWord, const std::vector<std::string_view>& vWords)
-{
-    const std::string strPlain = Plain(szWord);
-    for (const std::string_view szCandidate : vWords) {
-        const std::string strCandidate = Plain(szCandidate);
-        std::size_t nFound = 0;
-        for (const char c : strCandidate) nFound += nFound < strPlain.size() && c == strPlain[nFound] ? 1 : 0;
-        if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
-    }
-    return {};
-}
-
 std::string_view SameMeaning(std::string_view szWord, const std::vector<std::string_view>& vWords)
 {
     const std::string strWord = '_' + std::string(szWord.substr(0, kLongestWord)) + '_';
@@ -108,19 +125,6 @@ std::string_view SameMeaning(std::string_view szWord, const std::vector<std::str
             for (const std::string_view szCandidate : vWords)
                 if (!strChanged.empty() && AreAlike(strChanged, szCandidate)) return szCandidate;
     return {};
-}
-
-std::string_view PartAlike(std::string_view szWord, const std::vector<std::string_view>& vWords)
-{
-    constexpr std::size_t kShortest = 3;
-    std::string_view szOnly;
-    for (const std::string_view szCandidate : vWords) {
-        const bool bBegins = szCandidate.size() >= kShortest && szWord.substr(0, szCandidate.size()) == szCandidate;
-        if (!bBegins && !IsPart(szWord, szCandidate) && !IsPart(szCandidate, szWord)) continue;
-        if (!szOnly.empty()) return {};
-        szOnly = szCandidate;
-    }
-    return szOnly;
 }
 
 std::string_view Nearest(std::string_view szWord, const std::vector<std::string_view>& vWords)

@@ -119,6 +119,43 @@ std::string_view ForeignQuote(std::string_view szText)
     return {};
 }
 
+// Whether a text of JSON may go on with the backslash at the start.
+bool IsEscape(std::string_view szText)
+{
+    if (szText.substr(1, 1) != "u")
+        return szText.size() > 1 && std::string_view("\"\\/bfnrt").find(szText[1]) != kNowhere;
+    const std::string_view szCode = szText.substr(2, 4);
+    const bool bFour = szCode.size() == 4 && szCode.find_first_not_of("0123456789abcdefABCDEF") == kNowhere;
+    const bool bHalf =
+        bFour && (szCode[0] == 'd' || szCode[0] == 'D') && std::string_view("89abAB").find(szCode[1]) != kNowhere;
+    return bFour && (!bHalf || szText.substr(6, 2) == "\\u");
+}
+
+// The first backslash of the text at `stSpan` that is no escape; the text itself when there is none.
+Span BadEscape(std::string_view szText, Span stSpan)
+{
+    const std::size_t nEnd = stSpan.nStart + stSpan.nLength;
+    std::size_t n = szText.find('\\', stSpan.nStart);
+    while (n < nEnd && IsEscape(szText.substr(n, nEnd - n))) n = szText.find('\\', n + 2);
+    return n < nEnd ? Span{n, 2} : stSpan;
+}
+
+// Where a text opens that was to end before the word at `nWord`, as it ends like what stands between values; npos when
+// there is none.
+std::size_t OpenBefore(std::string_view szText, std::size_t nWord)
+{
+    if (nWord == 0 || szText[nWord - 1] != '"') return kNowhere;
+    std::size_t nOpen = nWord - 1;
+    bool bEscaped = true;
+    while (bEscaped) {
+        nOpen = nOpen == 0 ? kNowhere : szText.rfind('"', nOpen - 1);
+        if (nOpen == kNowhere) return kNowhere;
+        bEscaped = nOpen > 0 && (nOpen - 1 - szText.find_last_not_of('\\', nOpen - 1)) % 2 == 1;
+    }
+    const std::size_t nLast = Before(szText, nWord - 1);
+    return nLast > nOpen && std::string_view(",:{[").find(szText[nLast]) != kNowhere ? nOpen : kNowhere;
+}
+
 // What is wrong at `stSpan`, where the JSON library gave up with `szMessage`; may move the place.
 Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan, const CPlaces& places)
 {
@@ -127,15 +164,18 @@ Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan
         if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
 
     const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
+    if (!bSyntax) stSpan = BadEscape(szText, stSpan);
     if (!bSyntax) return stRemark;
     const std::string_view szRest = szText.substr(std::min(stSpan.nStart, szText.size()));
     const std::size_t nBefore = Before(szText, stSpan.nStart);
+    const std::size_t nOpen = OpenBefore(szText, WordAt(szText, stSpan.nStart).nStart);
     const bool bComma = nBefore != kNowhere && szText[nBefore] == ',';
     if (szRest.empty()) {
         stRemark.strText =
             places.Open().empty() ? "there is nothing in it" : "the text ends although an object or list is open";
-    } else if (szRest[0] == '"' && (stSpan.nLength == szRest.size() || stSpan.nLength < 2)) {
+    } else if (nOpen != kNowhere || (szRest[0] == '"' && (stSpan.nLength == szRest.size() || stSpan.nLength < 2))) {
         stRemark.strText = "this text is not closed";
+        if (nOpen != kNowhere) stSpan = {nOpen, 1};
     } else if (bComma && (szRest[0] == '}' || szRest[0] == ']')) {
         stRemark.strText = "nothing follows this comma";
         stRemark.strSuggestion = "leave it out";
@@ -229,11 +269,11 @@ void CheckText(std::string_view szText, CReport& report)
 {
     CheckUtf8(szText, report);
     for (const Span& stComment : report.Places().Comments())
-        report.At(stComment, "", {Severity::NOTE, "comment", "a comment is no JSON, although the library takes it"});
+        report.At(stComment, "", {Severity::WARNING, "comment", "a comment is no JSON, although the library takes it"});
     for (const Span& stLoose : report.Places().Loose())
         report.At(
             stLoose, "",
-            {Severity::NOTE, "not-strict",
+            {Severity::WARNING, "not-strict",
              szText[stLoose.nStart] == '"' ? "a control character in a text is no JSON, although the library takes it"
                                            : "such a number is no JSON, although the library takes it"});
     if (const Span stRest = report.Places().Rest(); stRest.nLength > 0)

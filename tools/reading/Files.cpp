@@ -2,17 +2,18 @@
 #include "reading/Files.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
-#include "reading/LineFile.h"
 #include "text/Progress.h"
 
 namespace
 {
 
 constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
-constexpr std::size_t kLongestLook = std::size_t{16} << 20;  // bytes to see whether a broken conversation is a reply
 
 bool IsBlank(std::string_view szLine)
 {
@@ -50,15 +51,25 @@ bool HasTurn(std::string_view szText)
     return false;
 }
 
+void AddFiles(const std::filesystem::path& folder, std::vector<std::string>& vFiles)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator itFirst(folder, error);
+    if (error) vFiles.push_back(folder);  // whoever reads it tells why
+    for (const std::filesystem::directory_entry& entry : itFirst) {
+        const std::string strEnding = entry.path().extension();
+        if (entry.is_directory(error) && !entry.is_symlink(error))
+            AddFiles(entry.path(), vFiles);
+        else if (entry.is_regular_file(error) && (strEnding == ".json" || strEnding == ".jsonl"))
+            vFiles.push_back(entry.path());
+    }
+}
+
 class CEntries
 {
 public:
-    CEntries(const std::string& strFile, const std::string& strUtterance, const std::function<void(Entry&&)>& handle)
-        : m_strFile(strFile),
-          m_strUtterance(strUtterance),
-          m_handle(handle),
-          m_file(strFile),
-          m_progress(strFile, m_file.Size())
+    CEntries(CLineFile& file, const std::string& strUtterance, const std::function<void(Entry&&)>& handle)
+        : m_file(file), m_strUtterance(strUtterance), m_handle(handle), m_progress(file.Name(), file.Size())
     {
     }
     void Read(FileForm eForm);
@@ -69,13 +80,11 @@ private:
     void Conversation();
     void Turn(std::string_view szLine);
     Entry Make(std::size_t nLine) const;
-    void Reply();
     void Refuse(const std::string& strReason, bool bUnreadable);
 
-    const std::string& m_strFile;
+    CLineFile& m_file;
     const std::string& m_strUtterance;
     const std::function<void(Entry&&)>& m_handle;
-    CLineFile m_file;
     CProgress m_progress;
     std::string m_strHead;  // what was read to see what the file is
     std::size_t m_nLine = 0;
@@ -86,16 +95,17 @@ void CEntries::Read(FileForm eForm)
 {
     ReadAhead();
     const bool bConversation = m_file.Failure().empty() && IsConversation(eForm);
-    if (!m_file.Failure().empty())
-        Refuse(m_file.Failure(), true);
-    else if (eForm == FileForm::REPLY && bConversation)
-        Refuse("it is a conversation, which \"parlo conversation\" takes", false);
-    else if (eForm == FileForm::CONVERSATION && !bConversation)
-        Refuse("it is one reply, which \"parlo reply\" takes, not a conversation", false);
-    else if (bConversation)
-        Conversation();
-    else
-        Reply();
+    if (!m_file.Failure().empty()) return Refuse(m_file.Failure(), true);
+    if (eForm == FileForm::REPLY && bConversation)
+        return Refuse("it is a conversation, which \"parlo conversation\" takes", false);
+    if (eForm == FileForm::CONVERSATION && !bConversation)
+        return Refuse("it is one reply, which \"parlo reply\" takes, not a conversation", false);
+    if (bConversation) return Conversation();
+    Entry stEntry = Make(1);
+    stEntry.stReply.strUtterance = m_strUtterance;
+    stEntry.stReply.strText = WithoutMark(m_strHead);
+    stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
+    m_handle(std::move(stEntry));
 }
 
 // Through the first line that is not blank.
@@ -112,34 +122,25 @@ void CEntries::ReadAhead()
 bool CEntries::IsConversation(FileForm eForm)
 {
     const std::string_view szFirst = FirstLine(m_strHead);
-    if (IsTurn(szFirst)) return true;
-    if (eForm == FileForm::CONVERSATION) {
-        Json::Value root;
-        const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
-        if (!bBegun) return true;
-        m_file.Rest(kLongestLook, m_strHead);
-        return !IsReply(m_strHead);
-    }
-    m_file.Rest(kWhole, m_strHead);
+    const bool bWanted = eForm == FileForm::CONVERSATION;
     Json::Value root;
-    return szFirst.size() < m_strHead.size() && !ParseJson(m_strHead, false, root) && HasTurn(m_strHead);
+    const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
+    if (IsTurn(szFirst) || (bWanted && !bBegun)) return true;
+    m_file.Rest(kWhole, m_strHead);
+    return bWanted ? !IsReply(m_strHead) : LooksLikeConversation(m_file.Name(), m_strHead);
 }
 
 void CEntries::Conversation()
 {
     std::string_view szRest = m_strHead;
     std::string_view szLine;
-    while (szRest.find('\n') != std::string_view::npos && TakeLine(szRest, szLine)) Turn(szLine);
-    std::string strCut(szRest);  // the look ended within this line
+    while (TakeLine(szRest, szLine)) Turn(szLine);
     m_strHead = std::string();
     while (m_file.Next(szLine)) {
-        if (!strCut.empty()) szLine = strCut += szLine;
         if (szLine.back() == '\n') szLine.remove_suffix(1);
         Turn(szLine);
-        strCut.clear();
         m_progress.Show(m_file.Position());
     }
-    if (!strCut.empty()) Turn(strCut);
     if (!m_file.Failure().empty())
         Refuse(m_file.Failure(), true);
     else if (!m_bTurn)
@@ -162,19 +163,10 @@ void CEntries::Turn(std::string_view szLine)
 Entry CEntries::Make(std::size_t nLine) const
 {
     Entry stEntry;
-    stEntry.stReply.strFile = stEntry.stReply.strSource = m_strFile;
+    stEntry.stReply.strFile = stEntry.stReply.strSource = m_file.Name();
     stEntry.stReply.nLine = nLine;
     stEntry.stReply.bLive = m_file.Size() == 0;
     return stEntry;
-}
-
-void CEntries::Reply()
-{
-    Entry stEntry = Make(1);
-    stEntry.stReply.strUtterance = m_strUtterance;
-    stEntry.stReply.strText = WithoutMark(m_strHead);
-    stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
-    m_handle(std::move(stEntry));
 }
 
 void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
@@ -187,17 +179,48 @@ void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 
 }  // namespace
 
-void ForEachEntry(const std::string& strFile, FileForm eForm, const std::string& strUtterance,
+bool LooksLikeConversation(const std::string& strName, std::string_view szText)
+{
+    if (IsTurn(FirstLine(szText))) return true;
+    Json::Value root;
+    if (ParseJson(szText, true, root) && root.isObject()) return false;
+    return HasTurn(szText) || std::filesystem::path(strName).extension() == ".jsonl";
+}
+
+void ForEachEntry(CLineFile& file, FileForm eForm, const std::string& strUtterance,
                   const std::function<void(Entry&&)>& handle)
 {
-    CEntries(strFile, strUtterance, handle).Read(eForm);
+    CEntries(file, strUtterance, handle).Read(eForm);
+}
+
+std::vector<std::string> FilesOf(const std::string& strName)
+{
+    std::error_code error;
+    if (strName == "-" || !std::filesystem::is_directory(strName, error)) return {strName};
+    std::vector<std::string> vFiles;
+    AddFiles(strName, vFiles);
+    std::sort(vFiles.begin(), vFiles.end());
+    return vFiles;
+}
+
+bool WithinMemory(const std::function<void()>& call)
+{
+    try {
+        call();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    } catch (const std::length_error&) {
+        return false;
+    }
 }
 
 bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason)
 {
     CLineFile file(strFile);
     strText.clear();
-    file.Rest(kWhole, strText);
-    strReason = file.Failure();
+    const bool bMemory = WithinMemory([&] { file.Rest(kWhole, strText); });
+    if (!bMemory) strText = std::string();
+    strReason = bMemory ? file.Failure() : kNoMemory;
     return strReason.empty();
 }

@@ -1,26 +1,28 @@
 // Reading on the C library's streams.
 #include "reading/LineFile.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
-CLineFile::CLineFile(const std::string& strFile) : m_pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"))
+CLineFile::CLineFile(const std::string& strFile)
+    : m_strName(strFile), m_pFile(strFile == "-" ? stdin : std::fopen(strFile.c_str(), "rb"))
 {
-    m_nError = m_pFile == nullptr ? errno : 0;
-    struct stat stStat = {};
-    if (m_pFile != nullptr && fstat(fileno(m_pFile), &stStat) == 0 && S_ISREG(stStat.st_mode))
-        m_nSize = static_cast<std::size_t>(stStat.st_size);
+    if (m_pFile == nullptr || fstat(fileno(m_pFile), &m_stStat) != 0) m_nError = errno;
 }
 
 CLineFile::~CLineFile()
 {
     std::free(m_pLine);
     if (m_pFile != nullptr && m_pFile != stdin) static_cast<void>(std::fclose(m_pFile));
+}
+
+void CLineFile::HandOut(std::string_view szText)
+{
+    m_nPosition += szText.size();
+    if (m_bKeep) m_strKept += szText;
 }
 
 bool CLineFile::Next(std::string_view& szLine)
@@ -34,7 +36,7 @@ bool CLineFile::Next(std::string_view& szLine)
         return false;
     }
     szLine = {m_pLine, static_cast<std::size_t>(nRead)};
-    m_nPosition += szLine.size();
+    HandOut(szLine);
     return true;
 }
 
@@ -45,7 +47,7 @@ void CLineFile::Rest(std::size_t nMost, std::string& strText)
     for (; m_pFile != nullptr && nRead > 0 && nMost > 0; nMost -= nRead) {
         nRead = std::fread(buffer, 1, std::min(sizeof buffer, nMost), m_pFile);
         strText.append(buffer, nRead);
-        m_nPosition += nRead;
+        HandOut({buffer, nRead});
     }
     if (m_pFile != nullptr && std::ferror(m_pFile) != 0) m_nError = errno;
 }

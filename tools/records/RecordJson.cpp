@@ -3,21 +3,20 @@
 
 #include <json/writer.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <sstream>
-#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <vector>
 
-#include "host/Printable.h"
+#include "text/Text.h"
+
+using namespace CADataRepository;
 
 namespace
 {
 
-using namespace CADataRepository;
+using Writer = std::function<void(const std::string&)>;
 
 template <typename Record, typename Value>
 struct Field {
@@ -123,9 +122,6 @@ void ForEachField(const Record& record, const Record& fresh, const Visit& visit)
                Fields<Record>::v);
 }
 
-template <typename Value>
-constexpr bool kPlain = std::is_enum_v<Value> || std::is_constructible_v<Json::Value, const Value&>;
-
 // Whether a value is the same as in a fresh record.
 template <typename Element>
 bool IsSame(const std::vector<Element>& vList, const std::vector<Element>& fresh)
@@ -136,7 +132,7 @@ bool IsSame(const std::vector<Element>& vList, const std::vector<Element>& fresh
 template <typename Value>
 bool IsSame(const Value& value, const Value& fresh)
 {
-    if constexpr (kPlain<Value>) {
+    if constexpr (std::is_enum_v<Value> || std::is_constructible_v<Json::Value, const Value&>) {
         return value == fresh;
     } else {
         bool bSame = true;
@@ -160,136 +156,54 @@ Json::Value AnyToJson(const std::vector<Element>& vList, const std::vector<Eleme
     return list;
 }
 
-template <typename Record>
-Json::Value Object(const Record& record, const Record* pFresh)
-{
-    Json::Value object(Json::objectValue);
-    const Record& fresh = pFresh == nullptr ? kFresh<Record> : *pFresh;
-    ForEachField(record, fresh, [&](const char* szName, const auto& field, const auto& freshField) {
-        if (pFresh != nullptr && IsSame(field, freshField)) return;
-        object[szName] = AnyToJson(field, pFresh == nullptr ? nullptr : &freshField);
-    });
-    return object;
-}
-
 template <typename Value>
 Json::Value AnyToJson(const Value& value, [[maybe_unused]] const Value* pFresh)
 {
-    if constexpr (std::is_enum_v<Value>)
+    if constexpr (std::is_enum_v<Value>) {
         return static_cast<int>(value);
-    else if constexpr (kPlain<Value>)
+    } else if constexpr (std::is_constructible_v<Json::Value, const Value&>) {
         return value;
-    else
-        return Object(value, pFresh);
-}
-
-// The code of what stands at the start of `szText` when it must not reach a terminal raw, 0 otherwise: DEL, a C1
-// control or one that Host::IsFormatControl knows. `nLength` is then its length.
-unsigned HiddenCode(std::string_view szText, std::size_t& nLength)
-{
-    const auto Byte = [szText](std::size_t i) -> unsigned {
-        return i < szText.size() ? static_cast<unsigned char>(szText[i]) : 0U;
-    };
-    nLength = Byte(0) == 0x7F ? 1 : Byte(0) == 0xE2 ? 3 : 2;
-    if (nLength == 1) return 0x7F;
-    if (nLength == 2 && (Byte(0) & 0xE0U) != 0xC0U) return 0;
-    for (std::size_t i = 1; i < nLength; ++i)
-        if ((Byte(i) & 0xC0U) != 0x80U) return 0;
-    const unsigned nCode = nLength == 3 ? 0x2000U | (Byte(1) & 0x3FU) << 6U | (Byte(2) & 0x3FU)
-                                        : (Byte(0) & 0x1FU) << 6U | (Byte(1) & 0x3FU);
-    return (nCode >= 0x80 && nCode < 0xA0) || Host::IsFormatControl(nCode) ? nCode : 0;
-}
-
-// JSON text allows these raw inside texts; `strJson` with them written as \uXXXX.
-std::string EscapeControls(const std::string& strJson)
-{
-    const auto IsSuspect = [](char c) { return static_cast<unsigned char>(c) >= 0x7F; };
-    std::string strLine;
-    std::size_t nDone = 0;
-    for (std::size_t n = 0;;) {
-        n = static_cast<std::size_t>(
-            std::find_if(strJson.begin() + static_cast<std::ptrdiff_t>(n), strJson.end(), IsSuspect) - strJson.begin());
-        if (n == strJson.size()) break;
-        std::size_t nLength = 0;
-        const unsigned nCode = HiddenCode(std::string_view(strJson).substr(n), nLength);
-        if (nCode != 0) {
-            char buffer[8];
-            static_cast<void>(std::snprintf(buffer, sizeof buffer, "\\u%04x", nCode));
-            strLine.append(strJson, nDone, n - nDone).append(buffer);
-            nDone = n + nLength;
-        }
-        n += nCode != 0 ? nLength : 1;
+    } else {
+        Json::Value object(Json::objectValue);
+        ForEachField(value, pFresh == nullptr ? kFresh<Value> : *pFresh,
+                     [&](const char* szName, const auto& field, const auto& fresh) {
+                         if (pFresh != nullptr && IsSame(field, fresh)) return;
+                         object[szName] = AnyToJson(field, pFresh == nullptr ? nullptr : &fresh);
+                     });
+        return object;
     }
-    return nDone == 0 ? strJson : strLine.append(strJson, nDone);
 }
 
-// Writes values on one line; making one costs more than using it.
-class CLineWriter
-{
-public:
-    CLineWriter()
-    {
-        Json::StreamWriterBuilder builder;
-        builder["emitUTF8"] = true;
-        builder["indentation"] = "";
-        m_pWriter.reset(builder.newStreamWriter());
-    }
-    std::string Text(const Json::Value& value) const
-    {
-        std::ostringstream stream;
-        m_pWriter->write(value, &stream);
-        return EscapeControls(stream.str());
-    }
-
-private:
-    std::unique_ptr<Json::StreamWriter> m_pWriter;
-};
-
-const CLineWriter& LineWriter()
-{
-    static const CLineWriter writer;
-    return writer;
-}
-
-using Writer = std::function<void(const std::string&)>;
-
+// The elements of a list one by one, anything else at once.
 template <typename Value>
 void WriteValue(const Value& value, const Value* pFresh, const Writer& write)
 {
-    write(LineWriter().Text(AnyToJson(value, pFresh)));
+    write(JsonText(AnyToJson(value, pFresh)));
 }
 
 template <typename Element>
 void WriteValue(const std::vector<Element>& vList, const std::vector<Element>* pFresh, const Writer& write)
 {
-    const char* szBefore = "[";
-    for (const Element& element : vList) {
-        write(szBefore + LineWriter().Text(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>)));
-        szBefore = ",";
-    }
-    write(vList.empty() ? "[]" : "]");
+    write("[");
+    for (const Element& element : vList)
+        write((&element == vList.data() ? "" : ",") +
+              JsonText(AnyToJson(element, pFresh == nullptr ? nullptr : &kFresh<Element>)));
+    write("]");
 }
 
 }  // namespace
 
-Json::Value ToJson(const _ConvActionInfo& info, bool bCompact)
+template <typename Record>
+Json::Value ToJson(const Record& record, bool bCompact)
 {
-    return Object(info, bCompact ? &kFresh<_ConvActionInfo> : nullptr);
+    return AnyToJson(record, bCompact ? &kFresh<Record> : nullptr);
 }
-Json::Value ToJson(const _ContentsItem& stItem)
-{
-    return AnyToJson<_ContentsItem>(stItem, nullptr);
-}
-Json::Value ToJson(const _SAContents& stContents)
-{
-    return AnyToJson<_SAContents>(stContents, nullptr);
-}
-Json::Value ToJson(const _Content& stContent)
-{
-    return AnyToJson<_Content>(stContent, nullptr);
-}
+template Json::Value ToJson(const _ConvActionInfo& record, bool bCompact);
+template Json::Value ToJson(const _ContentsItem& record, bool bCompact);
+template Json::Value ToJson(const _SAContents& record, bool bCompact);
+template Json::Value ToJson(const _Content& record, bool bCompact);
 
-void WriteMembers(const _ConvActionInfo& info, bool bCompact, const std::function<void(const std::string&)>& write)
+void WriteMembers(const _ConvActionInfo& info, bool bCompact, const Writer& write)
 {
     ForEachField(info, kFresh<_ConvActionInfo>, [&](const char* szName, const auto& field, const auto& fresh) {
         if (bCompact && IsSame(field, fresh)) return;
@@ -300,7 +214,15 @@ void WriteMembers(const _ConvActionInfo& info, bool bCompact, const std::functio
 
 std::string JsonText(const Json::Value& value)
 {
-    return LineWriter().Text(value);
+    static const std::unique_ptr<Json::StreamWriter> pWriter = [] {  // making one costs more than using it
+        Json::StreamWriterBuilder builder;
+        builder["emitUTF8"] = true;
+        builder["indentation"] = "";
+        return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
+    }();
+    std::ostringstream stream;
+    pWriter->write(value, &stream);
+    return EscapedInJson(stream.str());
 }
 
 std::string JsonLine(const Json::Value& value)

@@ -1,7 +1,10 @@
-// A reply's call as it can be told afterwards.
+// A reply's call as it can be told afterwards, to a program as JSON.
 #ifndef PARLO_CASE_H
 #define PARLO_CASE_H
 
+#include <json/value.h>
+
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,5 +21,13 @@ struct Case {
     std::string strRefusalLine;                                // the log line that says so
     const CADataRepository::_ConvActionInfo* pInfo = nullptr;  // what the call filled; null: not known
 };
+
+// {"file":TEXT,"line":NUMBER,"accepted":true, and the record's fields} or, of what was refused,
+// {"file":TEXT,"line":NUMBER,"accepted":false,"reason":TEXT}, with its line break, handed to `write` piece by piece.
+// With `bCompact` without the fields that are not filled.
+void WriteCaseLine(const Case& stCase, bool bCompact, const std::function<void(const std::string&)>& write);
+
+// The same as a value, without file and line.
+Json::Value OutcomeJson(const Case& stCase, bool bCompact);
 
 #endif

@@ -15,21 +15,18 @@ namespace
 struct Meaning {
     std::string_view szMessage;  // how the line begins
     const char* szReason;        // empty: all is well so far
+    bool bOften = false;         // every reply has it: only a log that may begin anywhere needs it
 };
 
 constexpr std::size_t kTold = 12;  // characters that tell each of the lines from all others that are written often
 
 constexpr const char* kNoRsp = "it has no \"rsp\"";
 
-// The lines of every reply, for a log that may begin anywhere: they tell that "rsp" is missing, which no line names.
-constexpr Meaning kProgress[] = {
-    {"Start to parse search server data.", kNoRsp},
-    {"TAG_RSP", ""},
-    {"strCode:", ""},  // a log without its debug lines has this one only
-};
-
 // Every line overrules those before it.
 constexpr Meaning kMeanings[] = {
+    {"Start to parse search server data.", kNoRsp, true},  // no line tells that "rsp" is missing
+    {"TAG_RSP", "", true},
+    {"strCode:", "", true},  // a log without its debug lines has this one only
     {"strPreAllResult is empty()", "the utterance or the reply is empty"},
     {"json parse error", "it is not JSON, or beyond a limit"},
     {"vTVControl is empty", "it holds no TV control command"},
@@ -72,7 +69,7 @@ bool CRefusal::Hears(std::string_view szFormat)
     std::string_view szRest;
     if (Behind(szFormat, "errCode:", szRest) || Behind(szFormat, "nErrCode:", szRest)) return true;
     const auto Begins = [&](const Meaning& stMeaning) {
-        return Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
+        return !stMeaning.bOften && Behind(szFormat, stMeaning.szMessage.substr(0, kTold), szRest);
     };
     return std::any_of(std::begin(kMeanings), std::end(kMeanings), Begins);
 }
@@ -89,7 +86,6 @@ void CRefusal::Listen(const LogLine& stLine)
         m_bCodeZero = szRest == "0";
         m_strReason = "the server reported error " + std::string(szRest);
     }
-    for (const Meaning& stMeaning : kProgress) Weigh(stLine, stMeaning.szMessage, stMeaning.szReason);
     for (const Meaning& stMeaning : kMeanings) Weigh(stLine, stMeaning.szMessage, stMeaning.szReason);
 }
 

@@ -14,7 +14,7 @@ namespace
 
 constexpr std::size_t kLook = 1 << 16;  // bytes from one look at the clock to the next
 constexpr std::size_t kNameColumns = 30;
-constexpr std::size_t kBarStep = 5;  // per cent of a character
+constexpr std::size_t kMegabyte = 1000000;
 constexpr std::chrono::milliseconds kFirst(1000);
 constexpr std::chrono::milliseconds kNext(200);
 
@@ -24,15 +24,9 @@ bool g_bDrawn = false;
 
 std::string ProgressText(const std::string& strName, std::size_t nDone, std::size_t nAll)
 {
-    constexpr const char* kUnits[] = {"B", "kB", "MB", "GB", "TB"};
-    std::size_t nUnit = 0;
-    std::size_t nTenths = nAll * 10;
-    for (; nTenths >= 10000 && nUnit + 1 < std::size(kUnits); ++nUnit) nTenths /= 1000;
     const std::size_t nShare = std::min<std::size_t>(nDone / std::max<std::size_t>(nAll / 100, 1), 100);
-    const std::string strBar = std::string(nShare / kBarStep, '#') + std::string((100 - nShare) / kBarStep, ' ');
-    return Shown(strName).substr(0, kNameColumns) + " [" + Padded(strBar, 100 / kBarStep) + "] " +
-           std::to_string(nShare) + " % of " + std::to_string(nTenths / 10) + '.' + std::to_string(nTenths % 10) + ' ' +
-           kUnits[nUnit];
+    return Shown(strName).substr(0, kNameColumns) + ": " + std::to_string(nShare) + " % of " +
+           std::to_string(nAll / kMegabyte) + " MB";
 }
 
 CProgress::CProgress(std::string strName, std::size_t nAll) : m_strName(std::move(strName)), m_nAll(nAll)

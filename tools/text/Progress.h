@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-// "evening.jsonl [########            ] 42 % of 10.0 GB", fit for a terminal.
+// "evening.jsonl: 42 % of 10000 MB", fit for a terminal.
 std::string ProgressText(const std::string& strName, std::size_t nDone, std::size_t nAll);
 
 // A line on standard error that is renewed while it lives and gone at its end. There is none where it would disturb:

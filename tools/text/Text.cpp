@@ -2,6 +2,7 @@
 #include "text/Text.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cwchar>
 
 #include "Printable.h"
@@ -23,6 +24,23 @@ std::string_view Head(std::string_view szText, std::size_t nBytes)
 std::string Rest(std::string_view szText)
 {
     return "... (" + std::to_string(szText.size()) + " bytes)";
+}
+
+// The code of the character at the start of `szText` when it must not reach a terminal raw, 0 otherwise: DEL, a C1
+// control or one of Host::IsFormatControl. `nLength` becomes its length then.
+unsigned HiddenCode(std::string_view szText, std::size_t& nLength)
+{
+    const auto nFirst = static_cast<unsigned char>(szText.front());
+    const bool bSuspect = std::string_view("\x7F\xC2\xD8\xE2").find(szText.front()) != std::string_view::npos;
+    if (!bSuspect || Host::PrintableLength(szText) > 0) return 0;
+    const std::size_t nWhole = nFirst == 0x7F ? 1 : nFirst == 0xE2 ? 3 : 2;
+    unsigned nCode = nWhole == 1 ? nFirst : nFirst & (0xFFU >> (nWhole + 1));
+    for (std::size_t i = 1; i < nWhole; ++i) {
+        if (i >= szText.size() || (szText[i] & 0xC0) != 0x80) return 0;
+        nCode = nCode << 6U | (static_cast<unsigned char>(szText[i]) & 0x3FU);
+    }
+    nLength = nWhole;
+    return nCode;
 }
 
 }  // namespace
@@ -59,6 +77,24 @@ std::string Quoted(std::string_view szText)
     constexpr std::string_view kEscaped = "\"\\";
     if (szText.size() <= kLongestShown) return '"' + Host::Printable(szText, kEscaped, true) + '"';
     return '"' + Host::Printable(Head(szText, kLongestShown), kEscaped, true) + Rest(szText) + '"';
+}
+
+std::string EscapedInJson(const std::string& strJson)
+{
+    std::string strResult;
+    strResult.reserve(strJson.size());
+    for (std::string_view szRest = strJson; !szRest.empty();) {
+        std::size_t nLength = std::max<std::size_t>(Host::PlainLength(szRest, {}), 1);
+        char buffer[8] = {};
+        if (const unsigned nCode = HiddenCode(szRest, nLength); nCode != 0) {
+            static_cast<void>(std::snprintf(buffer, sizeof buffer, "\\u%04x", nCode));
+            strResult += buffer;
+        } else {
+            strResult += szRest.substr(0, nLength);
+        }
+        szRest.remove_prefix(nLength);
+    }
+    return strResult;
 }
 
 std::string Joined(const std::vector<std::string>& vTexts)

@@ -28,6 +28,9 @@ std::string Shown(std::string_view szText);
 // would not show; a quotation mark and a backslash within get a backslash before them.
 std::string Quoted(std::string_view szText);
 
+// `strJson`, a JSON text, with what JSON allows raw within texts and a terminal would obey written as \uXXXX.
+std::string EscapedInJson(const std::string& strJson);
+
 // "one, two, three"
 std::string Joined(const std::vector<std::string>& vTexts);
 

@@ -1,5 +1,5 @@
 // The frame around the record's fields.
-#include "session/CaseJson.h"
+#include "session/Case.h"
 
 #include "records/RecordJson.h"
 
