@@ -124,9 +124,12 @@ std::vector<Told> Read(const std::string& strLog, std::size_t nPart = 1000)
             vTold.push_back(std::move(stTold));
         },
         true);
-    CLogReader reader([&calls](const LogRecord& stRecord) { calls.Take(stRecord); });
+    CLogReader reader([&](const LogRecord& stRecord) { calls.Take(stRecord); },
+                      [&](const std::string& strLine) { calls.Dropped(strLine); });
+    reader.BeginFile("log");
     for (std::size_t n = 0; n < strLog.size(); n += nPart) reader.Feed(std::string_view(strLog).substr(n, nPart));
     reader.EndFile();
+    reader.End();
     calls.End();
     return vTold;
 }
@@ -162,7 +165,7 @@ TEST_F(Log, IsTheSameInEveryForm)
                 const std::vector<Told> vTold = Read(Text(vRecords, form, strForeign), nPart);
                 EXPECT_EQ(
                     "start done [same]\nstatus done [same]\nreply muteon, code 14 [same]\n"
-                    "reply action unknown, code 5 [same]\nreply search hand-over [same]\nreply failed search [same]\n"
+                    "reply set_channel, code 5 [same]\nreply search hand-over [same]\nreply failed search [same]\n"
                     "reply nonsense\n[31m., code 0 [same]\n"
                     "reply refused: it holds no TV control command [same]\n"
                     "reply display_candidates, code 55 [same]\n"

@@ -37,7 +37,9 @@ public:
           m_stLog(stLog),
           m_paint(stOptions.Paint()),
           m_list(stLog.vFiles, m_paint),
-          m_calls([this](LogCall& call) { Show(call); }, stLog.bExplain || stLog.bReplay)
+          m_calls([this](LogCall& call) { Show(call); }, stLog.bExplain || stLog.bReplay),
+          m_reader([this](const LogRecord& stRecord) { m_calls.Take(stRecord); },
+                   [this](const std::string& strLine) { m_calls.Dropped(strLine); })
     {
         if (!stLog.strFolder.empty()) m_extract.emplace(stLog.strFolder);
     }
@@ -56,6 +58,7 @@ private:
     CPaint m_paint;
     CCallList m_list;
     CLogCalls m_calls;
+    CLogReader m_reader;
     CLogReplay m_replay;
     std::optional<CLogExtract> m_extract;
     bool m_bFound = false;  // a call was shown
@@ -64,6 +67,7 @@ private:
 int CLogRun::Run()
 {
     for (const std::string& strFile : m_stLog.vFiles) Read(strFile);
+    m_reader.End();
     m_calls.End();
     if (!m_bFound && !HasFailed())
         Fail(m_stLog.nCall > 0 ? "there is no call " + std::to_string(m_stLog.nCall) : "there is no call in the log");
@@ -74,16 +78,15 @@ void CLogRun::Read(const std::string& strFile)
 {
     CLineFile file(strFile);
     CProgress progress(strFile, file.Size());
-    CLogReader reader([this](const LogRecord& stRecord) { m_calls.Take(stRecord); });
-    m_calls.BeginFile(strFile);
+    m_reader.BeginFile(strFile);
     std::string strPart;
     do {
-        reader.Feed(strPart);
+        m_reader.Feed(strPart);
         strPart.clear();
         progress.Show(file.Position());
         if (!IsDone()) file.Rest(kPart, strPart);
     } while (!strPart.empty());
-    reader.EndFile();
+    m_reader.EndFile();
     if (!file.Failure().empty()) Fail(strFile + " cannot be read: " + file.Failure());
 }
 
@@ -114,7 +117,7 @@ void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
 {
     Case stCase;
     stCase.stReply.strSource = PlaceOf(call);
-    stCase.stReply.strFile = call.strFile;
+    stCase.stReply.strFile = *call.pFile;
     stCase.stReply.strUtterance = call.strUtterance;
     stCase.stReply.bNoUtterance = call.strUtterance.empty();
     if (call.reply.GetState() == CLogReply::State::WHOLE) stCase.stReply.strText = call.reply.Text();

@@ -18,30 +18,33 @@ enum Effect : unsigned {
     HANDS_OVER = 32,
     SEARCHES = 64,  // a failed search
     TWICE = 128,
+    UNSUPPORTED = 256,
 };
 
 constexpr int kAside = -1;
 
 // A line that a call of the kind always writes when it comes so far, `nStep` being its place in the order; or one of
-// a branch, kAside, before which the first `nNeeds` steps were written.
+// a branch, kAside, before which the first `nNeeds` steps were written, and none behind step `nMost`.
 struct Row {
     CallKind eKind;
     std::string_view szFunction;
     std::string_view szStart;
     int nStep;
     int nNeeds;
+    int nMost;
     unsigned nEffect;
 };
 
 constexpr Row Step(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nStep,
                    unsigned nEffect = NOTHING)
 {
-    return {eKind, szFunction, szStart, nStep, nStep, nEffect};
+    return {eKind, szFunction, szStart, nStep, nStep, nStep - 1, nEffect};
 }
 
-constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect)
+constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect,
+                    int nMost = kAside)
 {
-    return {eKind, szFunction, szStart, kAside, nNeeds, nEffect};
+    return {eKind, szFunction, szStart, kAside, nNeeds, std::max(nMost, nNeeds - 1), nEffect};
 }
 
 constexpr CallKind kStart = CallKind::START;
@@ -54,9 +57,9 @@ constexpr Row kRows[] = {
     Step(kStart, "InitService", "m_strAppName:", 1),
     Step(kStart, "ca_initial_service", "initial succeed", 2, ENDS | ACCEPTS),
     Aside(kStart, "InitService", "init service again", 0, TWICE),
-    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES),
-    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES),
-    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES),
+    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES, 1),
+    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES, 1),
+    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES, 1),
 
     Step(kReply, "ca_get_speech_action", "get action from json package", 0),
     Step(kReply, "PrintRcvData", "=================print all receive data", 1),
@@ -81,16 +84,16 @@ constexpr Row kRows[] = {
     Step(kReply, "t_SetSpeechInfo", "eSysAction:", 20),
     Step(kReply, "t_SetSpeechInfo", "No one match", 21, ENDS | ACCEPTS),
     Aside(kReply, "ca_get_speech_action", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES),
+    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES, 21),
     Aside(kReply, "ParseDataFlow", "strPreAllResult is empty", 1, NOTHING),
-    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING),
-    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES),
+    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING, CCallDigest::kCode),
+    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES, CCallDigest::kCode),
     Aside(kReply, "GetSpeechActionData", "vTVControl is empty", 9, NOTHING),
     Aside(kReply, "ca_get_speech_action", "GetSpeechActionData failed", 9, ENDS | REFUSES),
     Aside(kReply, "t_IsContentsSearchAction", "search_failed will", 10, ENDS | ACCEPTS | SEARCHES),
     Aside(kReply, "t_IsContentsSearchAction", "Show search result", 10, HANDS_OVER),
     Aside(kReply, "t_UpdateSearchResult", "strSearchKeywords:", 10, ENDS | ACCEPTS | HANDS_OVER),
-    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING),
+    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING, 20),
     Aside(kReply, "t_GetActionIntent", "tv control error", 21, ENDS | ACCEPTS),
     Aside(kReply, "t_GetActionIntent", "eActionIntent is", 21, ENDS | ACCEPTS),
 
@@ -100,10 +103,10 @@ constexpr Row kRows[] = {
     Step(kStatus, "IsCountrySupportConv", "country[", 3),
     Step(kStatus, "CompareCountryLanguage", "country[", 4, ENDS | ACCEPTS),
     Aside(kStatus, "ca_get_conv_status", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES),
-    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS),
-    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS),
-    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS),
+    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES, 4),
+    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS | UNSUPPORTED),
+    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS | UNSUPPORTED),
+    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS | UNSUPPORTED),
 
     Step(kStop, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS),
     Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | ACCEPTS | NO_SERVICE),
@@ -118,15 +121,22 @@ bool Begins(std::string_view szText, std::string_view szStart)
     return szText.substr(0, szStart.size()) == szStart;
 }
 
-bool Matches(const Row& row, const LogLine& stLine)
+const Row* FindRow(std::string_view szFunction, std::string_view szMessage)
 {
-    return stLine.strFunction == row.szFunction && Begins(stLine.strMessage, row.szStart);
+    const auto Matches = [&](const Row& r) { return szFunction == r.szFunction && Begins(szMessage, r.szStart); };
+    const auto row = std::find_if(std::begin(kRows), std::end(kRows), Matches);
+    return row == std::end(kRows) ? nullptr : &*row;
 }
 
 const Row* FindRow(const LogLine& stLine)
 {
-    const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& r) { return Matches(r, stLine); });
-    return row == std::end(kRows) ? nullptr : &*row;
+    return FindRow(stLine.strFunction, stLine.strMessage);
+}
+
+// Whether the library writes the line, which is none of the above, while it reads what the reply holds.
+bool IsParsing(const LogLine& stLine)
+{
+    return Begins(stLine.strLine, "CAParseJson: ") && stLine.strMessage != "json parse error";
 }
 
 // The number behind `szStart`; false when the line has another message.
@@ -145,6 +155,12 @@ const char* NameOf(CallKind eKind)
     return kNames[static_cast<int>(eKind)];
 }
 
+bool IsStep(std::string_view szFunction, std::string_view szMessage)
+{
+    const Row* pRow = FindRow(szFunction, szMessage);
+    return pRow != nullptr && pRow->nStep != kAside && pRow->eKind != kStop;
+}
+
 CallKind KindOf(const LogLine& stLine)
 {
     if (const Row* pRow = FindRow(stLine)) return pRow->eKind;
@@ -158,6 +174,7 @@ void CCallDigest::Listen(const LogLine& stLine)
     m_refusal.Listen(stLine);
     TakeValues(stLine);
     const Row* pRow = FindRow(stLine);
+    if (pRow == nullptr && IsParsing(stLine)) m_nStep = std::max(m_nStep, kCode);
     if (pRow == nullptr || pRow->eKind != m_eKind) return;
     if (pRow->nStep != kAside) {
         m_nStep = std::max(m_nStep, pRow->nStep);
@@ -172,6 +189,7 @@ void CCallDigest::Listen(const LogLine& stLine)
     m_bHandOver = m_bHandOver || Has(HANDS_OVER);
     m_bFailedSearch = m_bFailedSearch || Has(SEARCHES);
     m_bStartedTwice = m_bStartedTwice || Has(TWICE);
+    m_bUnsupported = m_bUnsupported || Has(UNSUPPORTED);
 }
 
 void CCallDigest::ListenToPiece()
@@ -184,26 +202,39 @@ bool CCallDigest::IsOfNext(const LogLine& stLine) const
 {
     if (KindOf(stLine) != m_eKind) return true;
     const Row* pRow = FindRow(stLine);
-    return pRow != nullptr && pRow->nStep != kAside && pRow->nStep <= m_nStep;
+    if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
+    const bool bEndedStop = m_eKind == CallKind::STOP && !m_bNoService && (pRow->nEffect & NO_SERVICE) != 0;
+    if (m_bEnded || m_nStep > pRow->nMost) return !bEndedStop;
+    return pRow->nStep != kAside && pRow->nStep < m_nNeeded;
 }
 
 void CCallDigest::TakeValues(const LogLine& stLine)
 {
-    constexpr std::string_view kWord = "szAction[0]:";
-    constexpr std::string_view kAnswer = "eControl:";
+    constexpr std::string_view kLookUps[] = {"GetSystemAction", "GetSystemActionChannel", "GetSystemActionCandidate"};
+    constexpr std::string_view kWords[] = {"szAction[0]:", "strAction = "};  // the second when there is no domain
+    const bool bLookUp = std::find(std::begin(kLookUps), std::end(kLookUps), stLine.strFunction) != std::end(kLookUps);
+    if (stLine.strFunction == "t_IsContentsSearchAction" || bLookUp)
+        for (const std::string_view szWord : kWords)
+            if (Begins(stLine.strMessage, szWord)) m_strAction = stLine.strMessage.substr(szWord.size());
+
+    // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
     int nCode = 0;
-    if (stLine.strFunction == "t_IsContentsSearchAction" && Begins(stLine.strMessage, kWord))
-        m_strAction = stLine.strMessage.substr(kWord.size());
-    if (Number(stLine, "GetSystemAction", kAnswer, nCode)) {
+    if (bLookUp && Number(stLine, stLine.strFunction, "eControl:", nCode) && nCode > 0) {
         m_nCode = nCode;
-        m_bEnded = m_bEnded || nCode != 0;
-    } else if (Number(stLine, "GetSystemActionChannel", kAnswer, nCode) ||
-               Number(stLine, "GetSystemActionCandidate", kAnswer, nCode)) {
+        m_bChannel = stLine.strFunction == kLookUps[1];
+        m_bEnded = m_bEnded || stLine.strFunction == kLookUps[0];
+    } else if (Number(stLine, "t_SetSpeechInfo", "No one match, error ouccured:", nCode)) {
         m_nCode = nCode;
-    } else if (stLine.strFunction == "t_Get2ndAction" && m_vSeen.count(17) == 0) {
-        m_bEnded = m_bEnded || m_nCode > 0;  // a channel's: no more follows
+    } else if (stLine.strFunction == "t_Get2ndAction" && m_bChannel) {
+        m_bEnded = true;  // no more follows
     }
     if (m_eKind == CallKind::REPLY && m_bEnded && m_nCode > 0) m_eResult = Result::DONE;
+}
+
+const char* CCallDigest::Outcome() const
+{
+    constexpr const char* kNames[] = {"unknown", "done", "refused"};
+    return m_eKind == CallKind::STOP && m_bNoService ? "no_service" : kNames[static_cast<int>(m_eResult)];
 }
 
 std::vector<std::string> CCallDigest::Missing() const

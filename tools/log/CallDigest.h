@@ -17,6 +17,9 @@ enum class CallKind { START, REPLY, STATUS, STOP };
 // "start", "reply", "status", "stop"
 const char* NameOf(CallKind eKind);
 
+// Whether a line with this message is written once in a call, and never twice in a row.
+bool IsStep(std::string_view szFunction, std::string_view szMessage);
+
 // Which kind of call writes such a line.
 CallKind KindOf(const LogLine& stLine);
 
@@ -40,9 +43,9 @@ public:
     bool HasRecord() const { return m_nStep > kCode; }  // the reply was read, and its record begun
     int GetStep() const { return m_nStep; }             // the last one of the fixed order that was seen
 
-    // Of a reply: its action word and code as far as the log has them; -1 when not.
+    // Of a reply: its action word and code as far as the log has them; -1 when not, as before it is decided.
     const std::string& Action() const { return m_strAction; }
-    int Code() const { return m_nCode; }
+    int Code() const { return m_eResult == Result::DONE ? m_nCode : -1; }
     bool IsHandOver() const { return m_bHandOver; }
     bool IsFailedSearch() const { return m_bFailedSearch; }
 
@@ -53,6 +56,12 @@ public:
     // Of all: the call found no service. Of a start: the service was there already.
     bool NoService() const { return m_bNoService; }
     bool StartedTwice() const { return m_bStartedTwice; }
+
+    // Of a status: the set or its country is without conversation.
+    bool Unsupported() const { return m_bUnsupported; }
+
+    // "unknown", "done", "refused"; of a stop without a service "no_service"
+    const char* Outcome() const;
 
     // What the log had to hold, up to the last line that it does: "FUNCTION: MESSAGE". Of a call that has not ended
     // the last one is "the end".
@@ -80,6 +89,8 @@ private:
     bool m_bFailedSearch = false;
     bool m_bNoService = false;
     bool m_bStartedTwice = false;
+    bool m_bUnsupported = false;
+    bool m_bChannel = false;
     CRefusal m_refusal;
 };
 

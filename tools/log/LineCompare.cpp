@@ -13,9 +13,14 @@ constexpr int kErrorPriority = 6;
 constexpr std::size_t kCutLine = 500;    // bytes; a set's log may cut lines that are longer
 constexpr std::size_t kKeptLine = 1900;  // bytes; more than that may be cut here
 
-// What follows is the answer of the television, not of the library.
-constexpr std::string_view kAnswers[] = {"GetData return:", "vc setting initialize failed",
-                                         "vc_setting_get_language failed"};
+// What the television answers, not the library: lines of these functions, and of others those that begin so.
+constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
+constexpr std::string_view kAnswer = "GetData return:";
+
+bool IsAnswer(const LogLine& stLine)
+{
+    return std::find(std::begin(kAnswering), std::end(kAnswering), stLine.strFunction) != std::end(kAnswering);
+}
 
 bool Begins(std::string_view szText, std::string_view szStart)
 {
@@ -32,8 +37,7 @@ std::string_view Trimmed(std::string_view szText)
 
 bool IsSameMessage(std::string_view szSet, std::string_view szHere)
 {
-    const auto Same = [&](std::string_view szStart) { return Begins(szSet, szStart) && Begins(szHere, szStart); };
-    if (std::any_of(std::begin(kAnswers), std::end(kAnswers), Same)) return true;
+    if (Begins(szSet, kAnswer) && Begins(szHere, kAnswer)) return true;
     szSet = Trimmed(szSet);
     szHere = Trimmed(szHere);
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
@@ -61,6 +65,8 @@ void CLineCompare::Missing::Add(const Missing& stMore)
 
 void CLineCompare::Here(const LogLine& stLine)
 {
+    if (IsAnswer(stLine)) return;
+    SkipAnswers();
     const bool bDebug = stLine.nPriority < kErrorPriority;
     if (m_nNext == m_vSet.size() || !IsSameLine(m_vSet[m_nNext], stLine)) {
         if (m_strBehind.empty()) m_strBehind = stLine.strLine;
@@ -75,8 +81,14 @@ void CLineCompare::Here(const LogLine& stLine)
     m_strBehind.clear();
 }
 
-Comparison CLineCompare::Result() const
+void CLineCompare::SkipAnswers()
 {
+    while (m_nNext < m_vSet.size() && IsAnswer(m_vSet[m_nNext])) ++m_nNext;
+}
+
+Comparison CLineCompare::Result()
+{
+    SkipAnswers();
     Comparison stResult;
     if (m_nNext < m_vSet.size()) {
         stResult.eResult = Comparison::Result::DIFFERS;

@@ -36,10 +36,13 @@ public:
     // The next line of this library.
     void Here(const LogLine& stLine);
 
-    Comparison Result() const;
+    // When there are no more.
+    Comparison Result();
     bool LogsDebug() const { return m_bDebug; }
 
 private:
+    void SkipAnswers();
+
     // Lines of this library that the log does not have.
     struct Missing {
         std::size_t nCount = 0;

@@ -1,10 +1,12 @@
 // Sorting of records into calls.
 #include "log/LogCalls.h"
 
+#include <json/value.h>
+
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
+#include "reading/Input.h"
 #include "text/Text.h"
 
 namespace
@@ -15,9 +17,6 @@ constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open 
 constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
 constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
 
-constexpr std::string_view kPieceFunction = "PrintRcvData";
-constexpr std::string_view kDumpMessage = "=================print all receive data";
-constexpr std::string_view kSizeMessage = "###########strRawData############(print max length:50KB; actural size:";
 constexpr std::string_view kAppMessage = "m_strAppName:";
 constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
@@ -25,15 +24,6 @@ constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 bool Begins(std::string_view szText, std::string_view szStart)
 {
     return szText.substr(0, szStart.size()) == szStart;
-}
-
-// The size in the line before the pieces; false when it is none.
-bool SizeIn(std::string_view szMessage, std::size_t& nSize)
-{
-    if (!Begins(szMessage, kSizeMessage)) return false;
-    const char* pEnd = szMessage.data() + szMessage.size();
-    const auto [pRest, error] = std::from_chars(szMessage.data() + kSizeMessage.size(), pEnd, nSize);
-    return error == std::errc() && pRest != pEnd && *pRest == ')';
 }
 
 LogLine LineOf(const LogForm& stForm, std::string strMessage)
@@ -44,6 +34,39 @@ LogLine LineOf(const LogForm& stForm, std::string strMessage)
     stLine.strLine.append("(").append(stForm.szLine).append(") > ").append(strMessage, 0, kLongestKept);
     stLine.strMessage = std::move(strMessage);
     return stLine;
+}
+
+// Whether the reply's first command may be `szAction`. Most replies need not be parsed for that.
+bool MayBeFirstAction(std::string_view szAction, std::string_view szReply)
+{
+    constexpr std::string_view kKey = "\"action\"";
+    const std::size_t nKey = szReply.find(kKey, szReply.find("\"tvcontrol\""));
+    if (nKey != szReply.npos) {
+        const std::size_t nValue = std::min(szReply.find_first_not_of(" \t\n\r:", nKey + kKey.size()), szReply.size());
+        if (Begins(szReply.substr(nValue), '"' + std::string(szAction) + '"')) return true;
+    }
+    Json::Value root;
+    if (!ParseJson(szReply, false, root)) return true;
+    const Json::Value action = Json::Path(".rsp.tvcontrol[0].action").resolve(root);
+    if (!action.isString()) return true;
+    const std::string strFirst = action.asString();
+    return Begins(strFirst, szAction) || Begins(szAction, strFirst);
+}
+
+// Whether the line names another first action than the call's reply has: then the end of that call is lost, and the
+// beginning of the next.
+bool IsOfAnother(const LogCall& call, const LogLine& stLine)
+{
+    constexpr std::string_view kFirst = "szAction[0]:";
+    constexpr std::string_view kDecided = "strAction = ";
+    std::string_view szAction = stLine.strMessage;
+    if (stLine.strFunction == "t_IsContentsSearchAction" && Begins(szAction, kFirst))
+        szAction.remove_prefix(kFirst.size());
+    else if (stLine.strFunction == "GetSystemAction" && Begins(szAction, kDecided))
+        szAction.remove_prefix(kDecided.size());
+    else
+        return false;
+    return call.reply.GetState() == CLogReply::State::WHOLE && !MayBeFirstAction(szAction, call.reply.Text());
 }
 
 // What a gap with a known place is, and what one of unknown place.
@@ -73,37 +96,48 @@ void CLogCalls::Take(const LogRecord& stRecord)
     if (!ParseLogForm(stRecord.strText, stForm)) return;
     Stream& stStream = StreamOf(stRecord);
     std::size_t nSize = 0;
-    const bool bDump = stForm.szFunction == kPieceFunction;
-    const bool bSize = bDump && SizeIn(stForm.szMessage, nSize);
-    const bool bExpected = !stStream.vOpen.empty() && stStream.vOpen.front().reply.ExpectsPiece();
-    const bool bPiece = bDump && (bExpected || !(bSize || Begins(stForm.szMessage, kDumpMessage)));
-    if (bSize && !bPiece) {
-        // This line ends in a line break: shown as an escape or as a line's end it tells what the log does.
-        stStream.bEscaped = stForm.szMessage.find(")\\n") != std::string_view::npos;
+    const DumpLine eDump = DumpLineOf(stForm, nSize);
+    const bool bPiece = eDump == DumpLine::PIECE;
+    if (eDump == DumpLine::SIZE) {
+        stStream.eEscape = EscapeOf(stForm.szMessage);
         stStream.bKnown = true;
     } else if (!stStream.bKnown) {
-        stStream.bEscaped = stRecord.bSubstitute;
+        stStream.eEscape = stRecord.bSubstitute ? Escape::BACKSLASH : Escape::NONE;
     }
     const LogLine stLine =
-        LineOf(stForm, bPiece ? std::string() : WholeMessage(stRecord, stForm.szMessage, stStream.bEscaped));
+        LineOf(stForm, bPiece ? std::string() : WholeMessage(stRecord, stForm.szMessage, stStream.eEscape));
     LogCall& call = CallOf(stStream, stLine, bPiece, stRecord);
+    call.bTwice = call.bTwice || stRecord.bTwice;
     if (bPiece) {
         call.digest.ListenToPiece();
-        return call.reply.Add(stRecord, stForm.szMessage, stStream.bEscaped);
+        return call.reply.Add(stRecord, stForm.szMessage, stStream.eEscape);
     }
     call.digest.Listen(stLine);
     call.stSet.Listen(stLine);
-    if (bSize) call.reply.Announce(nSize);
+    if (eDump == DumpLine::SIZE) call.reply.Announce(nSize);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
     if (Begins(stLine.strMessage, kWordsMessage)) call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
     if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
     Keep(call, stLine);
 }
 
+void CLogCalls::Dropped(const std::string& strLine)
+{
+    m_strDropped = strLine;
+    for (auto& [key, stStream] : m_mapStreams)
+        for (LogCall& call : stStream.vOpen) call.strDropped = strLine;
+}
+
 void CLogCalls::End()
 {
     for (auto& [key, stStream] : m_mapStreams) Close(stStream);
     m_mapStreams.clear();
+}
+
+void CLogCalls::EndDone()
+{
+    for (auto& [key, stStream] : m_mapStreams)
+        if (!stStream.vOpen.empty() && stStream.vOpen.front().digest.HasEnded()) Close(stStream);
 }
 
 CLogCalls::Stream& CLogCalls::StreamOf(const LogRecord& stRecord)
@@ -125,14 +159,16 @@ LogCall& CLogCalls::CallOf(Stream& stStream, const LogLine& stLine, bool bPiece,
 {
     if (!stStream.vOpen.empty()) {
         const CCallDigest& digest = stStream.vOpen.front().digest;
-        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces;
-        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces : digest.IsOfNext(stLine);
+        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.vOpen.front().reply.IsComplete();
+        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
+                                  : digest.IsOfNext(stLine) || IsOfAnother(stStream.vOpen.front(), stLine);
         if (!bNext) return stStream.vOpen.front();
         Close(stStream);
     }
     LogCall& call = stStream.vOpen.emplace_back(bPiece ? CallKind::REPLY : KindOf(stLine));
     call.nNumber = ++m_nCalls;
-    call.strFile = m_strFile;
+    call.pFile = stRecord.pFile;
+    call.strDropped = std::exchange(m_strDropped, {});
     call.nLine = stRecord.nLine;
     call.strTime = stRecord.stPrefix.strTime;
     call.strProcess = stRecord.stPrefix.strProcess;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +18,7 @@
 
 struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin
-    std::string strFile;
+    std::shared_ptr<const std::string> pFile;
     std::size_t nLine = 0;  // of its first line
     std::string strTime;    // and what stands before that
     std::string strProcess;
@@ -31,6 +32,8 @@ struct LogCall {
     std::vector<LogLine> vLines;  // without the reply's pieces; kept only if wanted
     bool bLinesDropped = false;   // there were more than are kept
     std::size_t nKept = 0;        // what the lines take
+    bool bTwice = false;          // the log has its lines twice
+    std::string strDropped;       // the line in which a logger says that it dropped some
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
@@ -47,17 +50,22 @@ public:
     // Hands each call to `sink` when it is over. With `bKeepLines` it carries its lines.
     CLogCalls(Sink sink, bool bKeepLines) : m_sink(std::move(sink)), m_bKeepLines(bKeepLines) {}
 
-    void BeginFile(std::string strFile) { m_strFile = std::move(strFile); }
     void Take(const LogRecord& stRecord);
+
+    // A logger says in `strLine` that it dropped lines.
+    void Dropped(const std::string& strLine);
+
+    // Nothing came for a while: hands over the calls that have ended.
+    void EndDone();
 
     // Ends the calls that are still open, when there is no more of the log.
     void End();
 
 private:
     struct Stream {
-        std::vector<LogCall> vOpen;  // one or none
-        bool bEscaped = false;       // whether the log writes this stream's control characters as escapes
-        bool bKnown = false;         // whether a line has said so
+        std::vector<LogCall> vOpen;     // one or none
+        Escape eEscape = Escape::NONE;  // what the log makes of this stream's control characters
+        bool bKnown = false;            // a line has said so
         std::uint64_t nUsed = 0;
     };
 
@@ -68,11 +76,11 @@ private:
 
     Sink m_sink;
     bool m_bKeepLines;
-    std::string m_strFile;
     std::map<std::pair<std::string, std::string>, Stream> m_mapStreams;  // by process and thread
     std::uint64_t m_nTime = 0;
     std::size_t m_nCalls = 0;
-    std::size_t m_nKept = 0;  // bytes of all lines that are kept
+    std::size_t m_nKept = 0;   // bytes of all lines that are kept
+    std::string m_strDropped;  // since the last call began
 };
 
 #endif

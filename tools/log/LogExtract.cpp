@@ -25,7 +25,7 @@ std::string NameFor(const LogCall& call)
 
 const char* NameOf(CLogReply::State eState)
 {
-    constexpr const char* kNames[] = {"none", "whole", "cut", "gaps"};
+    constexpr const char* kNames[] = {"none", "whole", "cut", "gaps", "altered"};
     return kNames[static_cast<int>(eState)];
 }
 

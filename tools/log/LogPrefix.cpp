@@ -1,30 +1,84 @@
 // Recognition of the prefixes of the usual log readers.
 #include "log/LogPrefix.h"
 
-#include <algorithm>
-#include <iterator>
+#include <glib.h>
+#include <json/value.h>
 
+#include <algorithm>
+#include <memory>
+
+#include "reading/Input.h"
 #include "session/LogForm.h"
 
 namespace
 {
 
 constexpr std::string_view kTag = "ParloAPI";
-constexpr std::string_view kPriorities = "VDIWEFS";
-constexpr std::size_t kLongestIds = 48;
-constexpr std::size_t kLongestPrefix = 512;  // bytes; the tag of a record is not looked for behind that
+constexpr std::size_t kLongestPrefix = 512;  // bytes; no prefix is looked for behind that
 
-// The files whose lines are recognised without a tag.
-constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
-                                       "CADataHandler", "CADataSortFilter", "CAImageSizeTable",  "parlo-api"};
+#define PARLO_DEVICE_TIME \
+    " *(?<time>(?:\\d{4}-)?\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d+(?: ?[+-]\\d{4})?|\\d+\\.\\d{3,9})"
+#define PARLO_PRIORITY "(?<priority>[VDIWEFS])"
+#define PARLO_IDS "\\(\\s*(?:P\\s*)?(?<process>\\d+)(?:\\s*[,:]\\s*(?:T\\s*)?(?<thread>\\d+))?\\)"
+#define PARLO_TAG "(?<tag>[^\\s:(][^:(]{0,100}?)\\s*"
+#define PARLO_END ":(?: |$)"
+#define PARLO_NUMBER "(?:<(?<priority>\\d{1,3})>)?"
+#define PARLO_PROGRAM "(?:[^\\s:]+ )?(?<program>[^\\s:\\[]+)(?:\\[(?<process>\\d+)\\])?" PARLO_END
 
-constexpr std::string_view kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+// The tag where it stands behind a program's name, or behind a prefix of unknown form.
+constexpr const char* kBehindProgram = "(?:" PARLO_PRIORITY "[ /])?ParloAPI\\s*(?:" PARLO_IDS ")?\\s*:?(?: |$)";
+constexpr const char* kAnywhere = "\\bParloAPI(?!\\w)\\s*(?:" PARLO_IDS ")?\\s*:?(?: |$)";
 
-template <std::size_t N>
-bool IsOneOf(std::string_view szText, const std::string_view (&words)[N])
+constexpr const char* kParts[] = {"time", "process", "thread", "priority"};
+
+struct Freer {
+    void operator()(GRegex* pRegex) const { g_regex_unref(pRegex); }
+    void operator()(GMatchInfo* pMatch) const { g_match_info_free(pMatch); }
+};
+using Found = std::unique_ptr<GMatchInfo, Freer>;
+using Regex = std::unique_ptr<GRegex, Freer>;
+
+Regex Compile(const std::string& strPattern)
 {
-    return std::find(std::begin(words), std::end(words), szText) != std::end(words);
+    constexpr auto kFlags = static_cast<GRegexCompileFlags>(G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES);
+    return Regex(g_regex_new(strPattern.c_str(), kFlags, G_REGEX_MATCH_DEFAULT, nullptr));
+}
+
+std::string AllPatterns()
+{
+    std::string strPatterns;
+    for (const LogFormat& stFormat : LogFormats())
+        strPatterns += (strPatterns.empty() ? "(?:" : "|(?:") + std::string(stFormat.szPattern) + ')';
+    return strPatterns;
+}
+
+// Null when `szText` does not match from `nStart` on; with `bThere` it must match just there.
+Found Find(GRegex* pRegex, std::string_view szText, std::size_t nStart, bool bThere)
+{
+    GMatchInfo* pMatch = nullptr;
+    const GRegexMatchFlags eFlags = bThere ? G_REGEX_MATCH_ANCHORED : G_REGEX_MATCH_DEFAULT;
+    const gboolean bFound = g_regex_match_full(pRegex, szText.data(), static_cast<gssize>(szText.size()),
+                                               static_cast<gint>(nStart), eFlags, &pMatch, nullptr);
+    Found match(pMatch);
+    return bFound != FALSE ? std::move(match) : nullptr;
+}
+
+// Where a group matched; false when it did not.
+bool Group(const Found& match, const char* szName, std::size_t& nStart, std::size_t& nSize)
+{
+    gint nFirst = -1;
+    gint nEnd = -1;
+    if (g_match_info_fetch_named_pos(match.get(), szName, &nFirst, &nEnd) == FALSE || nFirst < 0) return false;
+    nStart = static_cast<std::size_t>(nFirst);
+    nSize = static_cast<std::size_t>(nEnd - nFirst);
+    return true;
+}
+
+std::size_t EndOf(const Found& match)
+{
+    gint nEnd = 0;
+    g_match_info_fetch_pos(match.get(), 0, nullptr, &nEnd);
+    return static_cast<std::size_t>(nEnd);
 }
 
 bool IsDigit(char c)
@@ -32,159 +86,182 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-bool IsNumber(std::string_view szText)
+bool HasForm(std::string_view szText)
 {
-    return !szText.empty() && std::all_of(szText.begin(), szText.end(), IsDigit);
+    LogForm stForm;
+    return ParseLogForm(szText, stForm);
 }
 
-bool IsWordByte(char c)
+// How many bytes at the start of `szText` are colours of any terminal.
+std::size_t AnyColourLength(std::string_view szText)
 {
-    return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-}
-
-// "11-25", "2026-11-25", "2026-11-25T10:00:00.123+0900", "10:00:00.123", "12.345": digits and what stands between
-// those of a date or time, with at least one of that.
-bool IsTime(std::string_view szWord)
-{
-    constexpr std::string_view kBetween = "-:.,+TZ/";
-    bool bBetween = false;
-    for (const char c : szWord) {
-        if (IsDigit(c)) continue;
-        if (kBetween.find(c) == std::string_view::npos) return false;
-        bBetween = true;
+    std::size_t nLength = 0;
+    while (szText.substr(nLength, 2) == "\033[") {
+        const std::size_t nEnd = szText.find_first_not_of("0123456789;", nLength + 2);
+        if (nEnd == szText.npos || szText[nEnd] != 'm') break;
+        nLength = nEnd + 1;
     }
-    return bBetween && IsDigit(szWord.front());
-}
-
-// Takes blanks and then a word off the front of `szText`.
-std::string_view TakeWord(std::string_view& szText)
-{
-    constexpr std::string_view kBlanks = " \t[]";
-    szText.remove_prefix(std::min(szText.find_first_not_of(kBlanks), szText.size()));
-    const std::string_view szWord = szText.substr(0, szText.find_first_of(" \t"));
-    szText.remove_prefix(szWord.size());
-    return szWord.substr(0, std::min(szWord.find_last_not_of(']') + 1, szWord.size()));
-}
-
-// Takes the time off the front of `szPrefix`, "Nov 25 10:00:00" and "11-25 10:00:00.123" being one each.
-std::string_view TakeTime(std::string_view& szPrefix)
-{
-    const std::string_view szAll = szPrefix;
-    std::string_view szTime;
-    std::string_view szRest = szPrefix;
-    for (bool bDay = false; !szRest.empty();) {
-        const std::string_view szWord = TakeWord(szRest);
-        if (szWord.empty() || !(IsTime(szWord) || (bDay && IsNumber(szWord)) || IsOneOf(szWord, kMonths))) break;
-        bDay = IsOneOf(szWord, kMonths);
-        const char* pStart = szTime.empty() ? szWord.data() : szTime.data();
-        szTime = {pStart, static_cast<std::size_t>(szWord.data() + szWord.size() - pStart)};
-        szPrefix = szRest;
-    }
-    return IsOneOf(szTime, kMonths) ? szAll.substr(0, 0) : szTime;  // a month alone is a word
-}
-
-// Puts the numbers in `szText` where they belong: the process first, then the thread.
-void TakeIds(std::string_view szText, LogPrefix& stPrefix)
-{
-    while (!szText.empty()) {
-        const std::size_t nStart = szText.find_first_of("0123456789");
-        if (nStart == std::string_view::npos) return;
-        szText.remove_prefix(nStart);
-        const std::string_view szNumber = szText.substr(0, szText.find_first_not_of("0123456789"));
-        szText.remove_prefix(szNumber.size());
-        std::string& strId = stPrefix.strProcess.empty() ? stPrefix.strProcess : stPrefix.strThread;
-        strId = szNumber;
-    }
-}
-
-// What stands before the tag, without the time.
-void TakeWords(std::string_view szPrefix, LogPrefix& stPrefix)
-{
-    while (!szPrefix.empty()) {
-        const std::string_view szWord = TakeWord(szPrefix);
-        const bool bPriority = szWord.size() == 1 || (szWord.size() == 2 && szWord[1] == '/');
-        if (IsNumber(szWord))
-            TakeIds(szWord, stPrefix);
-        else if (bPriority && kPriorities.find(szWord.front()) != std::string_view::npos)
-            stPrefix.cPriority = szWord.front();
-        else if (szWord.size() > 3 && szWord.substr(szWord.size() - 2) == "]:")
-            TakeIds(szWord.substr(std::min(szWord.rfind('['), szWord.size())), stPrefix);
-    }
-}
-
-// Takes "  (P 1234, T 1235): " off the front of `szRest`, as far as it is there.
-void TakeBehindTag(std::string_view& szRest, LogPrefix& stPrefix)
-{
-    const auto Skip = [&szRest](char c) {
-        if (!szRest.empty() && szRest.front() == c) szRest.remove_prefix(1);
-    };
-    szRest.remove_prefix(std::min(szRest.find_first_not_of(" \t"), szRest.size()));
-    if (!szRest.empty() && (szRest.front() == '(' || szRest.front() == '[')) {
-        const std::size_t nEnd = szRest.find(szRest.front() == '(' ? ')' : ']');
-        const std::string_view szIds = szRest.substr(0, nEnd);
-        if (nEnd < kLongestIds && szIds.find_first_not_of("([ PTpidt,:=0123456789") == szIds.npos) {
-            TakeIds(szIds, stPrefix);
-            szRest.remove_prefix(nEnd + 1);
-        }
-    }
-    const std::size_t nColon = szRest.find_first_not_of(" \t");  // behind the padding of the tag
-    if (nColon != szRest.npos && szRest[nColon] == ':') szRest.remove_prefix(nColon);
-    Skip(':');
-    Skip(' ');
-}
-
-// Whether the tag stands alone at `nPos`; then fills what of `stPrefix` it can.
-bool TagAt(std::string_view szLine, std::size_t nPos, LogPrefix& stPrefix)
-{
-    std::string_view szRest = szLine.substr(nPos + kTag.size());
-    if ((nPos > 0 && IsWordByte(szLine[nPos - 1])) || (!szRest.empty() && IsWordByte(szRest.front()))) return false;
-    std::string_view szBefore = szLine.substr(0, nPos);
-    stPrefix = LogPrefix();
-    szBefore.remove_prefix(ColourLength(szBefore));
-    stPrefix.strTime = TakeTime(szBefore);
-    if (szBefore.size() >= 2 && szBefore.back() == '/' &&
-        kPriorities.find(szBefore[szBefore.size() - 2]) != std::string_view::npos) {
-        stPrefix.cPriority = szBefore[szBefore.size() - 2];
-        szBefore.remove_suffix(2);
-    }
-    TakeWords(szBefore, stPrefix);
-    TakeBehindTag(szRest, stPrefix);
-    stPrefix.nLength = szLine.size() - szRest.size();
-    return true;
-}
-
-bool HasForm(std::string_view szText, LogForm& stForm)
-{
-    return ParseLogForm(szText.substr(std::min(szText.find_first_not_of(" \t"), szText.size())), stForm);
-}
-
-// Whether a line without our tag begins a record: with a time of day, or with "E/Tag(". A number at the start of a line
-// may be a reply's.
-bool IsForeign(std::string_view szLine)
-{
-    std::string_view szRest = szLine.substr(0, kLongestPrefix);
-    if (TakeTime(szRest).find(':') != std::string_view::npos) return szLine.front() != ' ' && szLine.front() != '\t';
-    if (szLine.size() < 4 || szLine[1] != '/' || kPriorities.find(szLine[0]) == std::string_view::npos) return false;
-    return szRest.find('(') != std::string_view::npos;
+    return nLength;
 }
 
 }  // namespace
 
-LineKind RecognisePrefix(std::string_view szLine, LogPrefix& stPrefix)
+const std::vector<LogFormat>& LogFormats()
 {
-    LogForm stForm;
-    bool bTagged = false;
-    const std::string_view szHead = szLine.substr(0, kLongestPrefix);
-    for (std::size_t n = szHead.find(kTag); n != szHead.npos; n = szHead.find(kTag, n + kTag.size())) {
-        LogPrefix stFound;
-        if (!TagAt(szLine, n, stFound)) continue;
-        const bool bOurs = HasForm(szLine.substr(stFound.nLength), stForm);
-        if (bOurs || !bTagged) stPrefix = std::move(stFound);
-        bTagged = true;
-        if (bOurs) return LineKind::OURS;
+    static const std::vector<LogFormat> vFormats = {
+        {"threadtime, epoch, monotonic",
+         PARLO_DEVICE_TIME "\\s+(?:[a-z]\\w*\\s+)?(?<process>\\d+)\\s+(?<thread>\\d+) " PARLO_PRIORITY
+                           " (?<tag>[^\\s:][^:]{0,100}?)\\s*" PARLO_END,
+         "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
+        {"time, brief", "(?:" PARLO_DEVICE_TIME " +)?" PARLO_PRIORITY "/" PARLO_TAG PARLO_IDS PARLO_END,
+         "11-24 18:42:03.118 E/ParloAPI( 1480): "},
+        {"tag", PARLO_PRIORITY "/" PARLO_TAG PARLO_END, "E/ParloAPI: "},
+        {"process, thread", PARLO_PRIORITY PARLO_IDS " ", "E( 1480) "},
+        {"long",
+         "\\[ " PARLO_DEVICE_TIME "\\s+(?<process>\\d+):\\s*(?<thread>\\d+) " PARLO_PRIORITY
+         "/(?<tag>[^\\]]{1,100}?)\\s*(?<alone>\\])$",
+         "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
+        {"RFC 5424",
+         "<(?<priority>\\d{1,3})>1 (?<time>\\S+) \\S+ (?<program>\\S+) (?<process>\\S+) \\S+ "
+         "(?:-|(?:\\[(?:[^\\]\\\\]|\\\\.)*\\])+)(?: (?:\xEF\xBB\xBF)?|$)",
+         "<11>1 2015-11-24T18:42:03.118Z tv ParloAPI 1480 - - "},
+        {"RFC 3164, journalctl short",
+         PARLO_NUMBER
+         "(?:[A-Z][a-z]{2},? )?(?<time>[A-Z][a-z]{2} [ \\d]\\d \\d\\d:\\d\\d:\\d\\d(?:\\.\\d+)?(?: \\d{4})?"
+         ") " PARLO_PROGRAM,
+         "<11>Tue Nov 24 18:42:03 tv ParloAPI[1480]: "},
+        {"ISO times, journalctl short-iso",
+         PARLO_NUMBER "(?:[A-Z][a-z]{2} )?(?<time>\\d{4}-\\d\\d-\\d\\d[ T]\\d\\d:\\d\\d:\\d\\d(?:[.,]\\d+)?(?:Z|[+-]\\d"
+                      "\\d:?\\d\\d| [A-Z]{3,4})?) " PARLO_PROGRAM,
+         "2015-11-24T18:42:03+0900 tv ParloAPI[1480]: "},
+        {"kernel, journalctl short-monotonic, short-unix",
+         PARLO_NUMBER "(?:\\[ *(?<time>\\d+\\.\\d+)\\](?:\\[ *[CT]\\d+\\])?|(?<time>\\d+\\.\\d+)) " PARLO_PROGRAM,
+         "[   12.003118] ParloAPI[1480]: "},
+        {"parlo --log", PARLO_PRIORITY " (?<tag>ParloAPI)" PARLO_END, "E ParloAPI: "},
+    };
+    return vFormats;
+}
+
+LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage)
+{
+    stPrefix.nForm = 0;
+    if (IsLikeLast(szLine)) {
+        Take(szLine, m_stLast, stPrefix, strMessage);
+        return LineKind::OURS;
     }
-    if (bTagged) return LineKind::TAGGED;
-    stPrefix = LogPrefix();
-    if (HasForm(szLine, stForm) && IsOneOf(stForm.szFile, kFiles)) return LineKind::BARE;
-    return IsForeign(szLine) ? LineKind::FOREIGN : LineKind::UNKNOWN;
+    m_stLast = Places();
+    m_strLast.clear();
+    if (szLine.empty()) return LineKind::UNKNOWN;
+    const std::string_view szHead = szLine.substr(0, kLongestPrefix);
+    if (szLine.front() == '{' && szLine.find("\"MESSAGE\"") != szLine.npos)
+        return TakeJournal(szLine, stPrefix, strMessage);
+    const bool bTag = szHead.find(kTag) != szHead.npos;
+    if (!bTag && !bForeign && szHead[std::min<std::size_t>(1, szHead.size() - 1)] != '(') return LineKind::UNKNOWN;
+
+    Places stPlaces;
+    LineKind eKind = Match(szLine, stPlaces);
+    stPrefix.nForm = stPlaces.nForm;
+    if (eKind == LineKind::OURS) m_bKnown = true;
+    if (eKind == LineKind::UNKNOWN && bTag && !m_bKnown && MatchTag(szLine, 0, stPlaces)) eKind = LineKind::OURS;
+    if (eKind == LineKind::FOREIGN || eKind == LineKind::UNKNOWN) return eKind;
+    const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
+    if (nColour > 0 && HasForm(szLine.substr(stPlaces.nMessage + nColour))) stPlaces.nMessage += nColour;
+    Take(szLine, stPlaces, stPrefix, strMessage);
+    if (eKind == LineKind::UNTAGGED) return eKind;
+    m_stLast = stPlaces;
+    const bool bSure = stPlaces.nBehind == 0 && stPlaces.nMessage > 0 && szLine[stPlaces.nMessage - 1] == ' ';
+    if (bSure) m_strLast = szLine.substr(0, stPlaces.nMessage);
+    return eKind;
+}
+
+LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces) const
+{
+    static const Regex pForms = Compile(AllPatterns());
+    static const Regex pBehindProgram = Compile(kBehindProgram);
+    const std::size_t nColour = AnyColourLength(szLine);
+    const std::string_view szHead = szLine.substr(0, kLongestPrefix);
+    Span stTag;
+    Found match = Find(pForms.get(), szHead, std::min(nColour, szHead.size()), true);
+    if (match == nullptr) return LineKind::UNKNOWN;
+    const auto Note = [&] {
+        for (std::size_t i = 0; i < std::size(kParts); ++i)
+            Group(match, kParts[i], stPlaces.vParts[i].nStart, stPlaces.vParts[i].nSize);
+        stPlaces.nMessage = EndOf(match);
+    };
+    Note();
+    for (std::size_t i = 0; i < std::size(kParts); ++i)
+        if (stPlaces.vParts[i].nSize > 0) stPlaces.nForm |= 1U << i;
+    const auto IsTag = [&](const char* szGroup) {
+        return Group(match, szGroup, stTag.nStart, stTag.nSize) && szLine.substr(stTag.nStart, stTag.nSize) == kTag;
+    };
+    stPlaces.bAlone = Group(match, "alone", stTag.nStart, stTag.nSize);
+    if (stPlaces.bAlone) stPlaces.nForm |= 1U << std::size(kParts);
+    if (IsTag("tag") || IsTag("program")) return LineKind::OURS;
+    if (Group(match, "program", stTag.nStart, stTag.nSize)) {
+        match = Find(pBehindProgram.get(), szHead, stPlaces.nMessage, true);
+        if (match == nullptr) return LineKind::FOREIGN;
+        Note();
+        return LineKind::OURS;
+    }
+    if (Group(match, "tag", stTag.nStart, stTag.nSize)) return LineKind::FOREIGN;
+    if (stPlaces.vParts[2].nSize > 0) return LineKind::UNTAGGED;
+    // "E( 1480) message  (ParloAPI)"
+    const std::size_t nBehind = szLine.rfind("  (");
+    if (nBehind == szLine.npos || nBehind < stPlaces.nMessage || szLine.back() != ')') return LineKind::UNKNOWN;
+    stPlaces.nBehind = szLine.size() - nBehind;
+    return szLine.substr(nBehind + 3, kTag.size()) == kTag ? LineKind::OURS : LineKind::FOREIGN;
+}
+
+// Looks for the tag and the form of a record behind any prefix.
+bool CLogPrefixes::MatchTag(std::string_view szLine, std::size_t nStart, Places& stPlaces) const
+{
+    static const Regex pAnywhere = Compile(kAnywhere);
+    const Found match = Find(pAnywhere.get(), szLine.substr(0, kLongestPrefix), nStart, false);
+    if (match == nullptr || !HasForm(szLine.substr(EndOf(match)))) return false;
+    for (const std::size_t i : {1, 2}) Group(match, kParts[i], stPlaces.vParts[i].nStart, stPlaces.vParts[i].nSize);
+    stPlaces.nMessage = EndOf(match);
+    return true;
+}
+
+// Whether a prefix equal to the last but for its digits stands at the start of `szLine`: most lines are recognised so.
+bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
+{
+    if (m_strLast.empty() || szLine.size() < m_strLast.size()) return false;
+    const auto Same = [](char a, char b) { return a == b || (IsDigit(a) && IsDigit(b)); };
+    return std::equal(m_strLast.begin(), m_strLast.end(), szLine.begin(), Same);
+}
+
+void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage)
+{
+    std::string* const vParts[] = {&stPrefix.strTime, &stPrefix.strProcess, &stPrefix.strThread, &stPrefix.strPriority};
+    for (std::size_t i = 0; i < std::size(vParts); ++i)
+        *vParts[i] = szLine.substr(stPlaces.vParts[i].nStart, stPlaces.vParts[i].nSize);
+    stPrefix.nForm = stPlaces.nForm;
+    constexpr std::string_view kEnd = "\033[0m";  // of a reader's colour, which begins before the prefix or the message
+    const bool bColour = szLine.front() == '\033' || (stPlaces.nMessage > 0 && szLine[stPlaces.nMessage - 1] == 'm');
+    std::string_view szMessage = szLine.substr(stPlaces.nMessage);
+    szMessage.remove_suffix(stPlaces.nBehind);
+    if (bColour && szMessage.size() >= kEnd.size() && szMessage.substr(szMessage.size() - kEnd.size()) == kEnd)
+        szMessage.remove_suffix(kEnd.size());
+    strMessage = szMessage;
+}
+
+// A line of "journalctl -o json". Its message is a text, or a list of bytes where it is no UTF-8 or has control
+// characters.
+LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage)
+{
+    static const Regex pBehindProgram = Compile(kBehindProgram);
+    Json::Value entry;
+    if (szLine.find(kTag) == szLine.npos) return LineKind::FOREIGN;
+    if (!ParseJson(szLine, true, entry) || !entry.isObject()) return LineKind::UNKNOWN;
+    const auto Text = [&entry](const char* szKey) { return entry[szKey].isString() ? entry[szKey].asString() : ""; };
+    stPrefix = {Text("__REALTIME_TIMESTAMP"), Text("_PID"), Text("_TID"), Text("PRIORITY")};
+    strMessage = Text("MESSAGE");
+    for (const Json::Value& byte : entry["MESSAGE"].isArray() ? entry["MESSAGE"] : Json::Value())
+        strMessage += byte.isInt() ? static_cast<char>(byte.asInt()) : '?';
+    if (Text("SYSLOG_IDENTIFIER") == kTag) return LineKind::OURS;
+    const Found match = Find(pBehindProgram.get(), strMessage, 0, true);
+    if (match == nullptr) return LineKind::FOREIGN;
+    strMessage.erase(0, EndOf(match));
+    return LineKind::OURS;
 }

@@ -15,6 +15,7 @@ namespace
 constexpr std::size_t kMostProcesses = 64;
 constexpr std::size_t kMostLeftBehind = 1 << 20;  // bytes of replies
 constexpr std::size_t kLongestUtterance = 1 << 20;
+constexpr int kUnsupported = 4;
 constexpr const char* kPlaceholder = "(utterance)";
 
 // Hands a reply to the library; what it logs goes nowhere, what it says is the result.
@@ -98,10 +99,15 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
 {
     if (call.digest.Kind() != CallKind::STATUS || !call.digest.HasEnded()) return {};
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
+    if (call.digest.Unsupported()) return kUnsupported;
+    // The set came to compare country and language: that it recognises voice and has conversation there is sure.
     SetService(Enter(call), true);
-    call.stSet.Apply();
+    SetValues stSet = call.stSet;
+    stSet.strVoiceRecog = "1";
+    stSet.Apply();
     const CLogQuiet quiet;
-    return ca_get_conv_status();
+    const int nStatus = ca_get_conv_status();
+    return nStatus == kUnsupported ? std::optional<int>() : nStatus;
 }
 
 // Puts the service into the state of the call's process.

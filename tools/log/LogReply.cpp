@@ -2,55 +2,63 @@
 #include "log/LogReply.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace
 {
 
-constexpr std::size_t kPiece = 500;
-constexpr std::size_t kMostPieces = 205;
+constexpr std::size_t kMostBytes = kPieceBytes * kMostPieces;
 
-int HexDigit(char c)
+struct Kind {
+    Escape eEscape;
+    const char* szName;
+};
+constexpr Kind kKinds[] = {{Escape::NONE, ""},
+                           {Escape::BACKSLASH, "\\n and \\xNN"},
+                           {Escape::LETTERS, "\\n and \\xNN"},
+                           {Escape::HEX, "\\xNN"},
+                           {Escape::OCTAL, "#ooo"}};
+
+// A number of `nDigits` digits behind the first `nStart` characters of `szText`; -1 when there is none.
+int NumberAt(std::string_view szText, std::size_t nStart, std::size_t nDigits, int nBase)
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+    if (szText.size() < nStart + nDigits) return -1;
+    const char* pEnd = szText.data() + nStart + nDigits;
+    int nNumber = -1;
+    const auto [pRest, error] = std::from_chars(szText.data() + nStart, pEnd, nNumber, nBase);
+    return error == std::errc() && pRest == pEnd && nNumber < 256 ? nNumber : -1;
 }
 
 // Takes one character of an escaped text off its front. An escape that is none stands for itself.
-char TakeEscaped(std::string_view& szText)
+char TakeEscaped(std::string_view& szText, Escape eEscape)
 {
     const char c = szText.front();
-    const char cKind = c == '\\' && szText.size() > 1 ? szText[1] : '\0';
-    const int nHigh = cKind == 'x' && szText.size() > 3 ? HexDigit(szText[2]) : -1;
-    const int nLow = nHigh >= 0 ? HexDigit(szText[3]) : -1;
-    if (nLow >= 0) {
-        szText.remove_prefix(4);
-        return static_cast<char>(nHigh * 16 + nLow);
-    }
-    const bool bEscape = cKind == 'n' || cKind == 't' || cKind == '\\';
-    szText.remove_prefix(bEscape ? 2 : 1);
-    if (!bEscape) return c;
-    return cKind == 'n' ? '\n' : cKind == 't' ? '\t' : '\\';
-}
-
-// `szText` without the log's own carriage returns, if it has them, and without its escapes. A log with escapes has
-// one line a record: what follows a raw control character is not the record's.
-std::string Plain(std::string_view szText, bool bCarriage, bool bEscaped)
-{
-    if (bEscaped) szText = szText.substr(0, szText.find_first_of("\n\033"));
-    std::string strPlain;
-    strPlain.reserve(szText.size());
-    while (!szText.empty()) {
-        const bool bEnd = szText.size() == 1 || szText[1] == '\n';
-        if (bCarriage && bEnd && szText.front() == '\r') {
-            szText.remove_prefix(1);
-        } else if (bEscaped) {
-            strPlain += TakeEscaped(szText);
-        } else {
-            strPlain += szText.front();
-            szText.remove_prefix(1);
+    int nCode = -1;
+    std::size_t nLength = 4;
+    if (eEscape == Escape::OCTAL) {
+        if (c == '#') nCode = NumberAt(szText, 1, 3, 8);
+    } else if (c == '\\' && szText.size() > 1) {
+        if (szText[1] == 'x') nCode = NumberAt(szText, 2, 2, 16);
+        constexpr std::string_view kLetters = "ntr\\";
+        const std::size_t nLetter = eEscape == Escape::HEX ? kLetters.npos : kLetters.find(szText[1]);
+        if (nLetter < (eEscape == Escape::BACKSLASH ? 4U : 3U)) {
+            nCode = "\n\t\r\\"[nLetter];
+            nLength = 2;
         }
     }
+    szText.remove_prefix(nCode < 0 ? 1 : nLength);
+    return nCode < 0 ? c : static_cast<char>(nCode);
+}
+
+// `szText` without the log's escapes. A log with escapes has one line a record: what follows a raw control character
+// is not the record's.
+std::string Plain(std::string_view szText, Escape eEscape)
+{
+    if (eEscape == Escape::NONE) return std::string(szText);
+    szText = szText.substr(0, szText.find_first_of("\n\033"));
+    std::string strPlain;
+    strPlain.reserve(szText.size());
+    while (!szText.empty()) strPlain += TakeEscaped(szText, eEscape);
     return strPlain;
 }
 
@@ -67,17 +75,29 @@ bool Fits(std::string_view szText, std::size_t nLength)
 
 }  // namespace
 
-std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped)
+Escape EscapeOf(std::string_view szSizeMessage)
 {
-    std::string strPlain = Plain(szMessage, stRecord.bCarriage, bEscaped);
+    const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
+    if (szBehind.substr(0, 2) == "\\n") return Escape::BACKSLASH;
+    if (szBehind.substr(0, 3) == "\\x0") return Escape::HEX;
+    return szBehind.substr(0, 4) == "#012" ? Escape::OCTAL : Escape::NONE;
+}
+
+std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape)
+{
+    szMessage =
+        szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records otherwise than lines
+    std::string strPlain = Plain(szMessage, eEscape);
     // Behind the last line that ends in a colour nothing is the record's.
-    for (std::size_t nEnd = bEscaped ? 0 : strPlain.size(); nEnd > 0; nEnd = strPlain.rfind('\n', nEnd - 1)) {
+    const bool bLines = eEscape == Escape::NONE;
+    for (std::size_t nEnd = strPlain.size(); nEnd > 0; nEnd = bLines ? strPlain.rfind('\n', nEnd - 1) : 0) {
         if (nEnd == std::string::npos) break;
         std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
         if (!CutShownColour(szUpTo)) continue;
         strPlain.resize(szUpTo.size());
-        break;
+        return strPlain;
     }
+    if (stRecord.bTorn && bLines) strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
     return strPlain;
 }
 
@@ -87,44 +107,82 @@ void CLogReply::Announce(std::size_t nSize)
     m_nSize = nSize;
 }
 
-void CLogReply::Add(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped)
+void CLogReply::Add(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape)
 {
     if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
         m_bTooMany = true;
         return;
     }
-    // A piece of a length that is expected here is right, however many lines seem to follow it.
-    for (const std::size_t nLength : {LengthOf(m_vLengths.size()), LengthOf(Wanted() - 1), kPiece}) {
-        for (const bool bCarriage : {stRecord.bCarriage, false}) {
-            const std::string strPlain = Plain(szMessage, bCarriage, bEscaped);
-            if (!Fits(strPlain, nLength)) continue;
-            m_vLengths.push_back(nLength);
-            m_strText.append(strPlain, 0, nLength);
+    // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
+    // taken back for it.
+    if (AddFitting(Plain(szMessage, eEscape))) {
+        if (eEscape != Escape::NONE) m_vUndone.insert(kKinds[static_cast<int>(eEscape)].szName);
+        return;
+    }
+    const std::string strWhole = WholeMessage(stRecord, szMessage, eEscape);
+    const std::size_t nExpected = LengthOf(m_vLengths.size());
+    if (m_bSize && strWhole.size() > nExpected) {
+        for (const auto& [eOther, szName] : kKinds) {
+            if (eOther == eEscape || !AddFitting(Plain(szMessage, eOther))) continue;
+            if (eOther != Escape::NONE) m_vUndone.insert(szName);
             return;
         }
+        if (AddUnindented(strWhole)) return;
     }
-    const std::string strPlain = WholeMessage(stRecord, szMessage, bEscaped);
-    m_vLengths.push_back(std::min(strPlain.size(), kPiece));
-    m_strText.append(strPlain, 0, kPiece);
+    m_bAltered = m_bAltered || strWhole.size() > nExpected;
+    m_vLengths.push_back(strWhole.size());
+    m_strText.append(strWhole, 0, kMostBytes - std::min(m_strText.size(), kMostBytes));
+}
+
+bool CLogReply::AddFitting(const std::string& strPlain)
+{
+    for (const std::size_t nLength : {LengthOf(m_vLengths.size()), LengthOf(Wanted() - 1), LengthOf(0)}) {
+        if (!Fits(strPlain, nLength)) continue;
+        m_vLengths.push_back(nLength);
+        m_strText.append(strPlain, 0, std::min(nLength, kMostBytes - std::min(m_strText.size(), kMostBytes)));
+        return true;
+    }
+    return false;
+}
+
+// Adds a piece whose further lines are moved to the right by one number of blanks, if without them its size is right.
+bool CLogReply::AddUnindented(std::string_view szText)
+{
+    const auto nBreaks = static_cast<std::size_t>(std::count(szText.begin(), szText.end(), '\n'));
+    const std::size_t nMore = szText.size() - LengthOf(m_vLengths.size());
+    if (nBreaks == 0 || nMore % nBreaks != 0) return false;
+    const std::string strBreak = '\n' + std::string(nMore / nBreaks, ' ');
+    std::string strPlain;
+    for (std::size_t nStart = 0; nStart <= szText.size();) {
+        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
+        strPlain.append(nStart == 0 ? "" : "\n").append(szText.substr(nStart, nEnd - nStart));
+        if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
+        nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
+    }
+    if (!AddFitting(strPlain)) return false;
+    m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
+    return true;
 }
 
 std::size_t CLogReply::Wanted() const
 {
-    return m_bSize ? std::min((m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
+    return m_bSize ? std::min((m_nSize + kPieceBytes - 1) / kPieceBytes, kMostPieces) : kMostPieces;
 }
 
 // The length of a piece by its place.
 std::size_t CLogReply::LengthOf(std::size_t nPiece) const
 {
-    const std::size_t nOffset = nPiece * kPiece;
-    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPiece) : kPiece;
+    const std::size_t nOffset = nPiece * kPieceBytes;
+    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPieceBytes) : kPieceBytes;
 }
 
 CLogReply::State CLogReply::GetState() const
 {
-    if (m_bSize && m_nSize == 0) return State::WHOLE;
+    if (m_bAltered) return State::ALTERED;
+    if (m_bSize && m_nSize == 0 && !m_bTooMany) return State::WHOLE;
     if (m_vLengths.empty()) return State::NONE;
     if (!Gaps().empty()) return State::GAPS;
+    if (m_strText.size() > m_nSize) return State::ALTERED;
     return m_strText.size() < m_nSize ? State::CUT : State::WHOLE;
 }
 
@@ -134,11 +192,11 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
     // With pieces missing only the places of those are known that are missing behind the first of all.
     if (!m_bSize || m_bTooMany) return {{false, 0, 0}};
     if (m_vLengths.size() < Wanted()) {
-        const std::size_t nLogged = std::min(m_nSize, kMostPieces * kPiece);
+        const std::size_t nLogged = std::min(m_nSize, kMostBytes);
         return {{false, 0, nLogged - std::min(m_strText.size(), nLogged)}};
     }
     for (std::size_t i = 0; i < m_vLengths.size(); ++i)
         if (m_vLengths[i] < LengthOf(i))
-            vGaps.push_back({true, i * kPiece + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
+            vGaps.push_back({true, i * kPieceBytes + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
     return vGaps;
 }

@@ -117,7 +117,7 @@ bool HasReply(const LogCall& call)
 
 std::string PlaceOf(const LogCall& call)
 {
-    return call.strFile + ':' + std::to_string(call.nLine);
+    return *call.pFile + ':' + std::to_string(call.nLine);
 }
 
 CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
@@ -154,14 +154,13 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
 {
     Json::Value value;
     value["call"] = Number(call.nNumber);
-    value["log"] = call.strFile;
+    value["log"] = *call.pFile;
     value["line"] = Number(call.nLine);
     if (!call.strTime.empty()) value["time"] = call.strTime;
     if (!call.strProcess.empty()) value["process"] = call.strProcess;
     if (!call.strThread.empty()) value["thread"] = call.strThread;
     value["kind"] = NameOf(call.digest.Kind());
-    constexpr const char* kResults[] = {"unknown", "done", "refused"};
-    value["outcome"] = kResults[static_cast<int>(call.digest.GetResult())];
+    value["outcome"] = call.digest.Outcome();
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED)
         value["reason"] = call.digest.Reason(call.reply.Text());
     if (!call.digest.Action().empty()) value["action"] = call.digest.Action();
