@@ -239,15 +239,27 @@ const char* CCallDigest::Outcome() const
 
 std::vector<std::string> CCallDigest::Missing() const
 {
+    std::vector<std::string> vMissing = MissingBelow(m_nNeeded);
+    if (!m_bEnded) vMissing.emplace_back("the end");
+    return vMissing;
+}
+
+bool CCallDigest::LacksBefore(const LogLine& stLine) const
+{
+    const Row* pRow = FindRow(stLine);
+    return !MissingBelow(pRow == nullptr ? m_nNeeded : pRow->nNeeds).empty();
+}
+
+std::vector<std::string> CCallDigest::MissingBelow(int nStep) const
+{
     std::vector<std::string> vMissing;
     int nLast = kAside;
     for (const Row& row : kRows) {
-        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= m_nNeeded || row.nStep == nLast) continue;
+        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= nStep || row.nStep == nLast) continue;
         if (m_vSeen.count(row.nStep) != 0 || (row.nEffect & DEBUG) != 0) continue;
         nLast = row.nStep;
         vMissing.push_back(std::string(row.szFunction) + ": " + std::string(row.szStart));
     }
-    if (!m_bEnded) vMissing.emplace_back("the end");
     return vMissing;
 }
 

@@ -67,6 +67,9 @@ public:
     // the last one is "the end".
     std::vector<std::string> Missing() const;
 
+    // Whether the log has lost lines between those that were taken and `stLine`.
+    bool LacksBefore(const LogLine& stLine) const;
+
     // Says the result in words, "volumeup, code 12", with the reply in the same way.
     std::string Words(std::string_view szReply = {}) const;
 
@@ -74,6 +77,7 @@ public:
     static constexpr int kCode = 7;    // the one behind which it is known to be no error
 
 private:
+    std::vector<std::string> MissingBelow(int nStep) const;
     void TakeValues(const LogLine& stLine);
     std::string RecordWords() const;
 

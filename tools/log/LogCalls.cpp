@@ -1,12 +1,9 @@
 // Sorting of records into calls.
 #include "log/LogCalls.h"
 
-#include <json/value.h>
-
 #include <algorithm>
 #include <string_view>
 
-#include "reading/Input.h"
 #include "text/Text.h"
 
 namespace
@@ -36,21 +33,21 @@ LogLine LineOf(const LogForm& stForm, std::string strMessage)
     return stLine;
 }
 
-// Whether the reply's first command may be `szAction`. Most replies need not be parsed for that.
-bool MayBeFirstAction(std::string_view szAction, std::string_view szReply)
+// Whether the first command of the reply may be `szAction`. Says so without parsing, and of what is not plain.
+bool MayBeFirst(std::string_view szAction, std::string_view szReply)
 {
-    constexpr std::string_view kKey = "\"action\"";
-    const std::size_t nKey = szReply.find(kKey, szReply.find("\"tvcontrol\""));
-    if (nKey != szReply.npos) {
-        const std::size_t nValue = std::min(szReply.find_first_not_of(" \t\n\r:", nKey + kKey.size()), szReply.size());
-        if (Begins(szReply.substr(nValue), '"' + std::string(szAction) + '"')) return true;
+    const std::string strValue = '"' + std::string(szAction) + '"';
+    if (szReply.find("\\u") != szReply.npos || szAction.find_first_of("\\\"\n\t\r") != szAction.npos) return true;
+    if (szReply.find(strValue) == szReply.npos) return false;
+    const std::size_t nCommands = szReply.find("\"tvcontrol\"");
+    std::string_view szRest = szReply.substr(std::min(nCommands, szReply.size()));
+    for (const std::string_view szNext : {"\"tvcontrol\"", ":", "[", "{", "\"action\"", ":"}) {
+        szRest.remove_prefix(std::min(szRest.find_first_not_of(" \t\r\n"), szRest.size()));
+        if (!Begins(szRest, szNext)) return true;
+        szRest.remove_prefix(szNext.size());
     }
-    Json::Value root;
-    if (!ParseJson(szReply, false, root)) return true;
-    const Json::Value action = Json::Path(".rsp.tvcontrol[0].action").resolve(root);
-    if (!action.isString()) return true;
-    const std::string strFirst = action.asString();
-    return Begins(strFirst, szAction) || Begins(szAction, strFirst);
+    szRest.remove_prefix(std::min(szRest.find_first_not_of(" \t\r\n"), szRest.size()));
+    return Begins(szRest, strValue) || szReply.rfind("\"tvcontrol\"") != nCommands;
 }
 
 // Whether the line names another first action than the call's reply has: then the end of that call is lost, and the
@@ -66,7 +63,8 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine)
         szAction.remove_prefix(kDecided.size());
     else
         return false;
-    return call.reply.GetState() == CLogReply::State::WHOLE && !MayBeFirstAction(szAction, call.reply.Text());
+    return call.reply.GetState() == CLogReply::State::WHOLE && !MayBeFirst(szAction, call.reply.Text()) &&
+           call.digest.LacksBefore(stLine);
 }
 
 // What a gap with a known place is, and what one of unknown place.

@@ -14,6 +14,7 @@ namespace
 {
 
 constexpr std::string_view kTag = "ParloAPI";
+constexpr std::string_view kJournalMessage = "\"MESSAGE\"";
 constexpr std::size_t kLongestPrefix = 512;  // bytes; no prefix is looked for behind that
 
 #define PARLO_DEVICE_TIME \
@@ -38,10 +39,11 @@ struct Freer {
 using Found = std::unique_ptr<GMatchInfo, Freer>;
 using Regex = std::unique_ptr<GRegex, Freer>;
 
-Regex Compile(const std::string& strPattern)
+Regex Compile(const std::string& strPattern, bool bAnchored)
 {
-    constexpr auto kFlags = static_cast<GRegexCompileFlags>(G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES);
-    return Regex(g_regex_new(strPattern.c_str(), kFlags, G_REGEX_MATCH_DEFAULT, nullptr));
+    constexpr int kFlags = G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES;
+    const auto eFlags = static_cast<GRegexCompileFlags>(kFlags | (bAnchored ? G_REGEX_ANCHORED : 0));
+    return Regex(g_regex_new(strPattern.c_str(), eFlags, G_REGEX_MATCH_DEFAULT, nullptr));
 }
 
 std::string AllPatterns()
@@ -52,13 +54,12 @@ std::string AllPatterns()
     return strPatterns;
 }
 
-// Null when `szText` does not match from `nStart` on; with `bThere` it must match just there.
-Found Find(GRegex* pRegex, std::string_view szText, std::size_t nStart, bool bThere)
+// Null when `szText` does not match from `nStart` on.
+Found Find(GRegex* pRegex, std::string_view szText, std::size_t nStart)
 {
     GMatchInfo* pMatch = nullptr;
-    const GRegexMatchFlags eFlags = bThere ? G_REGEX_MATCH_ANCHORED : G_REGEX_MATCH_DEFAULT;
     const gboolean bFound = g_regex_match_full(pRegex, szText.data(), static_cast<gssize>(szText.size()),
-                                               static_cast<gint>(nStart), eFlags, &pMatch, nullptr);
+                                               static_cast<gint>(nStart), G_REGEX_MATCH_DEFAULT, &pMatch, nullptr);
     Found match(pMatch);
     return bFound != FALSE ? std::move(match) : nullptr;
 }
@@ -92,6 +93,13 @@ bool HasForm(std::string_view szText)
     return ParseLogForm(szText, stForm);
 }
 
+// Whether a prefix can begin so.
+bool MayBegin(std::string_view szLine)
+{
+    const char c = szLine[std::min(szLine.find_first_not_of(' '), szLine.size() - 1)];
+    return IsDigit(c) || (c >= 'A' && c <= 'Z') || c == '<' || c == '[' || c == '\033';
+}
+
 // How many bytes at the start of `szText` are colours of any terminal.
 std::size_t AnyColourLength(std::string_view szText)
 {
@@ -102,6 +110,23 @@ std::size_t AnyColourLength(std::string_view szText)
         nLength = nEnd + 1;
     }
     return nLength;
+}
+
+// Cuts a message that is a list of bytes out of the line of a journal and returns it as text. A parser would need
+// far longer for it.
+std::string CutBytes(std::string& strLine)
+{
+    const std::size_t nStart = strLine.find_first_not_of(" :", strLine.find(kJournalMessage) + kJournalMessage.size());
+    if (nStart == strLine.npos || strLine[nStart] != '[') return {};
+    std::string strBytes;
+    std::size_t n = nStart + 1;
+    for (; n < strLine.size() && strLine[n] != ']'; ++n) {
+        if (!IsDigit(strLine[n])) continue;
+        if (!IsDigit(strLine[n - 1])) strBytes += '\0';
+        strBytes.back() = static_cast<char>(strBytes.back() * 10 + (strLine[n] - '0'));
+    }
+    strLine.replace(nStart, n + 1 - nStart, "0");
+    return strBytes;
 }
 
 }  // namespace
@@ -153,16 +178,18 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
     m_strLast.clear();
     if (szLine.empty()) return LineKind::UNKNOWN;
     const std::string_view szHead = szLine.substr(0, kLongestPrefix);
-    if (szLine.front() == '{' && szLine.find("\"MESSAGE\"") != szLine.npos)
+    if (szLine.front() == '{' && szLine.find(kJournalMessage) != szLine.npos)
         return TakeJournal(szLine, stPrefix, strMessage);
     const bool bTag = szHead.find(kTag) != szHead.npos;
-    if (!bTag && !bForeign && szHead[std::min<std::size_t>(1, szHead.size() - 1)] != '(') return LineKind::UNKNOWN;
+    if (!bTag && (!MayBegin(szLine) || (!bForeign && szHead.substr(1, 1) != "("))) return LineKind::UNKNOWN;
 
     Places stPlaces;
     LineKind eKind = Match(szLine, stPlaces);
     stPrefix.nForm = stPlaces.nForm;
     if (eKind == LineKind::OURS) m_bKnown = true;
-    if (eKind == LineKind::UNKNOWN && bTag && !m_bKnown && MatchTag(szLine, 0, stPlaces)) eKind = LineKind::OURS;
+    if (eKind == LineKind::UNKNOWN && bTag && !m_bKnown && szLine.find(") >") != szLine.npos &&
+        MatchTag(szLine, 0, stPlaces))
+        eKind = LineKind::OURS;
     if (eKind == LineKind::FOREIGN || eKind == LineKind::UNKNOWN) return eKind;
     const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
     if (nColour > 0 && HasForm(szLine.substr(stPlaces.nMessage + nColour))) stPlaces.nMessage += nColour;
@@ -176,12 +203,12 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
 
 LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces) const
 {
-    static const Regex pForms = Compile(AllPatterns());
-    static const Regex pBehindProgram = Compile(kBehindProgram);
+    static const Regex pForms = Compile(AllPatterns(), true);
+    static const Regex pBehindProgram = Compile(kBehindProgram, true);
     const std::size_t nColour = AnyColourLength(szLine);
     const std::string_view szHead = szLine.substr(0, kLongestPrefix);
     Span stTag;
-    Found match = Find(pForms.get(), szHead, std::min(nColour, szHead.size()), true);
+    Found match = Find(pForms.get(), szHead, std::min(nColour, szHead.size()));
     if (match == nullptr) return LineKind::UNKNOWN;
     const auto Note = [&] {
         for (std::size_t i = 0; i < std::size(kParts); ++i)
@@ -198,7 +225,7 @@ LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces) const
     if (stPlaces.bAlone) stPlaces.nForm |= 1U << std::size(kParts);
     if (IsTag("tag") || IsTag("program")) return LineKind::OURS;
     if (Group(match, "program", stTag.nStart, stTag.nSize)) {
-        match = Find(pBehindProgram.get(), szHead, stPlaces.nMessage, true);
+        match = Find(pBehindProgram.get(), szHead, stPlaces.nMessage);
         if (match == nullptr) return LineKind::FOREIGN;
         Note();
         return LineKind::OURS;
@@ -215,20 +242,27 @@ LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces) const
 // Looks for the tag and the form of a record behind any prefix.
 bool CLogPrefixes::MatchTag(std::string_view szLine, std::size_t nStart, Places& stPlaces) const
 {
-    static const Regex pAnywhere = Compile(kAnywhere);
-    const Found match = Find(pAnywhere.get(), szLine.substr(0, kLongestPrefix), nStart, false);
+    static const Regex pAnywhere = Compile(kAnywhere, false);
+    const Found match = Find(pAnywhere.get(), szLine.substr(0, kLongestPrefix), nStart);
     if (match == nullptr || !HasForm(szLine.substr(EndOf(match)))) return false;
     for (const std::size_t i : {1, 2}) Group(match, kParts[i], stPlaces.vParts[i].nStart, stPlaces.vParts[i].nSize);
     stPlaces.nMessage = EndOf(match);
     return true;
 }
 
-// Whether a prefix equal to the last but for its digits stands at the start of `szLine`: most lines are recognised so.
+// Whether a prefix equal to the last but for its digits and its priority stands at the start of `szLine`: most lines
+// are recognised so.
 bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
 {
     if (m_strLast.empty() || szLine.size() < m_strLast.size()) return false;
-    const auto Same = [](char a, char b) { return a == b || (IsDigit(a) && IsDigit(b)); };
-    return std::equal(m_strLast.begin(), m_strLast.end(), szLine.begin(), Same);
+    constexpr std::string_view kPriorities = "VDIWEFS";
+    const Span& stPriority = m_stLast.vParts[3];
+    for (std::size_t i = 0; i < m_strLast.size(); ++i) {
+        if (m_strLast[i] == szLine[i] || (IsDigit(m_strLast[i]) && IsDigit(szLine[i]))) continue;
+        const bool bPriority = i == stPriority.nStart && stPriority.nSize == 1;
+        if (!bPriority || IsDigit(m_strLast[i]) || kPriorities.find(szLine[i]) == kPriorities.npos) return false;
+    }
+    return true;
 }
 
 void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage)
@@ -250,17 +284,17 @@ void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPref
 // characters.
 LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage)
 {
-    static const Regex pBehindProgram = Compile(kBehindProgram);
+    static const Regex pBehindProgram = Compile(kBehindProgram, true);
     Json::Value entry;
-    if (szLine.find(kTag) == szLine.npos) return LineKind::FOREIGN;
-    if (!ParseJson(szLine, true, entry) || !entry.isObject()) return LineKind::UNKNOWN;
+    std::string strLine(szLine);
+    strMessage = CutBytes(strLine);
+    if (szLine.find(kTag) == szLine.npos && strMessage.find(kTag) == strMessage.npos) return LineKind::FOREIGN;
+    if (!ParseJson(strLine, true, entry) || !entry.isObject()) return LineKind::UNKNOWN;
     const auto Text = [&entry](const char* szKey) { return entry[szKey].isString() ? entry[szKey].asString() : ""; };
     stPrefix = {Text("__REALTIME_TIMESTAMP"), Text("_PID"), Text("_TID"), Text("PRIORITY")};
-    strMessage = Text("MESSAGE");
-    for (const Json::Value& byte : entry["MESSAGE"].isArray() ? entry["MESSAGE"] : Json::Value())
-        strMessage += byte.isInt() ? static_cast<char>(byte.asInt()) : '?';
+    if (strMessage.empty()) strMessage = Text("MESSAGE");
     if (Text("SYSLOG_IDENTIFIER") == kTag) return LineKind::OURS;
-    const Found match = Find(pBehindProgram.get(), strMessage, 0, true);
+    const Found match = Find(pBehindProgram.get(), strMessage, 0);
     if (match == nullptr) return LineKind::FOREIGN;
     strMessage.erase(0, EndOf(match));
     return LineKind::OURS;

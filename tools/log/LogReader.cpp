@@ -64,9 +64,10 @@ bool IsSubstitutes(const LogPrefix& stPrefix, std::string_view szRaw)
            nTag < szRaw.size() && szRaw[nTag - 1] == ' ';
 }
 
-bool HasOpenBracket(std::string_view szText)
+// How many brackets it opens and does not close.
+std::ptrdiff_t Brackets(std::string_view szText)
 {
-    return std::count(szText.begin(), szText.end(), '[') > std::count(szText.begin(), szText.end(), ']');
+    return std::count(szText.begin(), szText.end(), '[') - std::count(szText.begin(), szText.end(), ']');
 }
 
 }  // namespace
@@ -294,14 +295,18 @@ void CLogReader::Begin(Stream& stStream, const Line& stLine)
 
     LogForm stForm;
     if (!ParseLogForm(stRecord.strText, stForm)) return;
-    stStream.nMessage = stRecord.strText.size() - stForm.szMessage.size();
+    const std::string_view szMessage = stForm.szMessage;
+    const auto IsBegin = [szMessage](std::string_view szStart) { return Begins(szMessage, szStart); };
+    stStream.nMessage = stRecord.strText.size() - szMessage.size();
+    stStream.bOpenText = std::any_of(std::begin(kOpenTexts), std::end(kOpenTexts), IsBegin);
+    stStream.nBrackets = Brackets(szMessage);
     std::size_t nSize = 0;
     stStream.eDump = DumpLineOf(stForm, nSize);
     if (stStream.eDump == DumpLine::BAR) stStream.nSize.reset();
     if (stStream.eDump != DumpLine::SIZE) return;
     stStream.nSize = nSize;
     stStream.nPieces = 0;
-    const std::string_view szBehind = stForm.szMessage.substr(stForm.szMessage.find(')') + 1);
+    const std::string_view szBehind = szMessage.substr(szMessage.find(')') + 1);
     // The message ends in a line break: where the log shows that in the same line, it does so with every record.
     if (!szBehind.empty() && ColourLength(szBehind) == 0) stStream.eStyle = Style::ONE_LINE;
 }
@@ -312,6 +317,7 @@ void CLogReader::Append(Stream& stStream, const Line& stLine)
     const std::string& strContent = Content(stStream, stLine);
     AppendBounded(stStream.stRecord.strText, "\n");
     AppendBounded(stStream.stRecord.strText, strContent);
+    stStream.nBrackets += Brackets(strContent);
     stStream.bClosed = IsClosed(strContent);
 }
 
@@ -349,12 +355,8 @@ bool CLogReader::GoesOn(const Stream& stStream, const Line& stLine)
     if (!stLine.bTagged && stStream.eStyle == Style::PREFIXED) return false;
     if (stLine.bTagged && stLine.stPrefix.strPriority != stRecord.stPrefix.strPriority) return false;
     if (stStream.eDump == DumpLine::PIECE) return szText.size() < kLongestPiece;
-    const std::string_view szMessage = szText.substr(std::min(stStream.nMessage, szText.size()));
-    if (stStream.eDump == DumpLine::SIZE) return szMessage.find('\n') == szMessage.npos;
-    if (szText.size() >= kLongestText) return false;
-    const auto IsBegin = [szMessage](std::string_view szStart) { return Begins(szMessage, szStart); };
-    return stStream.bColours || std::any_of(std::begin(kOpenTexts), std::end(kOpenTexts), IsBegin) ||
-           HasOpenBracket(szMessage);
+    if (stStream.eDump == DumpLine::SIZE) return szText.find('\n') == szText.npos;
+    return szText.size() < kLongestText && (stStream.bColours || stStream.bOpenText || stStream.nBrackets > 0);
 }
 
 // Whether a piece that is awaited next may have so many bytes.

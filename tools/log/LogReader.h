@@ -72,8 +72,10 @@ private:
         bool bAlone = false;       // its prefix had a line of its own
         std::size_t nMessage = 0;  // where it begins in the text
         DumpLine eDump = DumpLine::NONE;
-        bool bClosed = false;   // by its colour
-        bool bColours = false;  // a record was
+        bool bOpenText = false;        // it ends in a text of the reply or the set
+        std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
+        bool bClosed = false;          // by its colour
+        bool bColours = false;         // a record was
         Style eStyle = Style::UNKNOWN;
         std::optional<std::size_t> nSize;  // of the reply, as announced
         std::size_t nPieces = 0;
