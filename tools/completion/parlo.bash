@@ -12,6 +12,7 @@ _parlo()
     case $prev in
         --voice-recog) words="0 1 none" ;;
         --log) words="off error debug" ;;
+        --kind) words="start reply status stop" ;;
         --color) words="auto always never" ;;
         --format) words="text json" ;;
         --country) words="KR US AU CA BR PT ES CN NO SE AT GB DE IT PL FI BE DK IE FR NL RU CH none" ;;
@@ -42,7 +43,7 @@ _parlo()
         reply) options+=" --utterance --json --compact" ;;
         conversation) options+=" --json --compact" ;;
         explain) options+=" --utterance --json" ;;
-        log) options+=" --explain --extract --replay --json" ;;
+        log) options+=" --call --since --until --process --kind --refused --differs --explain --extract --replay --json" ;;
         test) options+=" --junit --update" ;;
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;

@@ -244,6 +244,17 @@ std::vector<std::string> CCallDigest::Missing() const
     return vMissing;
 }
 
+std::vector<std::string> CCallDigest::MissingWords() const
+{
+    std::vector<std::string> vWords;
+    const std::size_t nAll = MissingBelow(m_nNeeded).size();
+    const std::size_t nBegin = m_vSeen.empty() ? nAll : MissingBelow(std::min(*m_vSeen.begin(), m_nNeeded)).size();
+    if (nBegin > 0) vWords.emplace_back("its beginning is lost");
+    if (nAll > nBegin) vWords.push_back("steps in between are lost: " + std::to_string(nAll - nBegin));
+    if (!m_bEnded) vWords.emplace_back("its end is lost, and what came of it");
+    return vWords;
+}
+
 bool CCallDigest::LacksBefore(const LogLine& stLine) const
 {
     const Row* pRow = FindRow(stLine);

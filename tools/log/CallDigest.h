@@ -67,6 +67,9 @@ public:
     // the last one is "the end".
     std::vector<std::string> Missing() const;
 
+    // What that means for the call, for a person.
+    std::vector<std::string> MissingWords() const;
+
     // Whether the log has lost lines between those that were taken and `stLine`.
     bool LacksBefore(const LogLine& stLine) const;
 

@@ -83,6 +83,13 @@ std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
 std::vector<std::string> LogCall::Missing() const
 {
     std::vector<std::string> vMissing = digest.Missing();
+    for (std::string& strMissing : MissingOfReply()) vMissing.push_back(std::move(strMissing));
+    return vMissing;
+}
+
+std::vector<std::string> LogCall::MissingOfReply() const
+{
+    std::vector<std::string> vMissing;
     if (!reply.HasSize() && reply.Pieces() == 0) return vMissing;
     for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
     return vMissing;

@@ -39,6 +39,7 @@ struct LogCall {
 
     // Everything that the log lost of it, in words. Empty: the call is whole, as far as its lines can tell.
     std::vector<std::string> Missing() const;
+    std::vector<std::string> MissingOfReply() const;
 };
 
 // Bounded memory whatever the records; of a call with very many lines the last ones are not kept.

@@ -13,7 +13,6 @@
 namespace
 {
 
-constexpr std::string_view kTag = "ParloAPI";
 constexpr std::string_view kJournalMessage = "\"MESSAGE\"";
 constexpr std::size_t kLongestPrefix = 512;  // bytes; no prefix is looked for behind that
 

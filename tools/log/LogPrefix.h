@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+constexpr std::string_view kTag = "ParloAPI";
+
 // One form of prefix, as a pattern of GLib's regular expressions. Its groups say what stands where: "time", "process",
 // "thread" and "priority"; "tag", or "program" where that name may stand in front of the tag; "alone" in a prefix that
 // has a line of its own; none of these three where the tag stands at the line's end or nowhere.

@@ -107,13 +107,18 @@ void CLogReader::End()
     while (!m_mapStreams.empty()) Settle(m_mapStreams.extract(m_mapStreams.begin()));
 }
 
+void CLogReader::Pause()
+{
+    for (auto& [key, stStream] : m_mapStreams)
+        if (stStream.vHeld.empty() && !Lacks(stStream)) Finish(stStream);
+}
+
 void CLogReader::TakeLine(std::string_view szLine)
 {
     ++m_stFile.nLine;
     if (m_stFile.nLine == 1 && Begins(szLine, kByteOrderMark)) szLine.remove_prefix(kByteOrderMark.size());
     if (IsTwice(szLine)) return;
     Classify(Plain(szLine));
-    if (m_stLine.bTagged) ++m_nTagged;
     if (m_stFile.bAlone) return;
     const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || GoesOn(*m_pLast, m_stLine));
     if (m_stLine.eSort != Sort::RECORD && !bMore && SaysDropped(m_stLine.strRaw)) m_notice(m_stLine.strRaw);
@@ -181,6 +186,8 @@ void CLogReader::Classify(std::string_view szLine)
     if (stLine.bAlone) stLine.stPrefix = m_stFile.stAlone;
     if (eKind == LineKind::UNKNOWN && !stLine.bAlone) stLine.stPrefix = LogPrefix();
     if (stLine.bAlone || (!bOurs && eKind != LineKind::UNTAGGED)) stLine.strMessage = szLine;
+
+    if (bOurs || szLine.find(kTag) != szLine.npos) ++m_nTagged;
 
     LogForm stForm;
     const bool bForm = ParseLogForm(stLine.strMessage, stForm);

@@ -49,7 +49,10 @@ public:
     // There is no more: hands over what is left.
     void End();
 
-    // Lines with the library's tag, and those of them that are no record's.
+    // Nothing more came for a while: hands over the records that lack nothing.
+    void Pause();
+
+    // Lines that have the library's tag, and those that it stands before of which nothing could be made.
     std::size_t Tagged() const { return m_nTagged; }
     std::size_t Strays() const { return m_nStrays; }
 

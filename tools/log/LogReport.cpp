@@ -39,7 +39,9 @@ std::string ReplyText(const CLogReply& reply)
 {
     std::string strText = std::string("reply ") + NameOf(reply.GetState()) + ": " + std::to_string(reply.Text().size());
     if (reply.HasSize()) strText += " of " + std::to_string(reply.Size());
-    return strText + " bytes";
+    strText += " bytes";
+    for (const std::string& strUndone : reply.Undone()) strText += ", with " + strUndone + " taken back";
+    return strText;
 }
 
 // The result of a replay, each line of it.
@@ -47,7 +49,7 @@ std::vector<std::string> Lines(const Comparison& stComparison)
 {
     switch (stComparison.eResult) {
         case Comparison::Result::SAME:
-            return {"replay: the same"};
+            return {};
         case Comparison::Result::MISSING:
             return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
                         " that the log does not have, the first being",
@@ -66,6 +68,12 @@ const char* NameOf(Comparison::Result eResult)
 {
     constexpr const char* kNames[] = {"same", "lines_missing", "differs", "not_compared"};
     return kNames[static_cast<int>(eResult)];
+}
+
+const char* Words(Comparison::Result eResult)
+{
+    constexpr const char* kWords[] = {"the same", "the same but for lost lines", "different", "not compared"};
+    return kWords[static_cast<int>(eResult)];
 }
 
 Json::Value List(const std::vector<std::string>& vTexts)
@@ -93,6 +101,7 @@ Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
         gap["offset"] = stGap.bPlace ? Number(stGap.nOffset) : Json::Value();
         gap["bytes"] = stGap.nBytes > 0 ? Number(stGap.nBytes) : Json::Value();
     }
+    if (!reply.Undone().empty()) value["undone"] = List({reply.Undone().begin(), reply.Undone().end()});
     if (!strFile.empty()) value["file"] = strFile;
     return value;
 }
@@ -121,9 +130,12 @@ std::string PlaceOf(const LogCall& call)
 }
 
 CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
-    : m_nPlace(kLineDigits), m_paint(paint)
+    : m_nFolder(vFiles.front().rfind('/') + 1), m_nPlace(kLineDigits), m_paint(paint)
 {
-    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() + kLineDigits);
+    const std::string strFolder = vFiles.front().substr(0, m_nFolder);
+    for (const std::string& strFile : vFiles)
+        if (strFile.rfind('/') + 1 != m_nFolder || strFile.substr(0, m_nFolder) != strFolder) m_nFolder = 0;
+    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() - m_nFolder + kLineDigits);
 }
 
 std::string CCallList::Heading() const
@@ -133,21 +145,49 @@ std::string CCallList::Heading() const
     return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
 }
 
-std::string CCallList::Call(const LogCall& call, const CallReport& stReport) const
+std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
 {
-    std::string strText = Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess),
-                               NameOf(call.digest.Kind()), Shown(PlaceOf(call)), Shown(OutcomeOf(call, stReport))},
-                              m_nPlace);
+    CountCall(call, stReport);
+    std::string strText =
+        Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess), NameOf(call.digest.Kind()),
+             Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
+            m_nPlace);
     strText += '\n';
     std::vector<std::string> vLines;
-    if (HasReply(call) && (!stReport.strFile.empty() || call.reply.GetState() != CLogReply::State::WHOLE))
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE && call.reply.Undone().empty();
+    if (HasReply(call) && (!stReport.strFile.empty() || !bWhole))
         vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
-    if (const std::vector<std::string> vMissing = call.Missing(); !vMissing.empty())
-        vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    std::vector<std::string> vMissing = call.digest.MissingWords();
+    for (std::string& strMissing : call.MissingOfReply()) vMissing.push_back(std::move(strMissing));
+    if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
+    if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
     if (stReport.stReplayed)
         for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
     for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
     return strText + stReport.strExplanation;
+}
+
+void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
+{
+    ++m_nCalls;
+    m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
+    m_nNotWhole += HasReply(call) && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
+    m_bMixed = m_bMixed || call.nNumber < m_nLast;
+    m_nLast = call.nNumber;
+    if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
+}
+
+std::string CCallList::Closing(std::size_t nStrays) const
+{
+    std::string strText = Count(m_nCalls, "call", "calls") + ", " + std::to_string(m_nRefused) + " refused, " +
+                          Count(m_nNotWhole, "reply", "replies") + " not whole";
+    if (nStrays > 0) strText += ", " + Count(nStrays, "line", "lines") + " of the library not understood";
+    if (m_bMixed) strText += "\ncalls of several threads overlap: each is listed when it ends";
+    std::string strReplayed;
+    for (const auto& [eResult, nCount] : m_mapReplayed)
+        strReplayed += (strReplayed.empty() ? "\nreplay: " : ", ") + std::to_string(nCount) + ' ' + Words(eResult);
+    return m_paint.Faint(strText + strReplayed) + '\n';
 }
 
 Json::Value CallJson(const LogCall& call, const CallReport& stReport)
@@ -170,6 +210,8 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (!call.strUtterance.empty()) value["utterance"] = call.strUtterance;
     if (HasReply(call)) value["reply"] = ReplyJson(call.reply, stReport.strFile);
     value["missing"] = List(call.Missing());
+    if (!call.strDropped.empty()) value["dropped"] = call.strDropped;
+    if (call.bTwice) value["each_line_twice"] = true;
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
     if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;
