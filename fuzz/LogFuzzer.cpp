@@ -24,12 +24,10 @@ std::string Told(std::string_view szLog, std::size_t nPart)
             for (const LogLine& stLine : call.vLines) told << stLine.strLine << '\n';
         },
         true);
-    CLogReader reader([&calls](const LogRecord& stRecord) { calls.Take(stRecord); },
-                      [&calls](const std::string& strLine) { calls.Dropped(strLine); });
+    CLogReader reader([&calls](const LogTextLine& stLine) { return calls.Take(stLine); });
     reader.BeginFile("log");
     for (std::size_t n = 0; n < szLog.size(); n += nPart) reader.Feed(szLog.substr(n, nPart));
     reader.EndFile();
-    reader.End();
     calls.End();
     return told.str();
 }

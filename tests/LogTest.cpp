@@ -124,12 +124,10 @@ std::vector<Told> Read(const std::string& strLog, std::size_t nPart = 1000)
             vTold.push_back(std::move(stTold));
         },
         true);
-    CLogReader reader([&](const LogRecord& stRecord) { calls.Take(stRecord); },
-                      [&](const std::string& strLine) { calls.Dropped(strLine); });
+    CLogReader reader([&calls](const LogTextLine& stLine) { return calls.Take(stLine); });
     reader.BeginFile("log");
     for (std::size_t n = 0; n < strLog.size(); n += nPart) reader.Feed(std::string_view(strLog).substr(n, nPart));
     reader.EndFile();
-    reader.End();
     calls.End();
     return vTold;
 }

@@ -49,8 +49,7 @@ public:
           m_paint(stOptions.Paint()),
           m_list(stOptions.vFiles, m_paint),
           m_calls([this](LogCall& call) { Show(call); }, stLog.bExplain || stLog.bReplay),
-          m_reader([this](const LogRecord& stRecord) { m_calls.Take(stRecord); },
-                   [this](const std::string& strLine) { m_calls.Dropped(strLine); })
+          m_reader([this](const LogTextLine& stLine) { return m_calls.Take(stLine); })
     {
         if (!stLog.strFolder.empty()) m_extract.emplace(stLog.strFolder);
     }
@@ -81,7 +80,6 @@ private:
 int CLogRun::Run()
 {
     for (const std::string& strFile : m_stOptions.vFiles) Read(strFile);
-    m_reader.End();
     m_calls.End();
     Close();
     return HasFailed() ? kExitFailure : kExitOk;
@@ -90,7 +88,7 @@ int CLogRun::Run()
 // Says what all came to, or why there is nothing.
 void CLogRun::Close() const
 {
-    if (m_bFound && !m_stOptions.bJson && !m_stLog.bExplain && !m_bPassed) Print(m_list.Closing(m_reader.Strays()));
+    if (m_bFound && !m_stOptions.bJson && !m_stLog.bExplain && !m_bPassed) Print(m_list.Closing(m_calls.Strays()));
     if (m_bFound || HasFailed()) return;
     if (!m_stLog.filter.strCalls.empty()) return Fail("there is no call " + m_stLog.filter.strCalls);
     if (m_nCalls > 0) return Complain("none of the " + Count(m_nCalls, "call", "calls") + " is wanted");
@@ -124,8 +122,7 @@ void CLogRun::Read(const std::string& strFile)
 // Whoever writes the log waits: shows what is over.
 void CLogRun::Pause()
 {
-    m_reader.Pause();
-    m_calls.EndDone();
+    m_calls.Pause();
     FlushOutput();
 }
 

@@ -59,10 +59,10 @@ bool CallFilter::ReadCalls()
 bool CallFilter::Wants(const LogCall& call) const
 {
     if (call.nNumber < nFirst || call.nNumber > nLast) return false;
-    if (!strProcess.empty() && call.strProcess != strProcess) return false;
+    if (!strProcess.empty() && call.stPrefix.strProcess != strProcess) return false;
     if (!strKind.empty() && strKind != NameOf(call.digest.Kind())) return false;
     if (bRefused && call.digest.GetResult() != CCallDigest::Result::REFUSED) return false;
-    if (call.strTime.empty()) return strSince.empty() && strUntil.empty();
-    return (strSince.empty() || Compare(call.strTime, strSince) >= 0) &&
-           (strUntil.empty() || Compare(call.strTime, strUntil) <= 0);
+    if (call.stPrefix.strTime.empty()) return strSince.empty() && strUntil.empty();
+    return (strSince.empty() || Compare(call.stPrefix.strTime, strSince) >= 0) &&
+           (strUntil.empty() || Compare(call.stPrefix.strTime, strUntil) <= 0);
 }

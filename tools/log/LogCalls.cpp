@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
+constexpr std::size_t kLongestHeld = 564;     // bytes behind which a piece is longer than any
 constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
 constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
 constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
@@ -17,6 +18,10 @@ constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the
 constexpr std::string_view kAppMessage = "m_strAppName:";
 constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
+
+// What loggers write in place of lines that they drop.
+constexpr std::string_view kDropped[] = {"uppressed ",    "messages suppressed", "rate-limit", "message repeated ",
+                                         "messages lost", " identical ",         "log lost"};
 
 bool Begins(std::string_view szText, std::string_view szStart)
 {
@@ -67,6 +72,12 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine)
            call.digest.LacksBefore(stLine);
 }
 
+bool SaysDropped(std::string_view szLine)
+{
+    const auto Says = [szLine](std::string_view szWords) { return szLine.find(szWords) != szLine.npos; };
+    return std::any_of(std::begin(kDropped), std::end(kDropped), Says);
+}
+
 // What a gap with a known place is, and what one of unknown place.
 std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
 {
@@ -95,89 +106,165 @@ std::vector<std::string> LogCall::MissingOfReply() const
     return vMissing;
 }
 
-void CLogCalls::Take(const LogRecord& stRecord)
+bool CLogCalls::Take(const LogTextLine& stLine)
 {
-    LogForm stForm;
-    if (!ParseLogForm(stRecord.strText, stForm)) return;
-    Stream& stStream = StreamOf(stRecord);
-    std::size_t nSize = 0;
-    const DumpLine eDump = DumpLineOf(stForm, nSize);
-    const bool bPiece = eDump == DumpLine::PIECE;
-    if (eDump == DumpLine::SIZE) {
-        stStream.eEscape = EscapeOf(stForm.szMessage);
-        stStream.bKnown = true;
-    } else if (!stStream.bKnown) {
-        stStream.eEscape = stRecord.bSubstitute ? Escape::BACKSLASH : Escape::NONE;
+    const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && SaysDropped(stLine.strRaw)) NoteDropped(stLine.strRaw);
+    Assign(stLine);
+    return m_pLast != nullptr && m_pLast->MayGoOnRaw();
+}
+
+void CLogCalls::NoteDropped(const std::string& strLine)
+{
+    m_strDropped = strLine;
+    for (auto& [key, stStream] : m_mapStreams)
+        if (stStream.call) stStream.call->strDropped = strLine;
+}
+
+void CLogCalls::Pause()
+{
+    for (auto& [key, stStream] : m_mapStreams) {
+        if (!stStream.vHeld.empty() || stStream.Lacks()) continue;
+        Finish(stStream);
+        if (stStream.call && stStream.call->digest.HasEnded()) Close(stStream);
     }
+}
+
+void CLogCalls::End()
+{
+    while (!m_mapStreams.empty()) Settle(m_mapStreams.extract(m_mapStreams.begin()));
+}
+
+LogStream& CLogCalls::StreamOf(const LogPrefix& stPrefix)
+{
+    const auto key = std::make_pair(stPrefix.strProcess, stPrefix.strThread);
+    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams) {
+        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+        Settle(m_mapStreams.extract(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older)));
+    }
+    LogStream& stStream = m_mapStreams[key];
+    stStream.nUsed = ++m_nTime;
+    return stStream;
+}
+
+// Hands the line to the stream that it belongs to. Where a log shows further lines as they are, even one with another
+// process's prefix may be of the piece before it, and one with a prefix of another make must be.
+void CLogCalls::Assign(const LogTextLine& stLine)
+{
+    const bool bRaw = m_pLast != nullptr && m_pLast->eStyle == LogStream::Style::RAW && !stLine.bAlone;
+    const bool bInside = bRaw && (!m_pLast->vHeld.empty() || m_pLast->Lacks());
+    if (bRaw && m_pLast->vHeld.empty() && stLine.stPrefix.nForm != m_pLast->stFirst.stPrefix.nForm &&
+        m_pLast->MayLack())
+        return m_pLast->Append(stLine);
+    if (stLine.bTagged && !bInside) m_pLast = &StreamOf(stLine.stPrefix);
+    if (m_pLast == nullptr) return;
+    Put(*m_pLast, stLine);
+    if (stLine.eSort == LogTextLine::Sort::OTHER && m_pLast != nullptr && m_pLast->vHeld.empty()) m_pLast = nullptr;
+}
+
+void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
+{
+    if (!stStream.vHeld.empty()) return PutBehindHeld(stStream, stLine);
+    if (stLine.eSort != LogTextLine::Sort::MORE && !stLine.bAlone && stStream.Lacks())
+        return stStream.vHeld.push_back(stLine);
+    if (stLine.eSort == LogTextLine::Sort::RECORD) {
+        Finish(stStream);
+        stStream.Begin(stLine);
+    } else if (stLine.eSort == LogTextLine::Sort::MORE && stStream.GoesOn(stLine)) {
+        stStream.Append(stLine);
+    } else if (stLine.bTagged) {
+        ++m_nStrays;
+    }
+}
+
+// What is held is the pending record's where it makes up its length and another record follows; so is what stands
+// between lines of other programs.
+void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
+{
+    const bool bAll = stLine.eSort != LogTextLine::Sort::MORE && stStream.IsMadeUp(true);
+    if (bAll || stStream.IsMadeUp(false)) {
+        for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {}))
+            if (bAll || stHeld.eSort == LogTextLine::Sort::MORE) stStream.Append(stHeld);
+    } else if (stStream.LengthWithHeld(true) < kLongestHeld) {
+        return stStream.vHeld.push_back(stLine);
+    } else {
+        Release(stStream);
+    }
+    Assign(stLine);
+}
+
+void CLogCalls::Release(LogStream& stStream)
+{
+    Finish(stStream);
+    m_pLast = nullptr;
+    for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {})) Assign(stLine);
+}
+
+// The record is over: its call takes it.
+void CLogCalls::Finish(LogStream& stStream)
+{
+    if (!std::exchange(stStream.bPending, false)) return;
+    stStream.bColours = stStream.bColours || stStream.bClosed;
+    const bool bPiece = stStream.eDump == DumpLine::PIECE;
+    std::string& strText = stStream.stFirst.strMessage;
+    if (stStream.stFirst.bAlone && !bPiece && strText.back() == '\n') strText.pop_back();  // there is one behind each
+    LogForm stForm;
+    if (!ParseLogForm(strText, stForm)) return;
+    const bool bTorn = stStream.bColours && !stStream.bClosed;
     const LogLine stLine =
-        LineOf(stForm, bPiece ? std::string() : WholeMessage(stRecord, stForm.szMessage, stStream.eEscape));
-    LogCall& call = CallOf(stStream, stLine, bPiece, stRecord);
-    call.bTwice = call.bTwice || stRecord.bTwice;
+        LineOf(stForm, bPiece ? std::string() : WholeMessage(stForm.szMessage, stStream.eEscape, bTorn));
+    LogCall& call = CallOf(stStream, stLine);
+    call.bTwice = call.bTwice || stStream.stFirst.bTwice;
     if (bPiece) {
         call.digest.ListenToPiece();
-        return call.reply.Add(stRecord, stForm.szMessage, stStream.eEscape);
+        return call.reply.Add(stForm.szMessage, stStream.eEscape);
     }
     call.digest.Listen(stLine);
     call.stSet.Listen(stLine);
-    if (eDump == DumpLine::SIZE) call.reply.Announce(nSize);
+    std::size_t nSize = 0;
+    if (DumpLineOf(stForm, nSize) == DumpLine::SIZE) call.reply.Announce(nSize);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
     if (Begins(stLine.strMessage, kWordsMessage)) call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
     if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
     Keep(call, stLine);
 }
 
-void CLogCalls::Dropped(const std::string& strLine)
+// Nothing more comes of the stream: hands over what it has.
+void CLogCalls::Settle(Streams::node_type node)
 {
-    m_strDropped = strLine;
-    for (auto& [key, stStream] : m_mapStreams)
-        for (LogCall& call : stStream.vOpen) call.strDropped = strLine;
-}
-
-void CLogCalls::End()
-{
-    for (auto& [key, stStream] : m_mapStreams) Close(stStream);
-    m_mapStreams.clear();
-}
-
-void CLogCalls::EndDone()
-{
-    for (auto& [key, stStream] : m_mapStreams)
-        if (!stStream.vOpen.empty() && stStream.vOpen.front().digest.HasEnded()) Close(stStream);
-}
-
-CLogCalls::Stream& CLogCalls::StreamOf(const LogRecord& stRecord)
-{
-    const auto key = std::make_pair(stRecord.stPrefix.strProcess, stRecord.stPrefix.strThread);
-    if (m_mapStreams.count(key) == 0 && m_mapStreams.size() == kMostStreams) {
-        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-        const auto oldest = std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older);
-        Close(oldest->second);
-        m_mapStreams.erase(oldest);
+    LogStream& stStream = node.mapped();
+    if (m_pLast == &stStream) m_pLast = nullptr;
+    while (!stStream.vHeld.empty()) {
+        const bool bMadeUp = stStream.IsMadeUp(true);
+        if (!bMadeUp) Finish(stStream);
+        for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {}))
+            if (bMadeUp)
+                stStream.Append(stLine);
+            else
+                Put(stStream, stLine);
     }
-    Stream& stStream = m_mapStreams[key];
-    stStream.nUsed = ++m_nTime;
-    return stStream;
+    Finish(stStream);
+    Close(stStream);
 }
 
-// The open call that the line belongs to; a new one when it belongs to none.
-LogCall& CLogCalls::CallOf(Stream& stStream, const LogLine& stLine, bool bPiece, const LogRecord& stRecord)
+// The open call that the pending record belongs to; a new one when it belongs to none.
+LogCall& CLogCalls::CallOf(LogStream& stStream, const LogLine& stLine)
 {
-    if (!stStream.vOpen.empty()) {
-        const CCallDigest& digest = stStream.vOpen.front().digest;
-        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.vOpen.front().reply.IsComplete();
+    const bool bPiece = stStream.eDump == DumpLine::PIECE;
+    if (stStream.call) {
+        const CCallDigest& digest = stStream.call->digest;
+        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.call->reply.IsComplete();
         const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
-                                  : digest.IsOfNext(stLine) || IsOfAnother(stStream.vOpen.front(), stLine);
-        if (!bNext) return stStream.vOpen.front();
+                                  : digest.IsOfNext(stLine) || IsOfAnother(*stStream.call, stLine);
+        if (!bNext) return *stStream.call;
         Close(stStream);
     }
-    LogCall& call = stStream.vOpen.emplace_back(bPiece ? CallKind::REPLY : KindOf(stLine));
+    LogCall& call = stStream.call.emplace(bPiece ? CallKind::REPLY : KindOf(stLine));
     call.nNumber = ++m_nCalls;
-    call.pFile = stRecord.pFile;
+    call.pFile = stStream.stFirst.pFile;
+    call.nLine = stStream.stFirst.nLine;
+    call.stPrefix = stStream.stFirst.stPrefix;
     call.strDropped = std::exchange(m_strDropped, {});
-    call.nLine = stRecord.nLine;
-    call.strTime = stRecord.stPrefix.strTime;
-    call.strProcess = stRecord.stPrefix.strProcess;
-    call.strThread = stRecord.stPrefix.strThread;
     return call;
 }
 
@@ -195,11 +282,10 @@ void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
     call.vLines.push_back(std::move(stKept));
 }
 
-void CLogCalls::Close(Stream& stStream)
+void CLogCalls::Close(LogStream& stStream)
 {
-    for (LogCall& call : stStream.vOpen) {
-        m_sink(call);
-        m_nKept -= call.nKept;
-    }
-    stStream.vOpen.clear();
+    if (!stStream.call) return;
+    m_sink(*stStream.call);
+    m_nKept -= stStream.call->nKept;
+    stStream.call.reset();
 }

@@ -1,4 +1,9 @@
-// The calls in a log: the library's records of each process and thread, cut where one call ends and the next begins.
+// The calls in a log: the library's lines of each process and thread put together to records, and those cut where one
+// call ends and the next begins.
+//
+// A line without the form of a record is more of the one before it only if that can go on: a piece of a reply that
+// still lacks bytes of those announced, a text whose closing colour or bracket is missing. A line that looks like a
+// record is the reply's as well where the announced length covers it to the byte.
 #ifndef PARLO_LOGCALLS_H
 #define PARLO_LOGCALLS_H
 
@@ -7,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,9 +26,7 @@ struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin
     std::shared_ptr<const std::string> pFile;
     std::size_t nLine = 0;  // of its first line
-    std::string strTime;    // and what stands before that
-    std::string strProcess;
-    std::string strThread;
+    LogPrefix stPrefix;     // of that
     CCallDigest digest;
     CLogReply reply;
     SetValues stSet;
@@ -37,12 +41,43 @@ struct LogCall {
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
-    // Everything that the log lost of it, in words. Empty: the call is whole, as far as its lines can tell.
+    // Everything that the log lost of it, in words, and of its reply alone. Empty: it is whole, as far as its lines can
+    // tell.
     std::vector<std::string> Missing() const;
     std::vector<std::string> MissingOfReply() const;
 };
 
-// Bounded memory whatever the records; of a call with very many lines the last ones are not kept.
+// What was logged in a process and thread.
+struct LogStream {
+    enum class Style { UNKNOWN, RAW, PREFIXED, ONE_LINE };  // how the log shows the further lines of a record
+
+    std::optional<LogCall> call;  // that goes on
+    bool bPending = false;        // so does a record
+    LogTextLine stFirst;          // its first line; further ones are behind '\n' in the message, which is bounded
+    std::size_t nText = 0;        // where the text begins in that, behind the form
+    DumpLine eDump = DumpLine::NONE;
+    bool bOpenText = false;        // it ends in a text of the reply or the set
+    std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
+    bool bClosed = false;          // by its colour
+    bool bColours = false;         // a record was
+    Style eStyle = Style::UNKNOWN;
+    Escape eEscape = Escape::NONE;
+    std::vector<LogTextLine> vHeld;  // behind a piece that lacks bytes: the piece's, or another record's
+    std::uint64_t nUsed = 0;
+
+    bool GoesOn(const LogTextLine& stLine) const;
+    bool MayGoOnRaw() const { return bPending && !bClosed && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
+    bool MayLack() const;
+    bool Lacks() const;
+    std::size_t Length() const { return stFirst.strMessage.size() - nText; }
+    std::size_t LengthWithHeld(bool bAll) const;
+    bool IsMadeUp(bool bAll) const;
+    const std::string& Content(const LogTextLine& stLine) const;
+    void Begin(const LogTextLine& stLine);
+    void Append(const LogTextLine& stLine);
+};
+
+// Bounded memory whatever the lines; of a call with very many lines the last ones are not kept.
 class CLogCalls
 {
 public:
@@ -51,34 +86,37 @@ public:
     // Hands each call to `sink` when it is over. With `bKeepLines` it carries its lines.
     CLogCalls(Sink sink, bool bKeepLines) : m_sink(std::move(sink)), m_bKeepLines(bKeepLines) {}
 
-    void Take(const LogRecord& stRecord);
+    // Returns whether a line without a tag may be more of what it took last.
+    bool Take(const LogTextLine& stLine);
 
-    // A logger says in `strLine` that it dropped lines.
-    void Dropped(const std::string& strLine);
-
-    // Nothing came for a while: hands over the calls that have ended.
-    void EndDone();
-
-    // Ends the calls that are still open, when there is no more of the log.
+    // Nothing more came for a while: hands over the calls that have ended. Then the end of all.
+    void Pause();
     void End();
 
-private:
-    struct Stream {
-        std::vector<LogCall> vOpen;     // one or none
-        Escape eEscape = Escape::NONE;  // what the log makes of this stream's control characters
-        bool bKnown = false;            // a line has said so
-        std::uint64_t nUsed = 0;
-    };
+    // Lines behind the library's prefix of which nothing could be made.
+    std::size_t Strays() const { return m_nStrays; }
 
-    Stream& StreamOf(const LogRecord& stRecord);
-    LogCall& CallOf(Stream& stStream, const LogLine& stLine, bool bPiece, const LogRecord& stRecord);
+private:
+    using Streams = std::map<std::pair<std::string, std::string>, LogStream>;  // by process and thread
+
+    LogStream& StreamOf(const LogPrefix& stPrefix);
+    void NoteDropped(const std::string& strLine);
+    void Assign(const LogTextLine& stLine);
+    void Put(LogStream& stStream, const LogTextLine& stLine);
+    void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
+    void Release(LogStream& stStream);
+    void Finish(LogStream& stStream);
+    void Settle(Streams::node_type node);
+    LogCall& CallOf(LogStream& stStream, const LogLine& stLine);
     void Keep(LogCall& call, const LogLine& stLine);
-    void Close(Stream& stStream);
+    void Close(LogStream& stStream);
 
     Sink m_sink;
     bool m_bKeepLines;
-    std::map<std::pair<std::string, std::string>, Stream> m_mapStreams;  // by process and thread
+    Streams m_mapStreams;
+    LogStream* m_pLast = nullptr;  // whose record a line without a prefix goes on; null: nobody's
     std::uint64_t m_nTime = 0;
+    std::size_t m_nStrays = 0;
     std::size_t m_nCalls = 0;
     std::size_t m_nKept = 0;   // bytes of all lines that are kept
     std::string m_strDropped;  // since the last call began

@@ -29,7 +29,7 @@ std::string ConversationOf(const LogCall& call)
 {
     constexpr std::size_t kLongest = 32;
     const auto IsPlain = [](unsigned char c) { return std::isalnum(c) != 0; };
-    std::string strProcess = call.strProcess.substr(0, kLongest);
+    std::string strProcess = call.stPrefix.strProcess.substr(0, kLongest);
     for (char& c : strProcess)
         if (!IsPlain(static_cast<unsigned char>(c))) c = '_';
     return "conversation" + (strProcess.empty() ? "" : '-' + strProcess) + ".jsonl";

@@ -5,14 +5,14 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 constexpr std::string_view kTag = "ParloAPI";
 
 // One form of prefix, as a pattern of GLib's regular expressions. Its groups say what stands where: "time", "process",
-// "thread" and "priority"; "tag", or "program" where that name may stand in front of the tag; "alone" in a prefix that
-// has a line of its own; none of these three where the tag stands at the line's end or nowhere.
-// A form that a newcomer meets in the field is one more of these, with an example that the tests read.
+// "thread", "priority" and "tag"; "alone" is in a prefix that has a line of its own, "behind" is what stands behind
+// the message. A form that a newcomer meets in the field is one more of these, with an example that the tests read.
 struct LogFormat {
     const char* szName;
     const char* szPattern;
@@ -39,19 +39,16 @@ enum class LineKind {
 class CLogPrefixes
 {
 public:
-    // Says what kind of line `szLine` is; of one that is OURS or UNTAGGED fills `stPrefix` and `strMessage`. Without
-    // `bForeign` nobody asks whether a line is FOREIGN or UNKNOWN.
+    // Says what kind of line `szLine` is; of one that is OURS or UNTAGGED fills `stPrefix` and `strMessage`.
+    // Without `bForeign` nobody asks whether a line is FOREIGN or UNKNOWN.
     LineKind Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage);
 
-    // Whether the line that was recognised last is a prefix alone, whose message follows.
+    // Whether the line that was recognised last is a prefix of ours alone, whose message follows.
     bool IsAlone() const { return m_stLast.bAlone; }
 
 private:
-    struct Span {
-        std::size_t nStart = 0;
-        std::size_t nSize = 0;
-    };
-    // Where what stands in a line.
+    using Span = std::pair<std::size_t, std::size_t>;  // start and size
+    // What stands where in a line.
     struct Places {
         Span vParts[4];  // as in LogPrefix
         unsigned nForm = 0;
@@ -60,11 +57,10 @@ private:
         bool bAlone = false;
     };
 
-    LineKind Match(std::string_view szLine, Places& stPlaces) const;
-    bool MatchTag(std::string_view szLine, std::size_t nStart, Places& stPlaces) const;
+    LineKind Match(std::string_view szLine, Places& stPlaces);
     bool IsLikeLast(std::string_view szLine) const;
+    LineKind TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage);
     static void Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage);
-    static LineKind TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage);
 
     Places m_stLast;        // in the last line that was ours
     std::string m_strLast;  // that line's prefix

@@ -113,19 +113,20 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
 // Puts the service into the state of the call's process.
 CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
 {
-    if (m_mapProcesses.count(call.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
+    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
         const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
         const auto oldest = std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older);
         if (oldest->first != m_strProcess) m_mapProcesses.erase(oldest);
     }
-    if (m_strProcess != call.strProcess) {
+    if (m_strProcess != call.stPrefix.strProcess) {
         const auto before = m_mapProcesses.find(m_strProcess);
         const CLogQuiet quiet;
         if (before != m_mapProcesses.end() && before->second.bStarted) ca_uninitial();
     }
-    Process& stProcess = m_mapProcesses[call.strProcess];
+    Process& stProcess = m_mapProcesses[call.stPrefix.strProcess];
     stProcess.nUsed = ++m_nTime;
-    if (std::exchange(m_strProcess, call.strProcess) == call.strProcess || !stProcess.bStarted) return stProcess;
+    if (std::exchange(m_strProcess, call.stPrefix.strProcess) == call.stPrefix.strProcess || !stProcess.bStarted)
+        return stProcess;
     const CLogQuiet quiet;
     ca_initial_service("parlo");
     for (const std::string& strReply : stProcess.vLeftBehind) Ask(kPlaceholder, strReply);

@@ -7,17 +7,11 @@
 namespace
 {
 
-constexpr std::size_t kMostBytes = kPieceBytes * kMostPieces;
+constexpr std::size_t kPiece = 500;
+constexpr std::size_t kMostPieces = 205;  // of a longer reply no more is logged
+constexpr std::size_t kMostBytes = kPiece * kMostPieces;
 
-struct Kind {
-    Escape eEscape;
-    const char* szName;
-};
-constexpr Kind kKinds[] = {{Escape::NONE, ""},
-                           {Escape::BACKSLASH, "\\n and \\xNN"},
-                           {Escape::LETTERS, "\\n and \\xNN"},
-                           {Escape::HEX, "\\xNN"},
-                           {Escape::OCTAL, "#ooo"}};
+constexpr const char* kEscapes[] = {"", "\\n and \\xNN", "\\xNN", "#ooo"};
 
 // A number of `nDigits` digits behind the first `nStart` characters of `szText`; -1 when there is none.
 int NumberAt(std::string_view szText, std::size_t nStart, std::size_t nDigits, int nBase)
@@ -41,7 +35,7 @@ char TakeEscaped(std::string_view& szText, Escape eEscape)
         if (szText[1] == 'x') nCode = NumberAt(szText, 2, 2, 16);
         constexpr std::string_view kLetters = "ntr\\";
         const std::size_t nLetter = eEscape == Escape::HEX ? kLetters.npos : kLetters.find(szText[1]);
-        if (nLetter < (eEscape == Escape::BACKSLASH ? 4U : 3U)) {
+        if (nLetter != kLetters.npos) {
             nCode = "\n\t\r\\"[nLetter];
             nLength = 2;
         }
@@ -75,6 +69,20 @@ bool Fits(std::string_view szText, std::size_t nLength)
 
 }  // namespace
 
+DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
+{
+    constexpr std::string_view kBar = "=================print all receive data================";
+    constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
+    std::string_view szMessage = stForm.szMessage;
+    if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
+    if (szMessage.substr(0, kBar.size()) == kBar && Fits(szMessage, kBar.size())) return DumpLine::BAR;
+    if (szMessage.substr(0, kSize.size()) != kSize) return DumpLine::PIECE;
+    szMessage.remove_prefix(kSize.size());
+    const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
+    const bool bSize = error == std::errc() && pRest != szMessage.data() + szMessage.size() && *pRest == ')';
+    return bSize ? DumpLine::SIZE : DumpLine::PIECE;
+}
+
 Escape EscapeOf(std::string_view szSizeMessage)
 {
     const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
@@ -83,7 +91,7 @@ Escape EscapeOf(std::string_view szSizeMessage)
     return szBehind.substr(0, 4) == "#012" ? Escape::OCTAL : Escape::NONE;
 }
 
-std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape)
+std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
 {
     szMessage =
         szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records otherwise than lines
@@ -97,7 +105,7 @@ std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, 
         strPlain.resize(szUpTo.size());
         return strPlain;
     }
-    if (stRecord.bTorn && bLines) strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
+    if (bTorn && bLines) strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
     return strPlain;
 }
 
@@ -107,39 +115,41 @@ void CLogReply::Announce(std::size_t nSize)
     m_nSize = nSize;
 }
 
-void CLogReply::Add(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape)
+void CLogReply::Add(std::string_view szMessage, Escape eEscape)
 {
     if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
         m_bTooMany = true;
         return;
     }
+    const std::string strWhole = WholeMessage(szMessage, eEscape, false);
+    const std::size_t nMost = Next();
     // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
     // taken back for it.
-    if (AddFitting(Plain(szMessage, eEscape))) {
-        if (eEscape != Escape::NONE) m_vUndone.insert(kKinds[static_cast<int>(eEscape)].szName);
+    for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
+        if (!AddFitting(Plain(szMessage, eTried))) {
+            if (m_bSize && strWhole.size() > nMost) continue;
+            break;
+        }
+        if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
         return;
     }
-    const std::string strWhole = WholeMessage(stRecord, szMessage, eEscape);
-    const std::size_t nExpected = LengthOf(m_vLengths.size());
-    if (m_bSize && strWhole.size() > nExpected) {
-        for (const auto& [eOther, szName] : kKinds) {
-            if (eOther == eEscape || !AddFitting(Plain(szMessage, eOther))) continue;
-            if (eOther != Escape::NONE) m_vUndone.insert(szName);
-            return;
-        }
-        if (AddUnindented(strWhole)) return;
-    }
-    m_bAltered = m_bAltered || strWhole.size() > nExpected;
+    if (m_bSize && strWhole.size() > nMost && AddUnindented(strWhole)) return;
+    m_bAltered = m_bAltered || strWhole.size() > nMost;
     m_vLengths.push_back(strWhole.size());
-    m_strText.append(strWhole, 0, kMostBytes - std::min(m_strText.size(), kMostBytes));
+    Append(strWhole);
+}
+
+void CLogReply::Append(std::string_view szText)
+{
+    m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
 bool CLogReply::AddFitting(const std::string& strPlain)
 {
-    for (const std::size_t nLength : {LengthOf(m_vLengths.size()), LengthOf(Wanted() - 1), LengthOf(0)}) {
+    for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
         if (!Fits(strPlain, nLength)) continue;
         m_vLengths.push_back(nLength);
-        m_strText.append(strPlain, 0, std::min(nLength, kMostBytes - std::min(m_strText.size(), kMostBytes)));
+        Append(std::string_view(strPlain).substr(0, nLength));
         return true;
     }
     return false;
@@ -166,14 +176,14 @@ bool CLogReply::AddUnindented(std::string_view szText)
 
 std::size_t CLogReply::Wanted() const
 {
-    return m_bSize ? std::min((m_nSize + kPieceBytes - 1) / kPieceBytes, kMostPieces) : kMostPieces;
+    return m_bSize ? std::min((m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
 }
 
 // The length of a piece by its place.
 std::size_t CLogReply::LengthOf(std::size_t nPiece) const
 {
-    const std::size_t nOffset = nPiece * kPieceBytes;
-    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPieceBytes) : kPieceBytes;
+    const std::size_t nOffset = nPiece * kPiece;
+    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPiece) : kPiece;
 }
 
 CLogReply::State CLogReply::GetState() const
@@ -197,6 +207,6 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
     }
     for (std::size_t i = 0; i < m_vLengths.size(); ++i)
         if (m_vLengths[i] < LengthOf(i))
-            vGaps.push_back({true, i * kPieceBytes + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
+            vGaps.push_back({true, i * kPiece + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
     return vGaps;
 }

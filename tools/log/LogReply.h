@@ -1,4 +1,4 @@
-// A server's reply, put together again from the pieces that the library logs of it.
+// A server's reply, put together again from the lines in which the library logs it: a bar, its size, its pieces.
 #ifndef PARLO_LOGREPLY_H
 #define PARLO_LOGREPLY_H
 
@@ -8,14 +8,16 @@
 #include <string_view>
 #include <vector>
 
-#include "log/DumpLine.h"
-#include "log/LogReader.h"
+#include "session/LogForm.h"
+
+// What a record is of these. The bar and the size are what they are wherever they stand.
+enum class DumpLine { NONE, BAR, SIZE, PIECE };
+DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize);
 
 // What a log makes of characters that would not show.
 enum class Escape {
     NONE,
     BACKSLASH,  // \n, \t, \xNN, and \\ for a backslash, as the television's substitute writes
-    LETTERS,    // the same, the backslash alone
     HEX,        // \xNN
     OCTAL       // #ooo
 };
@@ -24,8 +26,8 @@ enum class Escape {
 Escape EscapeOf(std::string_view szSizeMessage);
 
 // The message of a record as the library wrote it: escapes taken back if the log has them, the colour at its end cut
-// with whatever lines came behind it.
-std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape);
+// with whatever lines came behind it. With `bTorn` that colour is lost, and only the first line is sure.
+std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn);
 
 class CLogReply
 {
@@ -45,13 +47,17 @@ public:
         std::size_t nBytes;
     };
 
-    // The library's line with the size; then the record of each piece, in a log that is known to escape so.
+    // The library's line with the size; then each piece, in a log that is known to escape so.
     void Announce(std::size_t nSize);
-    void Add(const LogRecord& stRecord, std::string_view szMessage, Escape eEscape);
+    void Add(std::string_view szMessage, Escape eEscape);
 
     bool HasSize() const { return m_bSize; }
     std::size_t Size() const { return m_nSize; }
     bool IsComplete() const { return m_bSize && m_vLengths.size() >= Wanted(); }
+
+    // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
+    bool MayHave(std::size_t nLength) const { return nLength == Next() || nLength == LengthOf(Wanted() - 1); }
+    std::size_t Next() const { return LengthOf(m_vLengths.size()); }
 
     // What there is, as one text without the gaps; at most 102,500 bytes, which is as much as the library logs.
     const std::string& Text() const { return m_strText; }
@@ -67,6 +73,7 @@ public:
 
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
+    void Append(std::string_view szText);
     bool AddFitting(const std::string& strPlain);
     bool AddUnindented(std::string_view szText);
 

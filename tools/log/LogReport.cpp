@@ -149,8 +149,8 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
 {
     CountCall(call, stReport);
     std::string strText =
-        Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess), NameOf(call.digest.Kind()),
-             Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
+        Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
+             NameOf(call.digest.Kind()), Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
             m_nPlace);
     strText += '\n';
     std::vector<std::string> vLines;
@@ -196,9 +196,9 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     value["call"] = Number(call.nNumber);
     value["log"] = *call.pFile;
     value["line"] = Number(call.nLine);
-    if (!call.strTime.empty()) value["time"] = call.strTime;
-    if (!call.strProcess.empty()) value["process"] = call.strProcess;
-    if (!call.strThread.empty()) value["thread"] = call.strThread;
+    if (!call.stPrefix.strTime.empty()) value["time"] = call.stPrefix.strTime;
+    if (!call.stPrefix.strProcess.empty()) value["process"] = call.stPrefix.strProcess;
+    if (!call.stPrefix.strThread.empty()) value["thread"] = call.stPrefix.strThread;
     value["kind"] = NameOf(call.digest.Kind());
     value["outcome"] = call.digest.Outcome();
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED)
