@@ -8,19 +8,6 @@
 namespace
 {
 
-enum Effect : unsigned {
-    NOTHING = 0,
-    ENDS = 1,     // nothing that matters comes behind it
-    ACCEPTS = 2,  // the reply is used, the service started
-    REFUSES = 4,
-    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
-    NO_SERVICE = 16,
-    HANDS_OVER = 32,
-    SEARCHES = 64,  // a failed search
-    TWICE = 128,
-    UNSUPPORTED = 256,
-};
-
 constexpr int kAside = -1;
 
 // A line that a call of the kind always writes when it comes so far, `nStep` being its place in the order; or one of
@@ -116,6 +103,12 @@ constexpr Row kRows[] = {
 constexpr std::string_view kStatusFunctions[] = {"GetCountry", "GetVCSettingLanguage", "IsConversationFactorySupport",
                                                  "IsCountrySupportConv", "CompareCountryLanguage"};
 
+template <std::size_t N>
+bool IsOneOf(std::string_view szText, const std::string_view (&words)[N])
+{
+    return std::find(std::begin(words), std::end(words), szText) != std::end(words);
+}
+
 bool Begins(std::string_view szText, std::string_view szStart)
 {
     return szText.substr(0, szStart.size()) == szStart;
@@ -164,9 +157,7 @@ bool IsStep(std::string_view szFunction, std::string_view szMessage)
 CallKind KindOf(const LogLine& stLine)
 {
     if (const Row* pRow = FindRow(stLine)) return pRow->eKind;
-    const bool bStatus = std::find(std::begin(kStatusFunctions), std::end(kStatusFunctions), stLine.strFunction) !=
-                         std::end(kStatusFunctions);
-    return bStatus ? CallKind::STATUS : CallKind::REPLY;
+    return IsOneOf(stLine.strFunction, kStatusFunctions) ? CallKind::STATUS : CallKind::REPLY;
 }
 
 void CCallDigest::Listen(const LogLine& stLine)
@@ -181,15 +172,9 @@ void CCallDigest::Listen(const LogLine& stLine)
         m_vSeen.insert(pRow->nStep);
     }
     m_nNeeded = std::max(m_nNeeded, pRow->nNeeds);
-    const auto Has = [pRow](unsigned nEffect) { return (pRow->nEffect & nEffect) != 0; };
-    m_bEnded = m_bEnded || Has(ENDS);
-    if (Has(ACCEPTS)) m_eResult = Result::DONE;
-    if (Has(REFUSES)) m_eResult = Result::REFUSED;
-    m_bNoService = m_bNoService || Has(NO_SERVICE);
-    m_bHandOver = m_bHandOver || Has(HANDS_OVER);
-    m_bFailedSearch = m_bFailedSearch || Has(SEARCHES);
-    m_bStartedTwice = m_bStartedTwice || Has(TWICE);
-    m_bUnsupported = m_bUnsupported || Has(UNSUPPORTED);
+    m_nEffects |= pRow->nEffect;
+    if ((pRow->nEffect & ACCEPTS) != 0) m_eResult = Result::DONE;
+    if ((pRow->nEffect & REFUSES) != 0) m_eResult = Result::REFUSED;
 }
 
 void CCallDigest::ListenToPiece()
@@ -203,8 +188,8 @@ bool CCallDigest::IsOfNext(const LogLine& stLine) const
     if (KindOf(stLine) != m_eKind) return true;
     const Row* pRow = FindRow(stLine);
     if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
-    const bool bEndedStop = m_eKind == CallKind::STOP && !m_bNoService && (pRow->nEffect & NO_SERVICE) != 0;
-    if (m_bEnded || m_nStep > pRow->nMost) return !bEndedStop;
+    const bool bEndedStop = m_eKind == CallKind::STOP && !NoService() && (pRow->nEffect & NO_SERVICE) != 0;
+    if (HasEnded() || m_nStep > pRow->nMost) return !bEndedStop;
     return pRow->nStep != kAside && pRow->nStep < m_nNeeded;
 }
 
@@ -212,7 +197,7 @@ void CCallDigest::TakeValues(const LogLine& stLine)
 {
     constexpr std::string_view kLookUps[] = {"GetSystemAction", "GetSystemActionChannel", "GetSystemActionCandidate"};
     constexpr std::string_view kWords[] = {"szAction[0]:", "strAction = "};  // the second when there is no domain
-    const bool bLookUp = std::find(std::begin(kLookUps), std::end(kLookUps), stLine.strFunction) != std::end(kLookUps);
+    const bool bLookUp = IsOneOf(stLine.strFunction, kLookUps);
     if (stLine.strFunction == "t_IsContentsSearchAction" || bLookUp)
         for (const std::string_view szWord : kWords)
             if (Begins(stLine.strMessage, szWord)) m_strAction = stLine.strMessage.substr(szWord.size());
@@ -222,25 +207,25 @@ void CCallDigest::TakeValues(const LogLine& stLine)
     if (bLookUp && Number(stLine, stLine.strFunction, "eControl:", nCode) && nCode > 0) {
         m_nCode = nCode;
         m_bChannel = stLine.strFunction == kLookUps[1];
-        m_bEnded = m_bEnded || stLine.strFunction == kLookUps[0];
+        if (stLine.strFunction == kLookUps[0]) m_nEffects |= ENDS;
     } else if (Number(stLine, "t_SetSpeechInfo", "No one match, error ouccured:", nCode)) {
         m_nCode = nCode;
     } else if (stLine.strFunction == "t_Get2ndAction" && m_bChannel) {
-        m_bEnded = true;  // no more follows
+        m_nEffects |= ENDS;  // no more follows
     }
-    if (m_eKind == CallKind::REPLY && m_bEnded && m_nCode > 0) m_eResult = Result::DONE;
+    if (m_eKind == CallKind::REPLY && HasEnded() && m_nCode > 0) m_eResult = Result::DONE;
 }
 
 const char* CCallDigest::Outcome() const
 {
     constexpr const char* kNames[] = {"unknown", "done", "refused"};
-    return m_eKind == CallKind::STOP && m_bNoService ? "no_service" : kNames[static_cast<int>(m_eResult)];
+    return m_eKind == CallKind::STOP && NoService() ? "no_service" : kNames[static_cast<int>(m_eResult)];
 }
 
 std::vector<std::string> CCallDigest::Missing() const
 {
     std::vector<std::string> vMissing = MissingBelow(m_nNeeded);
-    if (!m_bEnded) vMissing.emplace_back("the end");
+    if (!HasEnded()) vMissing.emplace_back("the end");
     return vMissing;
 }
 
@@ -251,7 +236,7 @@ std::vector<std::string> CCallDigest::MissingWords() const
     const std::size_t nBegin = m_vSeen.empty() ? nAll : MissingBelow(std::min(*m_vSeen.begin(), m_nNeeded)).size();
     if (nBegin > 0) vWords.emplace_back("its beginning is lost");
     if (nAll > nBegin) vWords.push_back("steps in between are lost: " + std::to_string(nAll - nBegin));
-    if (!m_bEnded) vWords.emplace_back("its end is lost, and what came of it");
+    if (!HasEnded()) vWords.emplace_back("its end is lost, and what came of it");
     return vWords;
 }
 
@@ -276,13 +261,13 @@ std::vector<std::string> CCallDigest::MissingBelow(int nStep) const
 
 std::string CCallDigest::Reason(std::string_view szReply) const
 {
-    if (m_bNoService) return "there is no service";
-    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason(szReply);
+    if (NoService()) return "there is no service";
+    return StartedTwice() ? "the service was there already" : m_refusal.Reason(szReply);
 }
 
 std::string CCallDigest::Words(std::string_view szReply) const
 {
-    if (m_bNoService && m_eKind == CallKind::STOP) return "there was no service";
+    if (NoService() && m_eKind == CallKind::STOP) return "there was no service";
     if (m_eResult == Result::REFUSED) return "refused: " + Reason(szReply);
     if (m_eResult == Result::UNKNOWN) return "unknown";
     return m_eKind == CallKind::REPLY ? RecordWords() : "done";
@@ -290,8 +275,8 @@ std::string CCallDigest::Words(std::string_view szReply) const
 
 std::string CCallDigest::RecordWords() const
 {
-    if (m_bHandOver) return "search hand-over";
-    if (m_bFailedSearch) return "failed search";
+    if (IsHandOver()) return "search hand-over";
+    if (IsFailedSearch()) return "failed search";
     const std::string strCode = m_nCode < 0 ? "code unknown" : "code " + std::to_string(m_nCode);
     return (m_strAction.empty() ? "action unknown" : m_strAction) + ", " + strCode;
 }

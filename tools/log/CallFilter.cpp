@@ -2,7 +2,7 @@
 #include "log/CallFilter.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 #include <string_view>
 
 namespace
@@ -31,10 +31,8 @@ int Compare(const std::string& strTime, const std::string& strBound)
     const std::string strRight = Comparable(strBound);
     const std::size_t nLeft = strLeft.find_first_not_of("0123456789");
     const std::size_t nRight = strRight.find_first_not_of("0123456789");
-    if (strLeft.find(':') == strLeft.npos)  // seconds
-        strLeft.insert(0, nLeft < nRight && nRight != strRight.npos ? nRight - nLeft : 0, '0');
-    else if (nRight == 2 && strRight[nRight] == ':')
-        strLeft.erase(0, strLeft.find(':') - 2);
+    if (nRight == 2 && strRight[nRight] == ':' && strLeft.find(':') != strLeft.npos)
+        strLeft.erase(0, strLeft.find(':') - std::min<std::size_t>(2, strLeft.find(':')));
     else if (nRight == 2 && nLeft == 4)
         strLeft.erase(0, 5);
     return strLeft.compare(0, strRight.size(), strRight);
@@ -45,15 +43,11 @@ int Compare(const std::string& strTime, const std::string& strBound)
 bool CallFilter::ReadCalls()
 {
     if (strCalls.empty()) return true;
-    const char* pEnd = strCalls.data() + strCalls.size();
-    auto [pRest, error] = std::from_chars(strCalls.data(), pEnd, nFirst);
-    nLast = nFirst;
-    if (error == std::errc() && pRest != pEnd && *pRest == '-') {
-        const auto [pBehind, errorLast] = std::from_chars(pRest + 1, pEnd, nLast);
-        pRest = pBehind;
-        error = errorLast;
-    }
-    return error == std::errc() && pRest == pEnd && nFirst > 0 && nFirst <= nLast;
+    if (strCalls.find_first_not_of("0123456789-") != std::string::npos) return false;
+    char* pEnd = nullptr;
+    nFirst = std::strtoul(strCalls.c_str(), &pEnd, 10);
+    nLast = *pEnd == '-' && pEnd[1] != '\0' ? std::strtoul(pEnd + 1, &pEnd, 10) : nFirst;
+    return *pEnd == '\0' && nFirst > 0 && nFirst <= nLast;
 }
 
 bool CallFilter::Wants(const LogCall& call) const

@@ -2,6 +2,7 @@
 #include "log/LogCalls.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "text/Text.h"
@@ -20,8 +21,8 @@ constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 
 // What loggers write in place of lines that they drop.
-constexpr std::string_view kDropped[] = {"uppressed ",    "messages suppressed", "rate-limit", "message repeated ",
-                                         "messages lost", " identical ",         "log lost"};
+constexpr std::array<std::string_view, 7> kDropped = {
+    "uppressed ", "messages suppressed", "rate-limit", "message repeated ", "messages lost", " identical ", "log lost"};
 
 bool Begins(std::string_view szText, std::string_view szStart)
 {
@@ -38,44 +39,21 @@ LogLine LineOf(const LogForm& stForm, std::string strMessage)
     return stLine;
 }
 
-// Whether the first command of the reply may be `szAction`. Says so without parsing, and of what is not plain.
-bool MayBeFirst(std::string_view szAction, std::string_view szReply)
-{
-    const std::string strValue = '"' + std::string(szAction) + '"';
-    if (szReply.find("\\u") != szReply.npos || szAction.find_first_of("\\\"\n\t\r") != szAction.npos) return true;
-    if (szReply.find(strValue) == szReply.npos) return false;
-    const std::size_t nCommands = szReply.find("\"tvcontrol\"");
-    std::string_view szRest = szReply.substr(std::min(nCommands, szReply.size()));
-    for (const std::string_view szNext : {"\"tvcontrol\"", ":", "[", "{", "\"action\"", ":"}) {
-        szRest.remove_prefix(std::min(szRest.find_first_not_of(" \t\r\n"), szRest.size()));
-        if (!Begins(szRest, szNext)) return true;
-        szRest.remove_prefix(szNext.size());
-    }
-    szRest.remove_prefix(std::min(szRest.find_first_not_of(" \t\r\n"), szRest.size()));
-    return Begins(szRest, strValue) || szReply.rfind("\"tvcontrol\"") != nCommands;
-}
-
 // Whether the line names another first action than the call's reply has: then the end of that call is lost, and the
 // beginning of the next.
 bool IsOfAnother(const LogCall& call, const LogLine& stLine)
 {
-    constexpr std::string_view kFirst = "szAction[0]:";
-    constexpr std::string_view kDecided = "strAction = ";
     std::string_view szAction = stLine.strMessage;
-    if (stLine.strFunction == "t_IsContentsSearchAction" && Begins(szAction, kFirst))
-        szAction.remove_prefix(kFirst.size());
-    else if (stLine.strFunction == "GetSystemAction" && Begins(szAction, kDecided))
-        szAction.remove_prefix(kDecided.size());
-    else
-        return false;
-    return call.reply.GetState() == CLogReply::State::WHOLE && !MayBeFirst(szAction, call.reply.Text()) &&
-           call.digest.LacksBefore(stLine);
-}
-
-bool SaysDropped(std::string_view szLine)
-{
-    const auto Says = [szLine](std::string_view szWords) { return szLine.find(szWords) != szLine.npos; };
-    return std::any_of(std::begin(kDropped), std::end(kDropped), Says);
+    for (const std::string_view szStart : {"szAction[0]:", "strAction = "})
+        if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
+    const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
+    if (!bNames || call.reply.GetState() != CLogReply::State::WHOLE) return false;
+    const std::string_view szReply = call.reply.Text();
+    const std::size_t nKey = szReply.find("\"action\"", szReply.find("\"tvcontrol\""));
+    const std::size_t nValue = szReply.find('"', szReply.find(':', nKey)) + 1;
+    const std::string_view szFirst = szReply.substr(nValue, szReply.find('"', nValue) - nValue);
+    const bool bPlain = nKey != szReply.npos && szFirst.find('\\') == szFirst.npos;
+    return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
 }
 
 // What a gap with a known place is, and what one of unknown place.
@@ -109,16 +87,14 @@ std::vector<std::string> LogCall::MissingOfReply() const
 bool CLogCalls::Take(const LogTextLine& stLine)
 {
     const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
-    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && SaysDropped(stLine.strRaw)) NoteDropped(stLine.strRaw);
+    const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && std::any_of(kDropped.begin(), kDropped.end(), Says)) {
+        m_strDropped = stLine.strRaw;
+        for (auto& [key, stStream] : m_mapStreams)
+            if (stStream.call) stStream.call->strDropped = stLine.strRaw;
+    }
     Assign(stLine);
     return m_pLast != nullptr && m_pLast->MayGoOnRaw();
-}
-
-void CLogCalls::NoteDropped(const std::string& strLine)
-{
-    m_strDropped = strLine;
-    for (auto& [key, stStream] : m_mapStreams)
-        if (stStream.call) stStream.call->strDropped = strLine;
 }
 
 void CLogCalls::Pause()

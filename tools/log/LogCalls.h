@@ -100,7 +100,6 @@ private:
     using Streams = std::map<std::pair<std::string, std::string>, LogStream>;  // by process and thread
 
     LogStream& StreamOf(const LogPrefix& stPrefix);
-    void NoteDropped(const std::string& strLine);
     void Assign(const LogTextLine& stLine);
     void Put(LogStream& stStream, const LogTextLine& stLine);
     void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);

@@ -27,14 +27,6 @@ void AppendBounded(std::string& strText, std::string_view szMore)
     strText += szMore.substr(0, kLongestLine - std::min(strText.size(), kLongestLine));
 }
 
-// "E ParloAPI: " at the start of a line: nothing but the substitute writes that.
-bool IsSubstitutes(const LogPrefix& stPrefix, std::string_view szRaw)
-{
-    const std::size_t nTag = szRaw.find(kTag);
-    return !stPrefix.strPriority.empty() && stPrefix.strTime.empty() && stPrefix.strProcess.empty() && nTag > 0 &&
-           nTag < szRaw.size() && szRaw[nTag - 1] == ' ';
-}
-
 }  // namespace
 
 void CLogReader::BeginFile(const std::string& strFile)
@@ -127,7 +119,8 @@ void CLogReader::Classify(std::string_view szLine)
     const bool bForm = ParseLogForm(stLine.strMessage, stForm);
     const bool bFile = bForm && std::find(std::begin(kFiles), std::end(kFiles), stForm.szFile) != std::end(kFiles);
     stLine.bTagged = bOurs || stLine.bAlone || (!m_stFile.bTags && (bUntagged || bFile));
-    stLine.bSubstitute = bOurs && IsSubstitutes(stLine.stPrefix, szLine);
+    const bool bPriority = stLine.stPrefix.strTime.empty() && stLine.stPrefix.strProcess.empty();
+    stLine.bSubstitute = bOurs && bPriority && szLine.find(" ParloAPI") != szLine.npos;  // nothing else writes that
     stLine.eSort = LogTextLine::Sort::MORE;
     if (bForm && stLine.bTagged && (bFile || m_stFile.bTags)) stLine.eSort = LogTextLine::Sort::RECORD;
     if (eKind == LineKind::FOREIGN && !stLine.bTagged) stLine.eSort = LogTextLine::Sort::OTHER;
