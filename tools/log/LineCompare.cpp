@@ -17,11 +17,6 @@ constexpr std::size_t kKeptLine = 1900;  // bytes; more than that may be cut her
 constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
 constexpr std::string_view kAnswer = "GetData return:";
 
-bool IsAnswer(const LogLine& stLine)
-{
-    return std::find(std::begin(kAnswering), std::end(kAnswering), stLine.strFunction) != std::end(kAnswering);
-}
-
 bool Begins(std::string_view szText, std::string_view szStart)
 {
     return szText.substr(0, szStart.size()) == szStart;
@@ -57,6 +52,11 @@ bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
 
 }  // namespace
 
+bool IsAnswer(const LogLine& stLine)
+{
+    return std::find(std::begin(kAnswering), std::end(kAnswering), stLine.strFunction) != std::end(kAnswering);
+}
+
 void CLineCompare::Missing::Add(const Missing& stMore)
 {
     if (nCount == 0) strFirst = stMore.strFirst;
@@ -66,7 +66,6 @@ void CLineCompare::Missing::Add(const Missing& stMore)
 void CLineCompare::Here(const LogLine& stLine)
 {
     if (IsAnswer(stLine)) return;
-    SkipAnswers();
     const bool bDebug = stLine.nPriority < kErrorPriority;
     if (m_nNext == m_vSet.size() || !IsSameLine(m_vSet[m_nNext], stLine)) {
         if (m_strBehind.empty()) m_strBehind = stLine.strLine;
@@ -81,14 +80,8 @@ void CLineCompare::Here(const LogLine& stLine)
     m_strBehind.clear();
 }
 
-void CLineCompare::SkipAnswers()
+Comparison CLineCompare::Result() const
 {
-    while (m_nNext < m_vSet.size() && IsAnswer(m_vSet[m_nNext])) ++m_nNext;
-}
-
-Comparison CLineCompare::Result()
-{
-    SkipAnswers();
     Comparison stResult;
     if (m_nNext < m_vSet.size()) {
         stResult.eResult = Comparison::Result::DIFFERS;

@@ -5,6 +5,7 @@
 #include <array>
 #include <string_view>
 
+#include "log/LineCompare.h"
 #include "text/Text.h"
 
 namespace
@@ -246,7 +247,7 @@ LogCall& CLogCalls::CallOf(LogStream& stStream, const LogLine& stLine)
 
 void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
 {
-    if (!m_bKeepLines || call.bLinesDropped) return;
+    if (!m_bKeepLines || call.bLinesDropped || IsAnswer(stLine)) return;
     LogLine stKept = stLine;
     stKept.strMessage.resize(std::min(stKept.strMessage.size(), kLongestKept));
     const std::size_t nBytes =

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <tuple>
+#include <utility>
 
 namespace
 {
@@ -13,35 +15,25 @@ constexpr std::size_t kMostBytes = kPiece * kMostPieces;
 
 constexpr const char* kEscapes[] = {"", "\\n and \\xNN", "\\xNN", "#ooo"};
 
-// A number of `nDigits` digits behind the first `nStart` characters of `szText`; -1 when there is none.
-int NumberAt(std::string_view szText, std::size_t nStart, std::size_t nDigits, int nBase)
-{
-    if (szText.size() < nStart + nDigits) return -1;
-    const char* pEnd = szText.data() + nStart + nDigits;
-    int nNumber = -1;
-    const auto [pRest, error] = std::from_chars(szText.data() + nStart, pEnd, nNumber, nBase);
-    return error == std::errc() && pRest == pEnd && nNumber < 256 ? nNumber : -1;
-}
-
 // Takes one character of an escaped text off its front. An escape that is none stands for itself.
 char TakeEscaped(std::string_view& szText, Escape eEscape)
 {
-    const char c = szText.front();
-    int nCode = -1;
-    std::size_t nLength = 4;
-    if (eEscape == Escape::OCTAL) {
-        if (c == '#') nCode = NumberAt(szText, 1, 3, 8);
-    } else if (c == '\\' && szText.size() > 1) {
-        if (szText[1] == 'x') nCode = NumberAt(szText, 2, 2, 16);
-        constexpr std::string_view kLetters = "ntr\\";
-        const std::size_t nLetter = eEscape == Escape::HEX ? kLetters.npos : kLetters.find(szText[1]);
-        if (nLetter != kLetters.npos) {
-            nCode = "\n\t\r\\"[nLetter];
-            nLength = 2;
-        }
+    constexpr std::string_view kLetters = "ntr\\";
+    const bool bOctal = eEscape == Escape::OCTAL;
+    const std::size_t nLead = bOctal ? 1 : 2;
+    std::size_t nTaken = 1;
+    int nCode = szText.front();
+    if (szText.size() >= 4 && szText.substr(0, nLead) == (bOctal ? "#" : "\\x")) {
+        int nNumber = 0;
+        const auto [pRest, error] = std::from_chars(szText.data() + nLead, szText.data() + 4, nNumber, bOctal ? 8 : 16);
+        if (pRest == szText.data() + 4 && nNumber >= 0 && nNumber < 256)
+            std::tie(nTaken, nCode) = std::pair(4, nNumber);
+    } else if (eEscape == Escape::BACKSLASH && szText.size() > 1 && szText.front() == '\\') {
+        const std::size_t nLetter = kLetters.find(szText[1]);
+        if (nLetter != kLetters.npos) std::tie(nTaken, nCode) = std::pair(2, "\n\t\r\\"[nLetter]);
     }
-    szText.remove_prefix(nCode < 0 ? 1 : nLength);
-    return nCode < 0 ? c : static_cast<char>(nCode);
+    szText.remove_prefix(nTaken);
+    return static_cast<char>(nCode);
 }
 
 // `szText` without the log's escapes. A log with escapes has one line a record: what follows a raw control character
@@ -93,20 +85,16 @@ Escape EscapeOf(std::string_view szSizeMessage)
 
 std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
 {
-    szMessage =
-        szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records otherwise than lines
+    szMessage = szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records alone so
     std::string strPlain = Plain(szMessage, eEscape);
     // Behind the last line that ends in a colour nothing is the record's.
     const bool bLines = eEscape == Escape::NONE;
-    for (std::size_t nEnd = strPlain.size(); nEnd > 0; nEnd = bLines ? strPlain.rfind('\n', nEnd - 1) : 0) {
-        if (nEnd == std::string::npos) break;
+    for (std::size_t nEnd = strPlain.size(); nEnd != std::string::npos && nEnd > 0;
+         nEnd = bLines ? strPlain.rfind('\n', nEnd - 1) : 0) {
         std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
-        if (!CutShownColour(szUpTo)) continue;
-        strPlain.resize(szUpTo.size());
-        return strPlain;
+        if (CutShownColour(szUpTo)) return std::string(szUpTo);
     }
-    if (bTorn && bLines) strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
-    return strPlain;
+    return bTorn && bLines ? strPlain.substr(0, strPlain.find('\n')) : strPlain;
 }
 
 void CLogReply::Announce(std::size_t nSize)
@@ -125,15 +113,13 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape)
     const std::size_t nMost = Next();
     // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
     // taken back for it.
+    const bool bLong = m_bSize && strWhole.size() > nMost;
     for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
-        if (!AddFitting(Plain(szMessage, eTried))) {
-            if (m_bSize && strWhole.size() > nMost) continue;
-            break;
-        }
+        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried))) continue;
         if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
         return;
     }
-    if (m_bSize && strWhole.size() > nMost && AddUnindented(strWhole)) return;
+    if (bLong && AddUnindented(strWhole)) return;
     m_bAltered = m_bAltered || strWhole.size() > nMost;
     m_vLengths.push_back(strWhole.size());
     Append(strWhole);

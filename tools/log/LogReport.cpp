@@ -64,17 +64,11 @@ std::vector<std::string> Lines(const Comparison& stComparison)
     return {"replay: differs", "  set:  " + Shown(stComparison.strSet), "  here: " + strHere};
 }
 
-const char* NameOf(Comparison::Result eResult)
-{
-    constexpr const char* kNames[] = {"same", "lines_missing", "differs", "not_compared"};
-    return kNames[static_cast<int>(eResult)];
-}
-
-const char* Words(Comparison::Result eResult)
-{
-    constexpr const char* kWords[] = {"the same", "the same but for lost lines", "different", "not compared"};
-    return kWords[static_cast<int>(eResult)];
-}
+// In JSON, and for a person.
+constexpr const char* kResults[][2] = {{"same", "the same"},
+                                       {"lines_missing", "the same but for lost lines"},
+                                       {"differs", "different"},
+                                       {"not_compared", "not compared"}};
 
 Json::Value List(const std::vector<std::string>& vTexts)
 {
@@ -109,7 +103,7 @@ Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
 Json::Value ReplayJson(const Comparison& stComparison)
 {
     Json::Value value;
-    value["result"] = NameOf(stComparison.eResult);
+    value["result"] = kResults[static_cast<int>(stComparison.eResult)][0];
     if (!stComparison.strWhy.empty()) value["why"] = stComparison.strWhy;
     if (!stComparison.strSet.empty()) value["set"] = stComparison.strSet;
     if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
@@ -186,7 +180,8 @@ std::string CCallList::Closing(std::size_t nStrays) const
     if (m_bMixed) strText += "\ncalls of several threads overlap: each is listed when it ends";
     std::string strReplayed;
     for (const auto& [eResult, nCount] : m_mapReplayed)
-        strReplayed += (strReplayed.empty() ? "\nreplay: " : ", ") + std::to_string(nCount) + ' ' + Words(eResult);
+        strReplayed += (strReplayed.empty() ? "\nreplay: " : ", ") + std::to_string(nCount) + ' ' +
+                       kResults[static_cast<int>(eResult)][1];
     return m_paint.Faint(strText + strReplayed) + '\n';
 }
 
