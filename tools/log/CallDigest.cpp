@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -200,7 +201,7 @@ void CCallDigest::TakeValues(const LogLine& stLine)
     const bool bLookUp = IsOneOf(stLine.strFunction, kLookUps);
     if (stLine.strFunction == "t_IsContentsSearchAction" || bLookUp)
         for (const std::string_view szWord : kWords)
-            if (Begins(stLine.strMessage, szWord)) m_strAction = stLine.strMessage.substr(szWord.size());
+            if (Begins(stLine.strMessage, szWord)) TakeAction(stLine.strMessage.substr(szWord.size()));
 
     // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
     int nCode = 0;
@@ -214,6 +215,21 @@ void CCallDigest::TakeValues(const LogLine& stLine)
         m_nEffects |= ENDS;  // no more follows
     }
     if (m_eKind == CallKind::REPLY && HasEnded() && m_nCode > 0) m_eResult = Result::DONE;
+}
+
+// Takes what a line calls the action. One with a line break must be said twice: a log's reader may have broken it, and
+// then elsewhere in each line.
+void CCallDigest::TakeAction(const std::string& strAction)
+{
+    const auto Joined = [](std::string strText) {
+        strText.erase(std::remove(strText.begin(), strText.end(), '\n'), strText.end());
+        return strText;
+    };
+    const std::string strBefore = std::exchange(m_strNamed, strAction);
+    if (strAction.find('\n') == std::string::npos || strAction == strBefore)
+        m_strAction = strAction;
+    else if (Joined(strAction) == Joined(strBefore))
+        m_strAction = Joined(strAction);
 }
 
 const char* CCallDigest::Outcome() const

@@ -97,6 +97,7 @@ private:
     bool Has(CallEffect eEffect) const { return (m_nEffects & eEffect) != 0; }
     std::vector<std::string> MissingBelow(int nStep) const;
     void TakeValues(const LogLine& stLine);
+    void TakeAction(const std::string& strAction);
     std::string RecordWords() const;
 
     CallKind m_eKind;
@@ -104,6 +105,7 @@ private:
     int m_nStep = -1;   // the last step of the fixed order that was seen
     int m_nNeeded = 0;  // the steps below it must have been written
     std::set<int> m_vSeen;
+    std::string m_strNamed;  // by the last line that names the action
     std::string m_strAction;
     int m_nCode = -1;
     bool m_bChannel = false;

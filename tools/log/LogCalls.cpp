@@ -48,13 +48,14 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine)
     for (const std::string_view szStart : {"szAction[0]:", "strAction = "})
         if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
     const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
-    if (!bNames || call.reply.GetState() != CLogReply::State::WHOLE) return false;
+    if (!bNames || !call.digest.LacksBefore(stLine)) return false;
+    if (call.reply.GetState() != CLogReply::State::WHOLE) return false;
     const std::string_view szReply = call.reply.Text();
     const std::size_t nKey = szReply.find("\"action\"", szReply.find("\"tvcontrol\""));
     const std::size_t nValue = szReply.find('"', szReply.find(':', nKey)) + 1;
     const std::string_view szFirst = szReply.substr(nValue, szReply.find('"', nValue) - nValue);
     const bool bPlain = nKey != szReply.npos && szFirst.find('\\') == szFirst.npos;
-    return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
+    return bPlain && szFirst != szAction;
 }
 
 // What a gap with a known place is, and what one of unknown place.
@@ -194,14 +195,18 @@ void CLogCalls::Finish(LogStream& stStream)
     call.bTwice = call.bTwice || stStream.stFirst.bTwice;
     if (bPiece) {
         call.digest.ListenToPiece();
-        return call.reply.Add(stForm.szMessage, stStream.eEscape);
+        return call.reply.Add(stForm.szMessage, stStream.eEscape,
+                              stStream.bClosed || stStream.eStyle == LogStream::Style::PREFIXED);
     }
     call.digest.Listen(stLine);
-    call.stSet.Listen(stLine);
     std::size_t nSize = 0;
     if (DumpLineOf(stForm, nSize) == DumpLine::SIZE) call.reply.Announce(nSize);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
-    if (Begins(stLine.strMessage, kWordsMessage)) call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
+    // Where the log shows lines as they are, its reader may have broken them.
+    const bool bBroken = stStream.eStyle == LogStream::Style::RAW && stLine.strMessage.find('\n') != std::string::npos;
+    if (!bBroken) call.stSet.Listen(stLine);
+    if (!bBroken && Begins(stLine.strMessage, kWordsMessage))
+        call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
     if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
     Keep(call, stLine);
 }

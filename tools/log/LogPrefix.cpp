@@ -86,18 +86,6 @@ bool MayBegin(std::string_view szLine)
     return IsDigit(c) || (c >= 'A' && c <= 'Z') || std::string_view("<[{\033").find(c) != std::string_view::npos;
 }
 
-// How many bytes at the start of `szText` are colours of any terminal.
-std::size_t AnyColourLength(std::string_view szText)
-{
-    std::size_t nLength = 0;
-    while (szText.substr(nLength, 2) == "\033[") {
-        const std::size_t nEnd = szText.find_first_not_of("0123456789;", nLength + 2);
-        if (nEnd == szText.npos || szText[nEnd] != 'm') break;
-        nLength = nEnd + 1;
-    }
-    return nLength;
-}
-
 // Cuts a message that is a list of bytes out of the line of a journal and returns it as text. A parser would need
 // far longer for it.
 std::string CutBytes(std::string& strLine)
@@ -116,6 +104,17 @@ std::string CutBytes(std::string& strLine)
 }
 
 }  // namespace
+
+std::size_t AnyColourLength(std::string_view szText)
+{
+    std::size_t nLength = 0;
+    while (szText.substr(nLength, 2) == "\033[") {
+        const std::size_t nEnd = szText.find_first_not_of("0123456789;", nLength + 2);
+        if (nEnd == szText.npos || szText[nEnd] != 'm') break;
+        nLength = nEnd + 1;
+    }
+    return nLength;
+}
 
 const std::vector<LogFormat>& LogFormats()
 {
@@ -233,6 +232,7 @@ LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix,
 {
     Json::Value entry;
     if (szLine.find(kJournalMessage) == szLine.npos) return LineKind::UNKNOWN;
+    m_bKnown = true;
     std::string strLine(szLine);
     strMessage = CutBytes(strLine);
     if (szLine.find(kTag) == szLine.npos && strMessage.find(kTag) == strMessage.npos) return LineKind::FOREIGN;
@@ -241,7 +241,6 @@ LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix,
     if (strMessage.empty()) strMessage = Text("MESSAGE");
     Places stPlaces;
     const bool bOurs = Text("SYSLOG_IDENTIFIER") == kTag;
-    m_bKnown = true;
     if (!bOurs && Match(strMessage, stPlaces) != LineKind::OURS) return LineKind::FOREIGN;
     strMessage.erase(0, stPlaces.nMessage);
     stPrefix = {Text("__REALTIME_TIMESTAMP"), Text("_PID"), Text("_TID"), Text("PRIORITY"), 0};

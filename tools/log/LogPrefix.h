@@ -10,6 +10,9 @@
 
 constexpr std::string_view kTag = "ParloAPI";
 
+// How many bytes at the start of `szText` are colours of any terminal.
+std::size_t AnyColourLength(std::string_view szText);
+
 // One form of prefix, as a pattern of GLib's regular expressions. Its groups say what stands where: "time", "process",
 // "thread", "priority" and "tag"; "alone" is in a prefix that has a line of its own, "behind" is what stands behind
 // the message. A form that a newcomer meets in the field is one more of these, with an example that the tests read.

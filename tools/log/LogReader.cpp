@@ -94,6 +94,12 @@ std::string_view CLogReader::Plain(std::string_view szLine)
     if (!m_stFile.bTags)
         for (strQuote.clear(); Begins(szLine.substr(strQuote.size()), "> ");) strQuote += "> ";
     if (Begins(szLine, strQuote)) szLine.remove_prefix(strQuote.size());
+    constexpr std::string_view kEnd = "\033[0m";
+    const bool bColoured = AnyColourLength(szLine) > 0 && ColourLength(szLine) == 0;  // by a reader, not the library
+    if (bColoured && szLine.substr(szLine.size() - kEnd.size()) == kEnd) {
+        szLine.remove_suffix(kEnd.size());
+        szLine.remove_prefix(AnyColourLength(szLine));
+    }
     return szLine;
 }
 

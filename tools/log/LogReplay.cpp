@@ -100,6 +100,7 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
     if (call.digest.Kind() != CallKind::STATUS || !call.digest.HasEnded()) return {};
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
     if (call.digest.Unsupported()) return kUnsupported;
+    if (!call.stSet.strCountry || !call.stSet.strLanguage) return {};
     // The set came to compare country and language: that it recognises voice and has conversation there is sure.
     SetService(Enter(call), true);
     SetValues stSet = call.stSet;

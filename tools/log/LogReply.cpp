@@ -94,7 +94,10 @@ std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
         std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
         if (CutShownColour(szUpTo)) return std::string(szUpTo);
     }
-    return bTorn && bLines ? strPlain.substr(0, strPlain.find('\n')) : strPlain;
+    if (!bTorn || !bLines) return strPlain;
+    strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
+    const std::size_t nColour = strPlain.rfind('\033');  // perhaps the beginning of one
+    return nColour != std::string::npos && nColour + 5 > strPlain.size() ? strPlain.substr(0, nColour) : strPlain;
 }
 
 void CLogReply::Announce(std::size_t nSize)
@@ -103,7 +106,7 @@ void CLogReply::Announce(std::size_t nSize)
     m_nSize = nSize;
 }
 
-void CLogReply::Add(std::string_view szMessage, Escape eEscape)
+void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
 {
     if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
         m_bTooMany = true;
@@ -116,10 +119,11 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape)
     const bool bLong = m_bSize && strWhole.size() > nMost;
     for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
         if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried))) continue;
+        m_bMore = m_bMore || (bSure && eTried == eEscape && strWhole.size() > m_vLengths.back());
         if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
         return;
     }
-    if (bLong && AddUnindented(strWhole)) return;
+    if (bLong && eEscape == Escape::NONE && AddUnindented(strWhole)) return;
     m_bAltered = m_bAltered || strWhole.size() > nMost;
     m_vLengths.push_back(strWhole.size());
     Append(strWhole);
@@ -130,11 +134,12 @@ void CLogReply::Append(std::string_view szText)
     m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
-bool CLogReply::AddFitting(const std::string& strPlain)
+bool CLogReply::AddFitting(const std::string& strPlain, std::size_t nIndent)
 {
     for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
         if (!Fits(strPlain, nLength)) continue;
         m_vLengths.push_back(nLength);
+        if (strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
         Append(std::string_view(strPlain).substr(0, nLength));
         return true;
     }
@@ -155,7 +160,7 @@ bool CLogReply::AddUnindented(std::string_view szText)
         if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
         nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
     }
-    if (!AddFitting(strPlain)) return false;
+    if (!AddFitting(strPlain, nMore / nBreaks)) return false;
     m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
     return true;
 }
@@ -178,7 +183,7 @@ CLogReply::State CLogReply::GetState() const
     if (m_bSize && m_nSize == 0 && !m_bTooMany) return State::WHOLE;
     if (m_vLengths.empty()) return State::NONE;
     if (!Gaps().empty()) return State::GAPS;
-    if (m_strText.size() > m_nSize) return State::ALTERED;
+    if (m_bMore || m_vIndents.size() > 1 || m_strText.size() > m_nSize) return State::ALTERED;
     return m_strText.size() < m_nSize ? State::CUT : State::WHOLE;
 }
 

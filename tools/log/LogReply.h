@@ -47,9 +47,10 @@ public:
         std::size_t nBytes;
     };
 
-    // The library's line with the size; then each piece, in a log that is known to escape so.
+    // The library's line with the size; then each piece, in a log that is known to escape so. `bSure`: all of the text
+    // is the piece's; else lines behind it may be others'.
     void Announce(std::size_t nSize);
-    void Add(std::string_view szMessage, Escape eEscape);
+    void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
     bool HasSize() const { return m_bSize; }
     std::size_t Size() const { return m_nSize; }
@@ -74,16 +75,18 @@ public:
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
     void Append(std::string_view szText);
-    bool AddFitting(const std::string& strPlain);
+    bool AddFitting(const std::string& strPlain, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);
 
     bool m_bSize = false;
     bool m_bTooMany = false;
     bool m_bAltered = false;
+    bool m_bMore = false;  // a piece of the right length has more behind it that is surely ours
     std::size_t m_nSize = 0;
     std::string m_strText;
     std::vector<std::size_t> m_vLengths;
     std::set<std::string> m_vUndone;
+    std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
 
 #endif
