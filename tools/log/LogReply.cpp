@@ -48,15 +48,16 @@ std::string Plain(std::string_view szText, Escape eEscape)
     return strPlain;
 }
 
-// Whether `szText` can be a message of `nLength` bytes: what follows those is a colour or another line.
-bool Fits(std::string_view szText, std::size_t nLength)
+// Whether `szText` can be a message of `nLength` bytes: what follows those is a colour or, where it was not escaped,
+// another line.
+bool Fits(std::string_view szText, std::size_t nLength, Escape eEscape)
 {
     if (szText.size() < nLength) return false;
     const bool bTorn = EndsInEscape(szText.substr(0, nLength));  // a colour that is cut in two
     szText.remove_prefix(nLength);
     if (bTorn && ColourLength(szText) > 0) return false;
     while (const std::size_t nColour = ColourLength(szText)) szText.remove_prefix(nColour);
-    return szText.empty() || szText.front() == '\n' || szText.front() == '\r';
+    return szText.empty() || szText.front() == '\r' || (szText.front() == '\n' && eEscape == Escape::NONE);
 }
 
 }  // namespace
@@ -67,7 +68,7 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
     std::string_view szMessage = stForm.szMessage;
     if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
-    if (szMessage.substr(0, kBar.size()) == kBar && Fits(szMessage, kBar.size())) return DumpLine::BAR;
+    if (szMessage.substr(0, kBar.size()) == kBar && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
     if (szMessage.substr(0, kSize.size()) != kSize) return DumpLine::PIECE;
     szMessage.remove_prefix(kSize.size());
     const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
@@ -118,7 +119,7 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
     // taken back for it.
     const bool bLong = m_bSize && strWhole.size() > nMost;
     for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
-        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried))) continue;
+        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried), eTried)) continue;
         m_bMore = m_bMore || (bSure && eTried == eEscape && strWhole.size() > m_vLengths.back());
         if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
         return;
@@ -134,12 +135,12 @@ void CLogReply::Append(std::string_view szText)
     m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
-bool CLogReply::AddFitting(const std::string& strPlain, std::size_t nIndent)
+bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent)
 {
     for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
-        if (!Fits(strPlain, nLength)) continue;
+        if (!Fits(strPlain, nLength, eEscape)) continue;
         m_vLengths.push_back(nLength);
-        if (strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
+        if (eEscape == Escape::NONE && strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
         Append(std::string_view(strPlain).substr(0, nLength));
         return true;
     }
@@ -160,7 +161,7 @@ bool CLogReply::AddUnindented(std::string_view szText)
         if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
         nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
     }
-    if (!AddFitting(strPlain, nMore / nBreaks)) return false;
+    if (!AddFitting(strPlain, Escape::NONE, nMore / nBreaks)) return false;
     m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
     return true;
 }

@@ -75,7 +75,7 @@ public:
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
     void Append(std::string_view szText);
-    bool AddFitting(const std::string& strPlain, std::size_t nIndent = 0);
+    bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);
 
     bool m_bSize = false;
