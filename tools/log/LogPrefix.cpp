@@ -79,11 +79,13 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// Whether a prefix can begin so.
+// Whether a prefix can begin so. The lines of a reply mostly do not.
 bool MayBegin(std::string_view szLine)
 {
     const char c = szLine[std::min(szLine.find_first_not_of(' '), szLine.size() - 1)];
-    return IsDigit(c) || (c >= 'A' && c <= 'Z') || std::string_view("<[{\033").find(c) != std::string_view::npos;
+    if (c == '{') return szLine.find(kJournalMessage) != szLine.npos;
+    if (c == '[') return szLine.size() > 1 && (szLine[1] == ' ' || IsDigit(szLine[1]));
+    return IsDigit(c) || (c >= 'A' && c <= 'Z') || c == '<' || c == '\033';
 }
 
 // Cuts a message that is a list of bytes out of the line of a journal and returns it as text. A parser would need
@@ -156,12 +158,11 @@ const std::vector<LogFormat>& LogFormats()
 
 LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage)
 {
+    m_bAlone = false;
     if (IsLikeLast(szLine)) {
         Take(szLine, m_stLast, stPrefix, strMessage);
         return LineKind::OURS;
     }
-    m_stLast = Places();
-    m_strLast.clear();
     const bool bBegin = !szLine.empty() && MayBegin(szLine) && (bForeign || szLine.substr(1, 1) == "(");
     if (!bBegin && szLine.find(kTag) == szLine.npos) return LineKind::UNKNOWN;
     Places stPlaces;
@@ -174,9 +175,11 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
     if (nColour > 0 && ParseLogForm(szLine.substr(stPlaces.nMessage + nColour), stForm)) stPlaces.nMessage += nColour;
     Take(szLine, stPlaces, stPrefix, strMessage);
     if (eKind == LineKind::UNTAGGED) return eKind;
-    m_stLast = stPlaces;
+    m_bAlone = stPlaces.bAlone;
     const bool bSure = stPlaces.nBehind == 0 && szLine[stPlaces.nMessage - 1] == ' ';
-    if (bSure) m_strLast = szLine.substr(0, stPlaces.nMessage);
+    if (!bSure) return eKind;
+    m_stLast = stPlaces;
+    m_strLast = szLine.substr(0, stPlaces.nMessage);
     return eKind;
 }
 

@@ -47,7 +47,7 @@ public:
     LineKind Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage);
 
     // Whether the line that was recognised last is a prefix of ours alone, whose message follows.
-    bool IsAlone() const { return m_stLast.bAlone; }
+    bool IsAlone() const { return m_bAlone; }
 
 private:
     using Span = std::pair<std::size_t, std::size_t>;  // start and size
@@ -65,6 +65,7 @@ private:
     LineKind TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage);
     static void Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage);
 
+    bool m_bAlone = false;
     Places m_stLast;        // in the last line that was ours
     std::string m_strLast;  // that line's prefix
     bool m_bKnown = false;  // a line of a known form was ours: then those of unknown forms are not

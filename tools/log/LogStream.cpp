@@ -81,7 +81,7 @@ bool LogStream::GoesOn(const LogTextLine& stLine) const
 bool LogStream::MayLack() const
 {
     const bool bOpen = bPending && !bClosed && eStyle != Style::ONE_LINE && eDump == DumpLine::PIECE;
-    return bOpen && Length() < (call ? call->reply : CLogReply()).Next();
+    return bOpen && Length() < (call ? call->reply.Next() : CLogReply().Next());
 }
 
 // Whether it must have more.
