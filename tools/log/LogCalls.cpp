@@ -110,16 +110,13 @@ void CLogCalls::Pause()
 
 void CLogCalls::End()
 {
-    while (!m_mapStreams.empty()) Settle(m_mapStreams.extract(m_mapStreams.begin()));
+    while (!m_mapStreams.empty()) SettleOldest();
 }
 
 LogStream& CLogCalls::StreamOf(const LogPrefix& stPrefix)
 {
     const auto key = std::make_pair(stPrefix.strProcess, stPrefix.strThread);
-    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams) {
-        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-        Settle(m_mapStreams.extract(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older)));
-    }
+    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams) SettleOldest();
     LogStream& stStream = m_mapStreams[key];
     stStream.nUsed = ++m_nTime;
     return stStream;
@@ -211,9 +208,11 @@ void CLogCalls::Finish(LogStream& stStream)
     Keep(call, stLine);
 }
 
-// Nothing more comes of the stream: hands over what it has.
-void CLogCalls::Settle(Streams::node_type node)
+// Hands over what the stream has that was silent for longest; nothing more comes of it.
+void CLogCalls::SettleOldest()
 {
+    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+    auto node = m_mapStreams.extract(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older));
     LogStream& stStream = node.mapped();
     if (m_pLast == &stStream) m_pLast = nullptr;
     while (!stStream.vHeld.empty()) {

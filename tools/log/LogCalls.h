@@ -105,7 +105,7 @@ private:
     void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
     void Release(LogStream& stStream);
     void Finish(LogStream& stStream);
-    void Settle(Streams::node_type node);
+    void SettleOldest();
     LogCall& CallOf(LogStream& stStream, const LogLine& stLine);
     void Keep(LogCall& call, const LogLine& stLine);
     void Close(LogStream& stStream);
