@@ -27,18 +27,6 @@ struct LogOptions {
     CallFilter filter;
 };
 
-// What a file is that holds no lines to read, by its first bytes; null: nothing of that.
-const char* WhatIs(std::string_view szText)
-{
-    constexpr std::pair<std::string_view, const char*> kMarks[] = {
-        {"\x1F\x8B", " is compressed: zcat FILE | parlo log -"},
-        {"\xFF\xFE", " is UTF-16: iconv -f UTF-16 FILE | parlo log -"},
-        {"\xFE\xFF", " is UTF-16: iconv -f UTF-16 FILE | parlo log -"}};
-    for (const auto& [szMark, szWhat] : kMarks)
-        if (szText.substr(0, szMark.size()) == szMark) return szWhat;
-    return nullptr;
-}
-
 // Reads logs and prints their calls while they end.
 class CLogRun
 {
@@ -58,7 +46,6 @@ public:
 
 private:
     void Read(const std::string& strFile);
-    void Pause();
     void Show(LogCall& call);
     void Close() const;
     CallReport Report(LogCall& call, bool bWanted);
@@ -106,24 +93,20 @@ void CLogRun::Read(const std::string& strFile)
     std::string strPart;
     do {
         strPart.clear();
-        if (file.IsPausing()) Pause();
-        if (!m_bPassed) file.Some(strPart);
-        if (const char* szWhat = WhatIs(strPart); file.Position() == strPart.size() && szWhat != nullptr) {
-            Fail(strFile + szWhat);
-            return;
+        if (file.IsPausing()) {  // whoever writes the log waits
+            m_calls.Pause();
+            FlushOutput();
         }
+        if (!m_bPassed) file.Some(strPart);
+        const std::string strMark = file.Position() == strPart.size() ? strPart.substr(0, 2) : "";
+        if (strMark == "\x1F\x8B") return Fail(strFile + " is compressed: zcat FILE | parlo log -");
+        if (strMark == "\xFF\xFE" || strMark == "\xFE\xFF")
+            return Fail(strFile + " is UTF-16: iconv -f UTF-16 FILE | parlo log -");
         m_reader.Feed(strPart);
         progress.Show(file.Position());
     } while (!strPart.empty());
     m_reader.EndFile();
     if (!file.Failure().empty()) Fail(strFile + " cannot be read: " + file.Failure());
-}
-
-// Whoever writes the log waits: shows what is over.
-void CLogRun::Pause()
-{
-    m_calls.Pause();
-    FlushOutput();
 }
 
 void CLogRun::Show(LogCall& call)

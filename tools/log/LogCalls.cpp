@@ -81,7 +81,7 @@ std::vector<std::string> LogCall::Missing() const
 std::vector<std::string> LogCall::MissingOfReply() const
 {
     std::vector<std::string> vMissing;
-    if (!reply.HasSize() && reply.Pieces() == 0) return vMissing;
+    if (!reply.IsThere()) return vMissing;
     for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
     return vMissing;
 }
@@ -156,12 +156,15 @@ void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
 // between lines of other programs.
 void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
 {
-    const bool bAll = stLine.eSort != LogTextLine::Sort::MORE && stStream.IsMadeUp(true);
-    if (bAll || stStream.IsMadeUp(false)) {
+    bool bAll = false;
+    bool bOwn = false;
+    const std::size_t nLength = stStream.LengthWithHeld(true, bAll);
+    stStream.LengthWithHeld(false, bOwn);
+    bAll = bAll && stLine.eSort != LogTextLine::Sort::MORE;
+    if (!bAll && !bOwn && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
+    if (bAll || bOwn) {
         for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {}))
             if (bAll || stHeld.eSort == LogTextLine::Sort::MORE) stStream.Append(stHeld);
-    } else if (stStream.LengthWithHeld(true) < kLongestHeld) {
-        return stStream.vHeld.push_back(stLine);
     } else {
         Release(stStream);
     }
@@ -216,7 +219,8 @@ void CLogCalls::SettleOldest()
     LogStream& stStream = node.mapped();
     if (m_pLast == &stStream) m_pLast = nullptr;
     while (!stStream.vHeld.empty()) {
-        const bool bMadeUp = stStream.IsMadeUp(true);
+        bool bMadeUp = false;
+        stStream.LengthWithHeld(true, bMadeUp);
         if (!bMadeUp) Finish(stStream);
         for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {}))
             if (bMadeUp)

@@ -70,8 +70,7 @@ struct LogStream {
     bool MayLack() const;
     bool Lacks() const;
     std::size_t Length() const { return stFirst.strMessage.size() - nText; }
-    std::size_t LengthWithHeld(bool bAll) const;
-    bool IsMadeUp(bool bAll) const;
+    std::size_t LengthWithHeld(bool bAll, bool& bMadeUp) const;
     const std::string& Content(const LogTextLine& stLine) const;
     void Begin(const LogTextLine& stLine);
     void Append(const LogTextLine& stLine);

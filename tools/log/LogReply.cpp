@@ -101,12 +101,6 @@ std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
     return nColour != std::string::npos && nColour + 5 > strPlain.size() ? strPlain.substr(0, nColour) : strPlain;
 }
 
-void CLogReply::Announce(std::size_t nSize)
-{
-    m_bSize = true;
-    m_nSize = nSize;
-}
-
 void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
 {
     if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
@@ -117,7 +111,7 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
     const std::size_t nMost = Next();
     // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
     // taken back for it.
-    const bool bLong = m_bSize && strWhole.size() > nMost;
+    const bool bLong = m_nSize && strWhole.size() > nMost;
     for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
         if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried), eTried)) continue;
         m_bMore = m_bMore || (bSure && eTried == eEscape && strWhole.size() > m_vLengths.back());
@@ -168,33 +162,33 @@ bool CLogReply::AddUnindented(std::string_view szText)
 
 std::size_t CLogReply::Wanted() const
 {
-    return m_bSize ? std::min((m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
+    return m_nSize ? std::min((*m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
 }
 
 // The length of a piece by its place.
 std::size_t CLogReply::LengthOf(std::size_t nPiece) const
 {
     const std::size_t nOffset = nPiece * kPiece;
-    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPiece) : kPiece;
+    return m_nSize && nOffset < *m_nSize ? std::min(*m_nSize - nOffset, kPiece) : kPiece;
 }
 
 CLogReply::State CLogReply::GetState() const
 {
     if (m_bAltered) return State::ALTERED;
-    if (m_bSize && m_nSize == 0 && !m_bTooMany) return State::WHOLE;
+    if (m_nSize == 0U && !m_bTooMany) return State::WHOLE;
     if (m_vLengths.empty()) return State::NONE;
     if (!Gaps().empty()) return State::GAPS;
-    if (m_bMore || m_vIndents.size() > 1 || m_strText.size() > m_nSize) return State::ALTERED;
-    return m_strText.size() < m_nSize ? State::CUT : State::WHOLE;
+    if (m_bMore || m_vIndents.size() > 1 || m_strText.size() > *m_nSize) return State::ALTERED;
+    return m_strText.size() < *m_nSize ? State::CUT : State::WHOLE;
 }
 
 std::vector<CLogReply::Gap> CLogReply::Gaps() const
 {
     std::vector<Gap> vGaps;
     // With pieces missing only the places of those are known that are missing behind the first of all.
-    if (!m_bSize || m_bTooMany) return {{false, 0, 0}};
+    if (!m_nSize || m_bTooMany) return {{false, 0, 0}};
     if (m_vLengths.size() < Wanted()) {
-        const std::size_t nLogged = std::min(m_nSize, kMostBytes);
+        const std::size_t nLogged = std::min(*m_nSize, kMostBytes);
         return {{false, 0, nLogged - std::min(m_strText.size(), nLogged)}};
     }
     for (std::size_t i = 0; i < m_vLengths.size(); ++i)

@@ -3,6 +3,7 @@
 #define PARLO_LOGREPLY_H
 
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -49,12 +50,13 @@ public:
 
     // The library's line with the size; then each piece, in a log that is known to escape so. `bSure`: all of the text
     // is the piece's; else lines behind it may be others'.
-    void Announce(std::size_t nSize);
+    void Announce(std::size_t nSize) { m_nSize = nSize; }
     void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
-    bool HasSize() const { return m_bSize; }
-    std::size_t Size() const { return m_nSize; }
-    bool IsComplete() const { return m_bSize && m_vLengths.size() >= Wanted(); }
+    bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
+    bool HasSize() const { return m_nSize.has_value(); }
+    std::size_t Size() const { return m_nSize.value_or(0); }
+    bool IsComplete() const { return m_nSize && m_vLengths.size() >= Wanted(); }
 
     // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
     bool MayHave(std::size_t nLength) const { return nLength == Next() || nLength == LengthOf(Wanted() - 1); }
@@ -78,11 +80,10 @@ private:
     bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);
 
-    bool m_bSize = false;
     bool m_bTooMany = false;
     bool m_bAltered = false;
     bool m_bMore = false;  // a piece of the right length has more behind it that is surely ours
-    std::size_t m_nSize = 0;
+    std::optional<std::size_t> m_nSize;
     std::string m_strText;
     std::vector<std::size_t> m_vLengths;
     std::set<std::string> m_vUndone;

@@ -47,18 +47,13 @@ std::string ReplyText(const CLogReply& reply)
 // The result of a replay, each line of it.
 std::vector<std::string> Lines(const Comparison& stComparison)
 {
-    switch (stComparison.eResult) {
-        case Comparison::Result::SAME:
-            return {};
-        case Comparison::Result::MISSING:
-            return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
-                        " that the log does not have, the first being",
-                    "  here: " + Shown(stComparison.strHere)};
-        case Comparison::Result::NOT_COMPARED:
-            return {"replay: not compared, since " + stComparison.strWhy};
-        case Comparison::Result::DIFFERS:
-            break;
-    }
+    const Comparison::Result eResult = stComparison.eResult;
+    if (eResult == Comparison::Result::SAME) return {};
+    if (eResult == Comparison::Result::MISSING)
+        return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
+                    " that the log does not have, the first being",
+                "  here: " + Shown(stComparison.strHere)};
+    if (eResult == Comparison::Result::NOT_COMPARED) return {"replay: not compared, since " + stComparison.strWhy};
     if (!stComparison.strWhy.empty()) return {"replay: differs", "  " + Shown(stComparison.strWhy)};
     const std::string strHere = stComparison.strHere.empty() ? "no more lines" : Shown(stComparison.strHere);
     return {"replay: differs", "  set:  " + Shown(stComparison.strSet), "  here: " + strHere};
@@ -111,11 +106,6 @@ Json::Value ReplayJson(const Comparison& stComparison)
     return value;
 }
 
-bool HasReply(const LogCall& call)
-{
-    return call.reply.HasSize() || call.reply.Pieces() > 0;
-}
-
 }  // namespace
 
 std::string PlaceOf(const LogCall& call)
@@ -149,7 +139,7 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
     strText += '\n';
     std::vector<std::string> vLines;
     const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE && call.reply.Undone().empty();
-    if (HasReply(call) && (!stReport.strFile.empty() || !bWhole))
+    if (call.reply.IsThere() && (!stReport.strFile.empty() || !bWhole))
         vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
     std::vector<std::string> vMissing = call.digest.MissingWords();
     for (std::string& strMissing : call.MissingOfReply()) vMissing.push_back(std::move(strMissing));
@@ -166,7 +156,7 @@ void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
 {
     ++m_nCalls;
     m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
-    m_nNotWhole += HasReply(call) && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
+    m_nNotWhole += call.reply.IsThere() && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
     m_bMixed = m_bMixed || call.nNumber < m_nLast;
     m_nLast = call.nNumber;
     if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
@@ -203,7 +193,7 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (stReport.nStatus) value["status"] = *stReport.nStatus;
     if (const std::string strSet = call.stSet.Options(); !strSet.empty()) value["set"] = strSet;
     if (!call.strUtterance.empty()) value["utterance"] = call.strUtterance;
-    if (HasReply(call)) value["reply"] = ReplyJson(call.reply, stReport.strFile);
+    if (call.reply.IsThere()) value["reply"] = ReplyJson(call.reply, stReport.strFile);
     value["missing"] = List(call.Missing());
     if (!call.strDropped.empty()) value["dropped"] = call.strDropped;
     if (call.bTwice) value["each_line_twice"] = true;

@@ -96,24 +96,21 @@ const std::string& LogStream::Content(const LogTextLine& stLine) const
     return eStyle == Style::RAW ? stLine.strRaw : stLine.strMessage;
 }
 
-// The length of the pending record with all that is held, or without the lines of other programs. That is none where
-// these are all but records.
-std::size_t LogStream::LengthWithHeld(bool bAll) const
+// The length of the pending record with all that is held, or without the lines of other programs; and whether it is a
+// piece's then, with its colour at the end if the log has them.
+std::size_t LogStream::LengthWithHeld(bool bAll, bool& bMadeUp) const
 {
     std::size_t nLength = Length();
-    for (const LogTextLine& stLine : vHeld)
-        if (bAll || stLine.eSort == LogTextLine::Sort::MORE) nLength += 1 + Content(stLine).size();
-    return nLength;
-}
-
-// Whether that is the piece's length.
-bool LogStream::IsMadeUp(bool bAll) const
-{
-    const auto IsPart = [bAll](const LogTextLine& l) { return bAll || l.eSort == LogTextLine::Sort::MORE; };
-    const auto IsRecord = [](const LogTextLine& l) { return l.eSort == LogTextLine::Sort::RECORD; };
-    const auto last = std::find_if(vHeld.rbegin(), vHeld.rend(), IsPart);
-    if (last == vHeld.rend() || (!bAll && std::any_of(vHeld.begin(), vHeld.end(), IsRecord))) return false;
-    std::string_view szLast = Content(*last);
+    std::string_view szLast;
+    bool bRecord = false;
+    for (const LogTextLine& stLine : vHeld) {
+        bRecord = bRecord || stLine.eSort == LogTextLine::Sort::RECORD;
+        if (!bAll && stLine.eSort != LogTextLine::Sort::MORE) continue;
+        szLast = Content(stLine);
+        nLength += 1 + szLast.size();
+    }
     const std::size_t nShown = szLast.size();
-    return CutShownColour(szLast) == bColours && call->reply.MayHave(LengthWithHeld(bAll) - (nShown - szLast.size()));
+    const bool bColour = CutShownColour(szLast);
+    bMadeUp = (bAll || !bRecord) && bColour == bColours && call->reply.MayHave(nLength - (nShown - szLast.size()));
+    return nLength;
 }
