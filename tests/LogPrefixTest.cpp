@@ -8,7 +8,7 @@
 namespace
 {
 
-const char* const kKinds[] = {"ours", "untagged", "foreign", "unknown"};
+const char* const kKinds[] = {"ours", "foreign", "unknown"};
 
 // "ours 10:00|1234|1235|E|message"
 std::string Told(CLogPrefixes& prefixes, const std::string& strLine)
@@ -17,7 +17,7 @@ std::string Told(CLogPrefixes& prefixes, const std::string& strLine)
     std::string strMessage;
     const LineKind eKind = prefixes.Recognise(strLine, true, stPrefix, strMessage);
     const std::string strKind = kKinds[static_cast<int>(eKind)];
-    if (eKind != LineKind::OURS && eKind != LineKind::UNTAGGED) return strKind;
+    if (eKind != LineKind::OURS) return strKind;
     return strKind + ' ' + stPrefix.strTime + '|' + stPrefix.strProcess + '|' + stPrefix.strThread + '|' +
            stPrefix.strPriority + '|' + strMessage;
 }
@@ -36,8 +36,7 @@ TEST(LogPrefix, OfEachFormIsRecognised)
         SCOPED_TRACE(stFormat.szName);
         const std::string strExample = stFormat.szExample;
         const std::size_t nTag = strExample.find("ParloAPI");
-        EXPECT_EQ(0U, Told(strExample).find(nTag != std::string::npos ? "ours" : "untagged"));
-        if (nTag == std::string::npos) continue;
+        EXPECT_EQ(0U, Told(strExample).find("ours"));
         const std::string strOther = Told(std::string(strExample).replace(nTag, 8, "Wifi"));
         EXPECT_TRUE(strOther == "foreign" || (strOther == "unknown" && (strExample[0] == '@' || nTag == 2)))
             << strOther;
@@ -54,7 +53,6 @@ TEST(LogPrefix, IsTakenApart)
         {"E/ParloAPI  : m", "ours |||E|m"},
         {"E( 1234) A: f(1) > m  (ParloAPI)", "ours |1234||E|A: f(1) > m"},
         {"E( 1234) m  (Wifi)", "foreign"},
-        {"E( 1234: 1235) m", "untagged |1234|1235|E|m"},
         {"11-25 10:00:00.1+0900 E/ParloAPI(P 1, T 2): A: f(1) > ", "ours 11-25 10:00:00.1+0900|1|2|E|A: f(1) > "},
         {"[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]", "ours 11-24 18:42:03.118|1480|1502|E|"},
         {"Nov 25 10:00:00 tv app[99]: ParloAPI: A: f(1) > m", "ours Nov 25 10:00:00|99|||A: f(1) > m"},

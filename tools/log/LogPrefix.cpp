@@ -129,7 +129,6 @@ const std::vector<LogFormat>& LogFormats()
          "11-24 18:42:03.118 E/ParloAPI( 1480): "},
         {"tag", PARLO_PRIORITY "/" PARLO_TAG PARLO_END, "E/ParloAPI: "},
         {"process", PARLO_PRIORITY "\\(\\s*(?<process>\\d+)\\) (?=.*(?<behind>  \\((?<tag>[^()]+?)\\s*\\))$)", "E( 1480)   (ParloAPI)"},
-        {"thread", PARLO_PRIORITY PARLO_IDS " ", "E( 1480: 1502) "},
         {"long",
          "\\[ " PARLO_DEVICE_TIME "\\s+(?<process>\\d+):\\s*(?<thread>\\d+) " PARLO_PRIORITY "/(?<tag>[^\\]]{1,100}?)\\s*(?<alone>\\])$",
          "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
@@ -163,18 +162,17 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
         Take(szLine, m_stLast, stPrefix, strMessage);
         return LineKind::OURS;
     }
-    const bool bBegin = !szLine.empty() && MayBegin(szLine) && (bForeign || szLine.substr(1, 1) == "(");
+    const bool bBegin = bForeign && !szLine.empty() && MayBegin(szLine);
     if (!bBegin && szLine.find(kTag) == szLine.npos) return LineKind::UNKNOWN;
     Places stPlaces;
     const LineKind eKind = Match(szLine, stPlaces);
     stPrefix.nForm = stPlaces.nForm;
     if (eKind == LineKind::OURS && szLine.front() == '{') return TakeJournal(szLine, stPrefix, strMessage);
-    if (eKind == LineKind::FOREIGN || eKind == LineKind::UNKNOWN) return eKind;
+    if (eKind != LineKind::OURS) return eKind;
     const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
     LogForm stForm;
     if (nColour > 0 && ParseLogForm(szLine.substr(stPlaces.nMessage + nColour), stForm)) stPlaces.nMessage += nColour;
     Take(szLine, stPlaces, stPrefix, strMessage);
-    if (eKind == LineKind::UNTAGGED) return eKind;
     m_bAlone = stPlaces.bAlone;
     const bool bSure = stPlaces.nBehind == 0 && szLine[stPlaces.nMessage - 1] == ' ';
     if (!bSure) return eKind;
@@ -197,8 +195,7 @@ LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces)
     gint nEnd = 0;
     g_match_info_fetch_pos(match.get(), 0, nullptr, &nEnd);
     stPlaces.nMessage = static_cast<std::size_t>(nEnd);
-    if (!Group(match, "tag", span)) return LineKind::UNTAGGED;
-    if (szLine.substr(span.first, span.second) != kTag) return LineKind::FOREIGN;
+    if (!Group(match, "tag", span) || szLine.substr(span.first, span.second) != kTag) return LineKind::FOREIGN;
     m_bKnown = m_bKnown || !Group(match, "any", span);
     return LineKind::OURS;
 }

@@ -32,17 +32,16 @@ struct LogPrefix {
 };
 
 enum class LineKind {
-    OURS,      // has the library's tag
-    UNTAGGED,  // has a prefix of a form without tags
-    FOREIGN,   // has somebody else's tag
-    UNKNOWN    // has no prefix that is known
+    OURS,     // has the library's tag
+    FOREIGN,  // has somebody else's tag
+    UNKNOWN   // has no prefix that is known
 };
 
 // Recognises prefixes in one file.
 class CLogPrefixes
 {
 public:
-    // Says what kind of line `szLine` is; of one that is OURS or UNTAGGED fills `stPrefix` and `strMessage`.
+    // Says what kind of line `szLine` is; of one that is OURS fills `stPrefix` and `strMessage`.
     // Without `bForeign` nobody asks whether a line is FOREIGN or UNKNOWN.
     LineKind Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage);
 

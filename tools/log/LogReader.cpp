@@ -113,21 +113,20 @@ void CLogReader::Classify(std::string_view szLine)
     stLine.strRaw = szLine;
     const LineKind eKind = m_stFile.prefixes.Recognise(szLine, m_bAsked, stLine.stPrefix, stLine.strMessage);
     const bool bOurs = eKind == LineKind::OURS;
-    const bool bUntagged = eKind == LineKind::UNTAGGED;
     if (bOurs || szLine.find(kTag) != szLine.npos) ++m_nTagged;
     m_stFile.bTags = m_stFile.bTags || bOurs;
     stLine.bAlone = std::exchange(m_stFile.bAlone, bOurs && m_stFile.prefixes.IsAlone()) && !m_stFile.bAlone;
     if (m_stFile.bAlone) m_stFile.stAlone = stLine.stPrefix;
     if (eKind == LineKind::UNKNOWN || stLine.bAlone) stLine.stPrefix = stLine.bAlone ? m_stFile.stAlone : LogPrefix();
-    if (stLine.bAlone || !(bOurs || bUntagged)) stLine.strMessage = szLine;
+    if (stLine.bAlone || !bOurs) stLine.strMessage = szLine;
 
     LogForm stForm;
     const bool bForm = ParseLogForm(stLine.strMessage, stForm);
     const bool bFile = bForm && std::find(std::begin(kFiles), std::end(kFiles), stForm.szFile) != std::end(kFiles);
-    stLine.bTagged = bOurs || stLine.bAlone || (!m_stFile.bTags && (bUntagged || bFile));
-    const bool bPriority = stLine.stPrefix.strTime.empty() && stLine.stPrefix.strProcess.empty();
-    stLine.bSubstitute = bOurs && bPriority && szLine.find(" ParloAPI") != szLine.npos;  // nothing else writes that
-    stLine.eSort = LogTextLine::Sort::MORE;
-    if (bForm && stLine.bTagged && (bFile || m_stFile.bTags)) stLine.eSort = LogTextLine::Sort::RECORD;
+    stLine.bTagged = bOurs || stLine.bAlone || (!m_stFile.bTags && bFile);
+    const LogPrefix& stPrefix = stLine.stPrefix;
+    const bool bPriority = !stPrefix.strPriority.empty() && stPrefix.strTime.empty() && stPrefix.strProcess.empty();
+    stLine.bSubstitute = bOurs && bPriority && szLine.find(" ParloAPI") + 1 == szLine.find(kTag);  // "E ParloAPI: "
+    stLine.eSort = bForm && stLine.bTagged ? LogTextLine::Sort::RECORD : LogTextLine::Sort::MORE;
     if (eKind == LineKind::FOREIGN && !stLine.bTagged) stLine.eSort = LogTextLine::Sort::OTHER;
 }
