@@ -251,8 +251,8 @@ std::vector<std::string> CCallDigest::MissingWords() const
     const std::size_t nAll = MissingBelow(m_nNeeded).size();
     const std::size_t nBegin = m_vSeen.empty() ? nAll : MissingBelow(std::min(*m_vSeen.begin(), m_nNeeded)).size();
     if (nBegin > 0) vWords.emplace_back("its beginning is lost");
-    if (nAll > nBegin) vWords.push_back("steps in between are lost: " + std::to_string(nAll - nBegin));
-    if (!HasEnded()) vWords.emplace_back("its end is lost, and what came of it");
+    if (nAll > nBegin) vWords.push_back(std::to_string(nAll - nBegin) + " of its lines in between lost");
+    if (!HasEnded()) vWords.emplace_back("its end is lost");
     return vWords;
 }
 

@@ -51,7 +51,7 @@ CLogExtract::CLogExtract(const std::string& strFolder) : m_strFolder(strFolder)
     for (const auto& entry : std::filesystem::directory_iterator(strFolder, error)) {
         const std::string strName = entry.path().filename().string();
         if (strName.rfind("reply-", 0) == 0 || strName.rfind("conversation", 0) == 0)
-            throw std::runtime_error(strFolder + " holds an extraction already: " + strName);
+            throw std::runtime_error(strFolder + " holds an extraction already");
     }
 }
 

@@ -167,7 +167,7 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
     Places stPlaces;
     const LineKind eKind = Match(szLine, stPlaces);
     stPrefix.nForm = stPlaces.nForm;
-    if (eKind == LineKind::OURS && szLine.front() == '{') return TakeJournal(szLine, stPrefix, strMessage);
+    if (eKind == LineKind::OURS && stPlaces.nMessage == 0) return TakeJournal(szLine, stPrefix, strMessage);
     if (eKind != LineKind::OURS) return eKind;
     const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
     LogForm stForm;

@@ -22,7 +22,7 @@ char TakeEscaped(std::string_view& szText, Escape eEscape)
     const bool bOctal = eEscape == Escape::OCTAL;
     const std::size_t nLead = bOctal ? 1 : 2;
     std::size_t nTaken = 1;
-    int nCode = szText.front();
+    int nCode = static_cast<unsigned char>(szText.front());
     if (szText.size() >= 4 && szText.substr(0, nLead) == (bOctal ? "#" : "\\x")) {
         int nNumber = 0;
         const auto [pRest, error] = std::from_chars(szText.data() + nLead, szText.data() + 4, nNumber, bOctal ? 8 : 16);
