@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "session/LogForm.h"
+
 namespace
 {
 
@@ -103,17 +105,6 @@ constexpr Row kRows[] = {
 // The functions whose other lines are a status call's; all others' are a reply's.
 constexpr std::string_view kStatusFunctions[] = {"GetCountry", "GetVCSettingLanguage", "IsConversationFactorySupport",
                                                  "IsCountrySupportConv", "CompareCountryLanguage"};
-
-template <std::size_t N>
-bool IsOneOf(std::string_view szText, const std::string_view (&words)[N])
-{
-    return std::find(std::begin(words), std::end(words), szText) != std::end(words);
-}
-
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
 
 const Row* FindRow(std::string_view szFunction, std::string_view szMessage)
 {

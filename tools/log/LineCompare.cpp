@@ -17,11 +17,6 @@ constexpr std::size_t kKeptLine = 1900;  // bytes; more than that may be cut her
 constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
 constexpr std::string_view kAnswer = "GetData return:";
 
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
-
 // Readers take blanks and colours off the end of a line.
 std::string_view Trimmed(std::string_view szText)
 {
@@ -54,7 +49,7 @@ bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
 
 bool IsAnswer(const LogLine& stLine)
 {
-    return std::find(std::begin(kAnswering), std::end(kAnswering), stLine.strFunction) != std::end(kAnswering);
+    return IsOneOf(stLine.strFunction, kAnswering);
 }
 
 void CLineCompare::Missing::Add(const Missing& stMore)

@@ -25,11 +25,6 @@ constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 constexpr std::array<std::string_view, 7> kDropped = {
     "uppressed ", "messages suppressed", "rate-limit", "message repeated ", "messages lost", " identical ", "log lost"};
 
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
-
 LogLine LineOf(const LogForm& stForm, std::string strMessage)
 {
     LogLine stLine;

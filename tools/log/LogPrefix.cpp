@@ -16,18 +16,20 @@ namespace
 constexpr std::string_view kJournalMessage = "\"MESSAGE\"";
 
 // clang-format off
-#define PARLO_DEVICE_TIME " *(?<time>(?:\\d{4}-)?\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d+(?: ?[+-]\\d{4})?|\\d+\\.\\d{3,9})"
+#define PARLO_CLOCK R"(\d\d:\d\d:\d\d)"
+#define PARLO_DEVICE_TIME R"( *(?<time>(?:\d{4}-)?\d\d-\d\d )" PARLO_CLOCK R"(\.\d+(?: ?[+-]\d{4})?|\d+\.\d{3,9}))"
 #define PARLO_PRIORITY "(?<priority>[VDIWEFS])"
-#define PARLO_NUMBER "(?:<(?<priority>\\d{1,3})>)?"
-#define PARLO_IDS "\\(\\s*(?:P\\s*)?(?<process>\\d+)(?:\\s*[,:]\\s*(?:T\\s*)?(?<thread>\\d+))?\\)"
-#define PARLO_TAG "(?<tag>[^\\s:(][^:(]{0,100}?)\\s*"
+#define PARLO_NUMBER R"((?:<(?<priority>\d{1,3})>)?)"
+#define PARLO_IDS R"(\(\s*(?:P\s*)?(?<process>\d+)(?:\s*[,:]\s*(?:T\s*)?(?<thread>\d+))?\))"
+#define PARLO_TAG R"((?<tag>[^\s:(][^:(]{0,100}?)\s*)"
 #define PARLO_END ":(?: |$)"
 // The tag behind a program's name.
-#define PARLO_INNER "(?:" PARLO_PRIORITY "[ /])?(?<tag>ParloAPI)(?!\\w)\\s*(?:" PARLO_IDS ")?\\s*:?(?: |$)"
+#define PARLO_INNER "(?:" PARLO_PRIORITY R"([ /])?(?<tag>ParloAPI)(?!\w)\s*(?:)" PARLO_IDS R"()?\s*:?(?: |$))"
 // A program that has the tag for its name, or our line behind its own name; or another one.
 #define PARLO_PROGRAMS(BEFORE, BEHIND) \
-    BEFORE "(?:(?<tag>ParloAPI)" BEHIND "|[^\\s:\\[]+" BEHIND PARLO_INNER "|(?<tag>[^\\s:\\[]+)" BEHIND ")"
-#define PARLO_PROGRAM PARLO_PROGRAMS("(?:[^\\s:]+ )?", "(?:\\[(?<process>\\d+)\\])?" PARLO_END)
+    BEFORE "(?:(?<tag>ParloAPI)" BEHIND R"(|[^\s:\[]+)" BEHIND PARLO_INNER R"(|(?<tag>[^\s:\[]+))" BEHIND ")"
+#define PARLO_PROGRAM PARLO_PROGRAMS(R"((?:[^\s:]+ )?)", R"((?:\[(?<process>\d+)\])?)" PARLO_END)
+#define PARLO_STRUCTURED R"((?:-|(?:\[(?:[^\]\\]|\\.)*\])+)(?: (?:\xEF\xBB\xBF)?|$))"
 // clang-format on
 
 struct Part {
@@ -123,32 +125,31 @@ const std::vector<LogFormat>& LogFormats()
     // clang-format off
     static const std::vector<LogFormat> vFormats = {
         {"threadtime, epoch, monotonic",
-         PARLO_DEVICE_TIME "\\s+(?:[a-z]\\w*\\s+)?(?<process>\\d+)\\s+(?<thread>\\d+) " PARLO_PRIORITY " (?<tag>[^\\s:][^:]{0,100}?)\\s*" PARLO_END,
-         "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
+         PARLO_DEVICE_TIME R"(\s+(?:[a-z]\w*\s+)?(?<process>\d+)\s+(?<thread>\d+) )" PARLO_PRIORITY " "
+         PARLO_TAG PARLO_END, "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
         {"time, brief", "(?:" PARLO_DEVICE_TIME " +)?" PARLO_PRIORITY "/" PARLO_TAG PARLO_IDS PARLO_END,
          "11-24 18:42:03.118 E/ParloAPI( 1480): "},
         {"tag", PARLO_PRIORITY "/" PARLO_TAG PARLO_END, "E/ParloAPI: "},
-        {"process", PARLO_PRIORITY "\\(\\s*(?<process>\\d+)\\) (?=.*(?<behind>  \\((?<tag>[^()]+?)\\s*\\))$)", "E( 1480)   (ParloAPI)"},
-        {"long",
-         "\\[ " PARLO_DEVICE_TIME "\\s+(?<process>\\d+):\\s*(?<thread>\\d+) " PARLO_PRIORITY "/(?<tag>[^\\]]{1,100}?)\\s*(?<alone>\\])$",
-         "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
+        {"process", PARLO_PRIORITY R"(\(\s*(?<process>\d+)\) (?=.*(?<behind>  \((?<tag>[^()]+?)\s*\))$))",
+         "E( 1480)   (ParloAPI)"},
+        {"long", R"(\[ )" PARLO_DEVICE_TIME R"(\s+(?<process>\d+):\s*(?<thread>\d+) )" PARLO_PRIORITY
+         R"(/(?<tag>[^\]]{1,100}?)\s*(?<alone>\])$)", "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
         {"RFC 5424",
-         PARLO_PROGRAMS("<(?<priority>\\d{1,3})>1 (?<time>\\S+) \\S+ ", " (?<process>\\S+) \\S+ (?:-|(?:\\[(?:[^\\]\\\\]|\\\\.)*\\])+)(?: (?:\xEF\xBB\xBF)?|$)"),
+         PARLO_PROGRAMS(R"(<(?<priority>\d{1,3})>1 (?<time>\S+) \S+ )", R"( (?<process>\S+) \S+ )" PARLO_STRUCTURED),
          "<11>1 2015-11-24T18:42:03.118Z tv ParloAPI 1480 - - "},
-        {"RFC 3164, journalctl short",
-         PARLO_NUMBER "(?:[A-Z][a-z]{2},? )?(?<time>[A-Z][a-z]{2} [ \\d]\\d \\d\\d:\\d\\d:\\d\\d(?:\\.\\d+)?(?: \\d{4})?) " PARLO_PROGRAM,
-         "<11>Tue Nov 24 18:42:03 tv ParloAPI[1480]: "},
-        {"journalctl short-iso, short-full",
-         PARLO_NUMBER "(?:[A-Z][a-z]{2} )?(?<time>\\d{4}-\\d\\d-\\d\\d[ T]\\d\\d:\\d\\d:\\d\\d(?:[.,]\\d+)?(?:Z|[+-]\\d\\d:?\\d\\d| [A-Z]{3,4})?) " PARLO_PROGRAM,
+        {"RFC 3164, journalctl short", PARLO_NUMBER R"((?:[A-Z][a-z]{2},? )?(?<time>[A-Z][a-z]{2} [ \d]\d )"
+         PARLO_CLOCK R"((?:\.\d+)?(?: \d{4})?) )" PARLO_PROGRAM, "<11>Tue Nov 24 18:42:03 tv ParloAPI[1480]: "},
+        {"journalctl short-iso, short-full", PARLO_NUMBER R"((?:[A-Z][a-z]{2} )?(?<time>\d{4}-\d\d-\d\d[ T])"
+         PARLO_CLOCK R"((?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d| [A-Z]{3,4})?) )" PARLO_PROGRAM,
          "2015-11-24T18:42:03+0900 tv ParloAPI[1480]: "},
-        {"kernel, journalctl short-monotonic, short-unix",
-         PARLO_NUMBER "(?:\\[ *(?<time>\\d+\\.\\d+)\\](?:\\[ *[CT]\\d+\\])?|(?<time>\\d+\\.\\d+)) " PARLO_PROGRAM,
+        {"kernel, journalctl short-monotonic, short-unix", PARLO_NUMBER
+         R"((?:\[ *(?<time>\d+\.\d+)\](?:\[ *[CT]\d+\])?|(?<time>\d+\.\d+)) )" PARLO_PROGRAM,
          "[   12.003118] ParloAPI[1480]: "},
-        {"journalctl -o json", "(?<journal>\\{)",
+        {"journalctl -o json", R"((?<journal>\{))",
          R"({"__REALTIME_TIMESTAMP":"1448390523118000","_PID":"1480","SYSLOG_IDENTIFIER":"ParloAPI","MESSAGE":"m"})"},
         {"parlo --log", PARLO_PRIORITY " (?<tag>ParloAPI)" PARLO_END, "E ParloAPI: "},
         {"any other with a record behind the tag",
-         ".{0,400}?(?<any>)\\b(?<tag>ParloAPI)(?!\\w)\\s*(?:" PARLO_IDS ")?\\s*:?(?: |$)(?=[A-Za-z-]+: \\w+\\(\\d+\\) >)",
+         R"(.{0,400}?(?<any>)\b(?<tag>ParloAPI)(?!\w)\s*(?:)" PARLO_IDS R"()?\s*:?(?: |$)(?=[A-Za-z-]+: \w+\(\d+\) >))",
          "@ ParloAPI: CAUtil: GetCountry(1) > "},
     };
     // clang-format on

@@ -17,11 +17,6 @@ constexpr std::size_t kLongestLine = 1 << 16;  // bytes; more is dropped
 constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
                                        "CADataHandler", "CADataSortFilter", "CAImageSizeTable",  "parlo-api"};
 
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
-
 void AppendBounded(std::string& strText, std::string_view szMore)
 {
     strText += szMore.substr(0, kLongestLine - std::min(strText.size(), kLongestLine));
@@ -122,7 +117,7 @@ void CLogReader::Classify(std::string_view szLine)
 
     LogForm stForm;
     const bool bForm = ParseLogForm(stLine.strMessage, stForm);
-    const bool bFile = bForm && std::find(std::begin(kFiles), std::end(kFiles), stForm.szFile) != std::end(kFiles);
+    const bool bFile = bForm && IsOneOf(stForm.szFile, kFiles);
     stLine.bTagged = bOurs || stLine.bAlone || (!m_stFile.bTags && bFile);
     const LogPrefix& stPrefix = stLine.stPrefix;
     const bool bPriority = !stPrefix.strPriority.empty() && stPrefix.strTime.empty() && stPrefix.strProcess.empty();

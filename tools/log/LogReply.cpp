@@ -68,8 +68,8 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
     std::string_view szMessage = stForm.szMessage;
     if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
-    if (szMessage.substr(0, kBar.size()) == kBar && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
-    if (szMessage.substr(0, kSize.size()) != kSize) return DumpLine::PIECE;
+    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
+    if (!Begins(szMessage, kSize)) return DumpLine::PIECE;
     szMessage.remove_prefix(kSize.size());
     const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
     const bool bSize = error == std::errc() && pRest != szMessage.data() + szMessage.size() && *pRest == ')';
@@ -79,9 +79,9 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
 Escape EscapeOf(std::string_view szSizeMessage)
 {
     const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
-    if (szBehind.substr(0, 2) == "\\n") return Escape::BACKSLASH;
-    if (szBehind.substr(0, 3) == "\\x0") return Escape::HEX;
-    return szBehind.substr(0, 4) == "#012" ? Escape::OCTAL : Escape::NONE;
+    if (Begins(szBehind, "\\n")) return Escape::BACKSLASH;
+    if (Begins(szBehind, "\\x0")) return Escape::HEX;
+    return Begins(szBehind, "#012") ? Escape::OCTAL : Escape::NONE;
 }
 
 std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)

@@ -43,7 +43,7 @@ void LogStream::Begin(const LogTextLine& stLine)
     LogForm stForm;
     ParseLogForm(stFirst.strMessage, stForm);
     const std::string_view szText = stForm.szMessage;
-    const auto IsBegin = [szText](std::string_view szStart) { return szText.substr(0, szStart.size()) == szStart; };
+    const auto IsBegin = [szText](std::string_view szStart) { return Begins(szText, szStart); };
     nText = stFirst.strMessage.size() - szText.size();
     bOpenText = std::any_of(std::begin(kOpenTexts), std::end(kOpenTexts), IsBegin);
     nBrackets = Brackets(szText);
