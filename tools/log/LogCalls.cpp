@@ -105,13 +105,17 @@ void CLogCalls::Pause()
 
 void CLogCalls::End()
 {
-    while (!m_mapStreams.empty()) SettleOldest();
+    const auto Number = [](const auto& stream) { return stream.second.call ? stream.second.call->nNumber : 0; };
+    const auto Before = [&](const auto& a, const auto& b) { return Number(a) < Number(b); };
+    while (!m_mapStreams.empty()) Settle(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Before));
 }
 
 LogStream& CLogCalls::StreamOf(const LogPrefix& stPrefix)
 {
     const auto key = std::make_pair(stPrefix.strProcess, stPrefix.strThread);
-    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams) SettleOldest();
+    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams)
+        Settle(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older));
     LogStream& stStream = m_mapStreams[key];
     stStream.nUsed = ++m_nTime;
     return stStream;
@@ -206,11 +210,10 @@ void CLogCalls::Finish(LogStream& stStream)
     Keep(call, stLine);
 }
 
-// Hands over what the stream has that was silent for longest; nothing more comes of it.
-void CLogCalls::SettleOldest()
+// Hands over what the stream has; nothing more comes of it.
+void CLogCalls::Settle(Streams::iterator stream)
 {
-    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-    auto node = m_mapStreams.extract(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older));
+    auto node = m_mapStreams.extract(stream);
     LogStream& stStream = node.mapped();
     if (m_pLast == &stStream) m_pLast = nullptr;
     while (!stStream.vHeld.empty()) {

@@ -104,7 +104,7 @@ private:
     void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
     void Release(LogStream& stStream);
     void Finish(LogStream& stStream);
-    void SettleOldest();
+    void Settle(Streams::iterator stream);
     LogCall& CallOf(LogStream& stStream, const LogLine& stLine);
     void Keep(LogCall& call, const LogLine& stLine);
     void Close(LogStream& stStream);
