@@ -105,7 +105,7 @@ void CLogCalls::Pause()
 
 void CLogCalls::End()
 {
-    const auto Number = [](const auto& stream) { return stream.second.call ? stream.second.call->nNumber : 0; };
+    const auto Number = [](const auto& stream) { return stream.second.call ? stream.second.call->nNumber : SIZE_MAX; };
     const auto Before = [&](const auto& a, const auto& b) { return Number(a) < Number(b); };
     while (!m_mapStreams.empty()) Settle(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Before));
 }
