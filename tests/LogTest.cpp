@@ -410,6 +410,10 @@ TEST_F(Log, IsToldOnlyAsFarAsItsLinesGo)
         {"%" + strAction + "set_channel\n%CASystemActionMap: GetSystemAction(1) > eControl:0\n", "reply unknown!\n"},
         {"%parlo-api: ca_uninitial(1) > delete the thread\n%parlo-api: ca_uninitial(1) > m_pCAService is NULL\n",
          "stop there was no service\n"},
+        {"%CAUtil: PrintRcvData(1) > =================print all receive data================\n"
+         "11-24 18:43:03.118  1480  1502 E ParloAPI: " +
+             strCode,
+         "reply unknown!\nreply action unknown, code 12!\n"},
         {"11-24 18:42:03.118   5   5 I Up: q: ParloAPI: parlo-api: ca_uninitial(1) > delete the thread\n", ""},
     };
     for (const auto& [strLog, strTold] : kRows) {

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
 #include "log/LineCompare.h"
@@ -11,6 +14,7 @@
 namespace
 {
 
+constexpr double kLongestCall = 5;            // seconds between two lines of one call
 constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
 constexpr std::size_t kLongestHeld = 564;     // bytes behind which a piece is longer than any
 constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
@@ -35,22 +39,41 @@ LogLine LineOf(const LogForm& stForm, std::string strMessage)
     return stLine;
 }
 
-// Whether the line names another first action than the call's reply has: then the end of that call is lost, and the
-// beginning of the next.
-bool IsOfAnother(const LogCall& call, const LogLine& stLine)
+// The seconds of a day, or of a count, that a log's time tells.
+double Seconds(const std::string& strTime)
 {
+    const auto Number = [&strTime](std::size_t nStart) { return std::strtod(strTime.c_str() + nStart, nullptr); };
+    const std::size_t nColon = strTime.find(':');
+    if (nColon != strTime.npos && nColon >= 2 && nColon + 4 <= strTime.size())
+        return 3600 * Number(nColon - 2) + 60 * Number(nColon + 1) + Number(nColon + 4);
+    constexpr double kMicroseconds = 1e6;
+    return Number(0) > 1e12 ? Number(0) / kMicroseconds : Number(0);
+}
+
+// Whether one time is long behind the other. Most times differ in a fraction or the last digit before it.
+bool IsLongBehind(const std::string& strTime, const std::string& strBefore)
+{
+    const std::size_t nFraction = std::min(strTime.find('.'), strTime.size());
+    if (nFraction > 0 && strTime.compare(0, nFraction - 1, strBefore, 0, nFraction - 1) == 0) return false;
+    return std::abs(Seconds(strTime) - Seconds(strBefore)) > kLongestCall;
+}
+
+// Whether lines are lost before this one, and it comes long after the last or names another first action than the
+// call's reply has: then the end of that call is lost, and the beginning of the next.
+bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& strTime)
+{
+    if (IsLongBehind(strTime, call.strLastTime) && call.digest.LacksBefore(stLine)) return true;
     std::string_view szAction = stLine.strMessage;
     for (const std::string_view szStart : {"szAction[0]:", "strAction = "})
         if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
     const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
-    if (!bNames || !call.digest.LacksBefore(stLine)) return false;
-    if (call.reply.GetState() != CLogReply::State::WHOLE) return false;
+    if (!bNames || call.reply.GetState() != CLogReply::State::WHOLE) return false;
     const std::string_view szReply = call.reply.Text();
     const std::size_t nKey = szReply.find("\"action\"", szReply.find("\"tvcontrol\""));
     const std::size_t nValue = szReply.find('"', szReply.find(':', nKey)) + 1;
     const std::string_view szFirst = szReply.substr(nValue, szReply.find('"', nValue) - nValue);
     const bool bPlain = nKey != szReply.npos && szFirst.find('\\') == szFirst.npos;
-    return bPlain && szFirst != szAction;
+    return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
 }
 
 // What a gap with a known place is, and what one of unknown place.
@@ -192,6 +215,7 @@ void CLogCalls::Finish(LogStream& stStream)
         LineOf(stForm, bPiece ? std::string() : WholeMessage(stForm.szMessage, stStream.eEscape, bTorn));
     LogCall& call = CallOf(stStream, stLine);
     call.bTwice = call.bTwice || stStream.stFirst.bTwice;
+    call.strLastTime = stStream.stFirst.stPrefix.strTime;
     if (bPiece) {
         call.digest.ListenToPiece();
         return call.reply.Add(stForm.szMessage, stStream.eEscape,
@@ -237,8 +261,9 @@ LogCall& CLogCalls::CallOf(LogStream& stStream, const LogLine& stLine)
     if (stStream.call) {
         const CCallDigest& digest = stStream.call->digest;
         const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.call->reply.IsComplete();
-        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
-                                  : digest.IsOfNext(stLine) || IsOfAnother(*stStream.call, stLine);
+        const bool bNext =
+            bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
+                   : digest.IsOfNext(stLine) || IsOfAnother(*stStream.call, stLine, stStream.stFirst.stPrefix.strTime);
         if (!bNext) return *stStream.call;
         Close(stStream);
     }

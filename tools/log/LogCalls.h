@@ -27,6 +27,7 @@ struct LogCall {
     std::shared_ptr<const std::string> pFile;
     std::size_t nLine = 0;  // of its first line
     LogPrefix stPrefix;     // of that
+    std::string strLastTime;
     CCallDigest digest;
     CLogReply reply;
     SetValues stSet;
