@@ -88,14 +88,9 @@ std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
 {
     szMessage = szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records alone so
     std::string strPlain = Plain(szMessage, eEscape);
-    // Behind the last line that ends in a colour nothing is the record's.
-    const bool bLines = eEscape == Escape::NONE;
-    for (std::size_t nEnd = strPlain.size(); nEnd != std::string::npos && nEnd > 0;
-         nEnd = bLines ? strPlain.rfind('\n', nEnd - 1) : 0) {
-        std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
-        if (CutShownColour(szUpTo)) return std::string(szUpTo);
-    }
-    if (!bTorn || !bLines) return strPlain;
+    std::string_view szWhole = strPlain;
+    if (CutShownColour(szWhole)) return std::string(szWhole);
+    if (!bTorn || eEscape != Escape::NONE) return strPlain;
     strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
     const std::size_t nColour = strPlain.rfind('\033');  // perhaps the beginning of one
     return nColour != std::string::npos && nColour + 5 > strPlain.size() ? strPlain.substr(0, nColour) : strPlain;

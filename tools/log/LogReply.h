@@ -27,7 +27,7 @@ enum class Escape {
 Escape EscapeOf(std::string_view szSizeMessage);
 
 // The message of a record as the library wrote it: escapes taken back if the log has them, the colour at its end cut
-// with whatever lines came behind it. With `bTorn` that colour is lost, and only the first line is sure.
+// off. With `bTorn` that colour is lost, and only the first line is sure.
 std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn);
 
 class CLogReply
