@@ -25,13 +25,38 @@ std::string_view Trimmed(std::string_view szText)
     return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
 }
 
+std::string WithoutBlanks(std::string_view szText)
+{
+    std::string strText(szText);
+    const auto IsBlank = [](char c) { return std::string_view(" \t\r\n").find(c) != std::string_view::npos; };
+    strText.erase(std::remove_if(strText.begin(), strText.end(), IsBlank), strText.end());
+    return strText;
+}
+
+// Whether the lines of a message that has several stand in `szHere`, whatever blanks a log's reader has put between
+// them and whichever it has lost.
+bool HasLines(std::string_view szHere, std::string_view szSet)
+{
+    if (szSet.find('\n') == szSet.npos && szHere.find('\n') == szHere.npos) return false;
+    const std::string strHere = WithoutBlanks(szHere);
+    std::size_t nFound = 0;
+    for (std::size_t nStart = 0; nStart <= szSet.size() && nFound != strHere.npos;) {
+        const std::size_t nEnd = std::min(szSet.find('\n', nStart), szSet.size());
+        const std::string strLine = WithoutBlanks(szSet.substr(nStart, nEnd - nStart));
+        const std::size_t nLine = strHere.find(strLine, nFound);
+        nFound = nLine == strHere.npos ? nLine : nLine + strLine.size();
+        nStart = nEnd + 1;
+    }
+    return nFound != strHere.npos || szHere.size() >= kKeptLine;
+}
+
 bool IsSameMessage(std::string_view szSet, std::string_view szHere)
 {
     if (Begins(szSet, kAnswer) && Begins(szHere, kAnswer)) return true;
     szSet = Trimmed(szSet);
     szHere = Trimmed(szHere);
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
-    if (!Begins(szSet, szHere)) return false;
+    if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
     // Behind the message there may be lines that only seem to belong to it.
     const std::string_view szBehind = szSet.substr(szHere.size());
     return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
