@@ -2,6 +2,7 @@
 #ifndef PARLO_LOGPREFIX_H
 #define PARLO_LOGPREFIX_H
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -52,7 +53,7 @@ private:
     using Span = std::pair<std::size_t, std::size_t>;  // start and size
     // What stands where in a line.
     struct Places {
-        Span vParts[4];  // as in LogPrefix
+        std::array<Span, 4> vParts;  // as in LogPrefix
         unsigned nForm = 0;
         std::size_t nMessage = 0;
         std::size_t nBehind = 0;  // bytes behind the message
