@@ -12,6 +12,7 @@
 
 #include "Printable.h"
 #include "log/LogCalls.h"
+#include "log/LogExtract.h"
 #include "log/LogReplay.h"
 #include "parlo-api.h"
 
@@ -109,24 +110,41 @@ struct Told {
     std::string strReply;
     std::vector<std::string> vMissing;
     Comparison stReplayed;
+    std::string strShort;  // "reply unknown gaps 3!"
 };
 
-std::vector<Told> Read(const std::string& strLog, std::size_t nPart = 1000)
+std::string Short(const LogCall& call)
+{
+    const CLogReply::State eState = call.reply.GetState();
+    std::string strShort = std::string(NameOf(call.digest.Kind())) + ' ' + call.digest.Words();
+    if (eState != CLogReply::State::NONE) strShort += std::string(" ") + NameOf(eState) + ' ';
+    if (eState == CLogReply::State::WHOLE)
+        strShort += call.reply.Text();
+    else if (eState != CLogReply::State::NONE)
+        strShort += std::to_string(call.reply.Text().size());
+    return strShort + (call.Missing().empty() ? "" : "!");
+}
+
+// With `nFile` the log is two files, of which the first has so many bytes.
+std::vector<Told> Read(const std::string& strLog, std::size_t nPart = 1000, std::size_t nFile = 0)
 {
     constexpr const char* kResults[] = {"same", "missing", "differs", "not compared"};
     std::vector<Told> vTold;
     CLogReplay replay;
     CLogCalls calls(
         [&](LogCall& call) {
-            Told stTold{"", call.reply.Text(), call.Missing(), replay.Run(call)};
+            Told stTold{"", call.reply.Text(), call.Missing(), replay.Run(call), Short(call)};
             stTold.strWords = std::string(NameOf(call.digest.Kind())) + ' ' + call.digest.Words() + " [" +
                               kResults[static_cast<int>(stTold.stReplayed.eResult)] + ']';
             vTold.push_back(std::move(stTold));
         },
         true);
-    CLogReader reader([&calls](const LogRecord& stRecord) { calls.Take(stRecord); });
-    for (std::size_t n = 0; n < strLog.size(); n += nPart) reader.Feed(std::string_view(strLog).substr(n, nPart));
-    reader.EndFile();
+    CLogReader reader([&calls](const LogTextLine& stLine) { return calls.Take(stLine); });
+    for (const std::string& strFile : {strLog.substr(0, nFile), strLog.substr(nFile)}) {
+        reader.BeginFile("log");
+        for (std::size_t n = 0; n < strFile.size(); n += nPart) reader.Feed(std::string_view(strFile).substr(n, nPart));
+        reader.EndFile();
+    }
     calls.End();
     return vTold;
 }
@@ -162,7 +180,7 @@ TEST_F(Log, IsTheSameInEveryForm)
                 const std::vector<Told> vTold = Read(Text(vRecords, form, strForeign), nPart);
                 EXPECT_EQ(
                     "start done [same]\nstatus done [same]\nreply muteon, code 14 [same]\n"
-                    "reply action unknown, code 5 [same]\nreply search hand-over [same]\nreply failed search [same]\n"
+                    "reply set_channel, code 5 [same]\nreply search hand-over [same]\nreply failed search [same]\n"
                     "reply nonsense\n[31m., code 0 [same]\n"
                     "reply refused: it holds no TV control command [same]\n"
                     "reply display_candidates, code 55 [same]\n"
@@ -338,6 +356,90 @@ TEST_F(Log, ThatBeginsOrEndsInTheMiddleIsToldAsFarAsItGoes)
             }
         }
     }
+}
+
+// Each line of its own: nothing is told that the log does not say.
+TEST_F(Log, IsToldOnlyAsFarAsItsLinesGo)
+{
+    // '%' stands for a threadtime prefix, '&' for one of another process, '$' for the size's line up to the number.
+    const auto Filled = [](std::string strLog) {
+        const std::pair<char, const char*> kMarks[] = {
+            {'$', "%CAUtil: PrintRcvData(1) > ###########strRawData############(print max length:50KB; actural size:"},
+            {'%', "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
+            {'&', "11-24 18:42:03.118  2210  1502 E ParloAPI: "}};
+        for (const auto& [cMark, szText] : kMarks)
+            for (std::size_t n = 0; (n = strLog.find(cMark, n)) != std::string::npos; n += std::string(szText).size())
+                strLog.replace(n, 1, szText);
+        return strLog;
+    };
+    const std::string strPiece = "%CAUtil: PrintRcvData(1) > ";
+    const std::string strForged = "{/*\n%parlo-api: ca_uninitial(1) > delete the thread\n%*/}";
+    const std::string strStart = "%CAService: InitService(1) > m_strAppName:a\n%parlo-api: ca_initial_service(1) > ";
+    const std::string strStatus = "parlo-api: ca_get_conv_status(1) > get action from json package\n";
+    const std::string strEnd = "CAUtil: CompareCountryLanguage(1) > country[US], voice language[en_US]\n";
+    const std::string strAction = "CAService: t_IsContentsSearchAction(1) > szAction[0]:";
+    const std::string strCode = "CASystemActionMap: GetSystemAction(1) > eControl:12\n";
+    // The log; what each call is, its reply's state and bytes, and "!" when something is missing.
+    const std::pair<std::string, std::string> kRows[] = {
+        {"$3)\n%\n" + strPiece + "{  #012}", "reply unknown altered 8!\n"},
+        {"$3)#012\n" + strPiece + "{\xC3\x82#012}", "reply unknown altered 5!\n"},
+        {"$5)\n\n" + strPiece + "{\n    1\n    }\n", "reply unknown whole {\n1\n}!\n"},
+        {"$3)\n%\n" + strPiece + "{\n&}\n%}\n", "reply unknown whole {\n}!\n"},
+        {"$4)\n%\n" + strPiece + "{\n11-24 18:42:03.118  1480  1502 E ParloAPI:\n%}\n",
+         "reply unknown whole {\n\n}!\n"},
+        {"$54)\n%\n" + strPiece + strForged,
+         "reply unknown whole {/*\nparlo-api: ca_uninitial(1) > delete the thread\n*/}!\n"},
+        {"$97)\n\n" + strPiece + strForged + "\n", "reply unknown gaps 3!\nstop done\n"},
+        {"$600)\n%\n" + strPiece + "{\n%CAParseJson: ParseData(1) > t_eStatus:0\n" + strPiece +
+             "=================print all receive data================\n$2)\n%\n" + strPiece + "{}",
+         "reply unknown gaps 1!\nreply unknown whole {}!\n"},
+        {strStart + "initial succeed\n%CAService: InitService(1) > init service again, please check it!!\n"
+                    "%parlo-api: ca_initial_service(1) > InitService failed\n",
+         "start done\nstart refused: the service was there already\n"},
+        {"%CAService: InitService(1) > m_strAppName:b\n" + strStart + "initial succeed\n",
+         "start unknown!\nstart done\n"},
+        {"[ 1.0] ParloAPI[7]: " + strStatus +
+             "[ 1.0] ParloAPI[7]: CAUtil: GetCountry(1) > Countrycode is US\n"
+             "[ 1.0] Wifi[9]: rssi\n[ 1.0] ParloAPI[7]: " +
+             strEnd,
+         "status done!\n"},
+        {"E/ParloAPI: " + strAction + "volumeup\nW/Wifi    : rssi\nE/ParloAPI: " + strCode,
+         "reply volumeup, code 12!\n"},
+        {"%CASystemActionMap: GetSystemAction(1) > strAction = mute\non\n%" + strCode,
+         "reply action unknown, code 12!\n"},
+        {"%" + strAction + "set_channel\n%CASystemActionMap: GetSystemAction(1) > eControl:0\n", "reply unknown!\n"},
+        {"%parlo-api: ca_uninitial(1) > delete the thread\n%parlo-api: ca_uninitial(1) > m_pCAService is NULL\n",
+         "stop there was no service\n"},
+        {"%CAUtil: PrintRcvData(1) > =================print all receive data================\n"
+         "11-24 18:43:03.118  1480  1502 E ParloAPI: " +
+             strCode,
+         "reply unknown!\nreply action unknown, code 12!\n"},
+        {"11-24 18:42:03.118   5   5 I Up: q: ParloAPI: parlo-api: ca_uninitial(1) > delete the thread\n", ""},
+    };
+    for (const auto& [strLog, strTold] : kRows) {
+        std::string strWords;
+        for (const Told& stTold : Read(Filled(strLog))) strWords += stTold.strShort + '\n';
+        EXPECT_EQ(Filled(strTold), strWords) << strLog;
+    }
+}
+
+TEST_F(Log, WithEachLineTwiceOrQuotedOrOverTwoFilesIsTheSame)
+{
+    const Records vRecords = Logged(kReplies);
+    const std::string strLog = Text(vRecords, kForms[0].second);
+    const std::string strWords = Words(Read(strLog));
+    std::string strTwice, strQuoted, strCarriages;
+    for (std::size_t n = 0, nEnd = 0; n < strLog.size(); n = nEnd + 1) {
+        nEnd = strLog.find('\n', n);
+        const std::string strLine = strLog.substr(n, nEnd - n);
+        strTwice += strLine + '\n' + strLine + '\n';
+        strQuoted += "> " + strLine + '\n';
+        strCarriages += strLine + "\r\r\n";
+    }
+    for (const std::string& strOther : {strTwice, strQuoted, strCarriages, "\xEF\xBB\xBF" + strLog})
+        EXPECT_EQ(strWords, Words(Read(strOther))) << strOther.substr(0, 300);
+    for (std::size_t n = strLog.find('\n'); n < strLog.size(); n = strLog.find('\n', n + 997))
+        EXPECT_EQ(strWords, Words(Read(strLog, 1000, n + 1))) << n;
 }
 
 TEST_F(Log, BytesOfAnyKindAreSurvivedInBoundedMemory)

@@ -180,7 +180,7 @@ void CCommand::Compact()
 
 void CCommand::Flag(const char* szName, bool& bField, const char* szHelp)
 {
-    m_app.add_flag(szName, bField, szHelp);
+    m_app.add_flag(szName, bField, szHelp)->disable_flag_override();
 }
 
 void CCommand::Text(const char* szName, std::string& strField, const char* szHelp,

@@ -12,6 +12,7 @@ _parlo()
     case $prev in
         --voice-recog) words="0 1 none" ;;
         --log) words="off error debug" ;;
+        --kind) words="start reply status stop" ;;
         --color) words="auto always never" ;;
         --format) words="text json github" ;;
         --country) words="$(parlo status --all 2>/dev/null | sed -n 's/^\([A-Z][A-Z]\) .*/\1/p') none" ;;
@@ -40,7 +41,7 @@ _parlo()
         reply) options+=" --utterance --json --compact" ;;
         conversation) options+=" --json --compact" ;;
         explain) options+=" --utterance --json" ;;
-        log) options+=" --explain --extract --replay --json" ;;
+        log) options+=" --call --since --until --process --kind --refused --differs --explain --extract --replay --json" ;;
         test) options+=" --junit --quiet --update" ;;
         diff) options+=" --utterance" ;;
         status) options+=" --all --json" ;;

@@ -4,44 +4,37 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
+
+#include "session/LogForm.h"
 
 namespace
 {
 
-enum Effect : unsigned {
-    NOTHING = 0,
-    ENDS = 1,     // nothing that matters comes behind it
-    ACCEPTS = 2,  // the reply is used, the service started
-    REFUSES = 4,
-    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
-    NO_SERVICE = 16,
-    HANDS_OVER = 32,
-    SEARCHES = 64,  // a failed search
-    TWICE = 128,
-};
-
 constexpr int kAside = -1;
 
 // A line that a call of the kind always writes when it comes so far, `nStep` being its place in the order; or one of
-// a branch, kAside, before which the first `nNeeds` steps were written.
+// a branch, kAside, before which the first `nNeeds` steps were written, and none behind step `nMost`.
 struct Row {
     CallKind eKind;
     std::string_view szFunction;
     std::string_view szStart;
     int nStep;
     int nNeeds;
+    int nMost;
     unsigned nEffect;
 };
 
 constexpr Row Step(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nStep,
                    unsigned nEffect = NOTHING)
 {
-    return {eKind, szFunction, szStart, nStep, nStep, nEffect};
+    return {eKind, szFunction, szStart, nStep, nStep, nStep - 1, nEffect};
 }
 
-constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect)
+constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect,
+                    int nMost = kAside)
 {
-    return {eKind, szFunction, szStart, kAside, nNeeds, nEffect};
+    return {eKind, szFunction, szStart, kAside, nNeeds, std::max(nMost, nNeeds - 1), nEffect};
 }
 
 constexpr CallKind kStart = CallKind::START;
@@ -54,9 +47,9 @@ constexpr Row kRows[] = {
     Step(kStart, "InitService", "m_strAppName:", 1),
     Step(kStart, "ca_initial_service", "initial succeed", 2, ENDS | ACCEPTS),
     Aside(kStart, "InitService", "init service again", 0, TWICE),
-    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES),
-    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES),
-    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES),
+    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES, 1),
+    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES, 1),
+    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES, 1),
 
     Step(kReply, "ca_get_speech_action", "get action from json package", 0),
     Step(kReply, "PrintRcvData", "=================print all receive data", 1),
@@ -81,16 +74,16 @@ constexpr Row kRows[] = {
     Step(kReply, "t_SetSpeechInfo", "eSysAction:", 20),
     Step(kReply, "t_SetSpeechInfo", "No one match", 21, ENDS | ACCEPTS),
     Aside(kReply, "ca_get_speech_action", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES),
+    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES, 21),
     Aside(kReply, "ParseDataFlow", "strPreAllResult is empty", 1, NOTHING),
-    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING),
-    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES),
+    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING, CCallDigest::kCode),
+    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES, CCallDigest::kCode),
     Aside(kReply, "GetSpeechActionData", "vTVControl is empty", 9, NOTHING),
     Aside(kReply, "ca_get_speech_action", "GetSpeechActionData failed", 9, ENDS | REFUSES),
     Aside(kReply, "t_IsContentsSearchAction", "search_failed will", 10, ENDS | ACCEPTS | SEARCHES),
     Aside(kReply, "t_IsContentsSearchAction", "Show search result", 10, HANDS_OVER),
     Aside(kReply, "t_UpdateSearchResult", "strSearchKeywords:", 10, ENDS | ACCEPTS | HANDS_OVER),
-    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING),
+    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING, 20),
     Aside(kReply, "t_GetActionIntent", "tv control error", 21, ENDS | ACCEPTS),
     Aside(kReply, "t_GetActionIntent", "eActionIntent is", 21, ENDS | ACCEPTS),
 
@@ -100,10 +93,10 @@ constexpr Row kRows[] = {
     Step(kStatus, "IsCountrySupportConv", "country[", 3),
     Step(kStatus, "CompareCountryLanguage", "country[", 4, ENDS | ACCEPTS),
     Aside(kStatus, "ca_get_conv_status", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES),
-    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS),
-    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS),
-    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS),
+    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES, 4),
+    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS | UNSUPPORTED),
+    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS | UNSUPPORTED),
+    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS | UNSUPPORTED),
 
     Step(kStop, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS),
     Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | ACCEPTS | NO_SERVICE),
@@ -113,20 +106,22 @@ constexpr Row kRows[] = {
 constexpr std::string_view kStatusFunctions[] = {"GetCountry", "GetVCSettingLanguage", "IsConversationFactorySupport",
                                                  "IsCountrySupportConv", "CompareCountryLanguage"};
 
-bool Begins(std::string_view szText, std::string_view szStart)
+const Row* FindRow(std::string_view szFunction, std::string_view szMessage)
 {
-    return szText.substr(0, szStart.size()) == szStart;
-}
-
-bool Matches(const Row& row, const LogLine& stLine)
-{
-    return stLine.strFunction == row.szFunction && Begins(stLine.strMessage, row.szStart);
+    const auto Matches = [&](const Row& r) { return szFunction == r.szFunction && Begins(szMessage, r.szStart); };
+    const auto row = std::find_if(std::begin(kRows), std::end(kRows), Matches);
+    return row == std::end(kRows) ? nullptr : &*row;
 }
 
 const Row* FindRow(const LogLine& stLine)
 {
-    const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& r) { return Matches(r, stLine); });
-    return row == std::end(kRows) ? nullptr : &*row;
+    return FindRow(stLine.strFunction, stLine.strMessage);
+}
+
+// Whether the library writes the line, which is none of the above, while it reads what the reply holds.
+bool IsParsing(const LogLine& stLine)
+{
+    return Begins(stLine.strLine, "CAParseJson: ") && stLine.strMessage != "json parse error";
 }
 
 // The number behind `szStart`; false when the line has another message.
@@ -145,12 +140,16 @@ const char* NameOf(CallKind eKind)
     return kNames[static_cast<int>(eKind)];
 }
 
+bool IsStep(std::string_view szFunction, std::string_view szMessage)
+{
+    const Row* pRow = FindRow(szFunction, szMessage);
+    return pRow != nullptr && pRow->nStep != kAside && pRow->eKind != kStop;
+}
+
 CallKind KindOf(const LogLine& stLine)
 {
     if (const Row* pRow = FindRow(stLine)) return pRow->eKind;
-    const bool bStatus = std::find(std::begin(kStatusFunctions), std::end(kStatusFunctions), stLine.strFunction) !=
-                         std::end(kStatusFunctions);
-    return bStatus ? CallKind::STATUS : CallKind::REPLY;
+    return IsOneOf(stLine.strFunction, kStatusFunctions) ? CallKind::STATUS : CallKind::REPLY;
 }
 
 void CCallDigest::Listen(const LogLine& stLine)
@@ -158,20 +157,16 @@ void CCallDigest::Listen(const LogLine& stLine)
     m_refusal.Listen(stLine);
     TakeValues(stLine);
     const Row* pRow = FindRow(stLine);
+    if (pRow == nullptr && IsParsing(stLine)) m_nStep = std::max(m_nStep, kCode);
     if (pRow == nullptr || pRow->eKind != m_eKind) return;
     if (pRow->nStep != kAside) {
         m_nStep = std::max(m_nStep, pRow->nStep);
         m_vSeen.insert(pRow->nStep);
     }
     m_nNeeded = std::max(m_nNeeded, pRow->nNeeds);
-    const auto Has = [pRow](unsigned nEffect) { return (pRow->nEffect & nEffect) != 0; };
-    m_bEnded = m_bEnded || Has(ENDS);
-    if (Has(ACCEPTS)) m_eResult = Result::DONE;
-    if (Has(REFUSES)) m_eResult = Result::REFUSED;
-    m_bNoService = m_bNoService || Has(NO_SERVICE);
-    m_bHandOver = m_bHandOver || Has(HANDS_OVER);
-    m_bFailedSearch = m_bFailedSearch || Has(SEARCHES);
-    m_bStartedTwice = m_bStartedTwice || Has(TWICE);
+    m_nEffects |= pRow->nEffect;
+    if ((pRow->nEffect & ACCEPTS) != 0) m_eResult = Result::DONE;
+    if ((pRow->nEffect & REFUSES) != 0) m_eResult = Result::REFUSED;
 }
 
 void CCallDigest::ListenToPiece()
@@ -184,51 +179,102 @@ bool CCallDigest::IsOfNext(const LogLine& stLine) const
 {
     if (KindOf(stLine) != m_eKind) return true;
     const Row* pRow = FindRow(stLine);
-    return pRow != nullptr && pRow->nStep != kAside && pRow->nStep <= m_nStep;
+    if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
+    const bool bEndedStop = m_eKind == CallKind::STOP && !NoService() && (pRow->nEffect & NO_SERVICE) != 0;
+    if (HasEnded() || m_nStep > pRow->nMost) return !bEndedStop;
+    return pRow->nStep != kAside && pRow->nStep < m_nNeeded;
 }
 
 void CCallDigest::TakeValues(const LogLine& stLine)
 {
-    constexpr std::string_view kWord = "szAction[0]:";
-    constexpr std::string_view kAnswer = "eControl:";
+    constexpr std::string_view kLookUps[] = {"GetSystemAction", "GetSystemActionChannel", "GetSystemActionCandidate"};
+    constexpr std::string_view kWords[] = {"szAction[0]:", "strAction = "};  // the second when there is no domain
+    const bool bLookUp = IsOneOf(stLine.strFunction, kLookUps);
+    if (stLine.strFunction == "t_IsContentsSearchAction" || bLookUp)
+        for (const std::string_view szWord : kWords)
+            if (Begins(stLine.strMessage, szWord)) TakeAction(stLine.strMessage.substr(szWord.size()));
+
+    // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
     int nCode = 0;
-    if (stLine.strFunction == "t_IsContentsSearchAction" && Begins(stLine.strMessage, kWord))
-        m_strAction = stLine.strMessage.substr(kWord.size());
-    if (Number(stLine, "GetSystemAction", kAnswer, nCode)) {
+    if (bLookUp && Number(stLine, stLine.strFunction, "eControl:", nCode) && nCode > 0) {
         m_nCode = nCode;
-        m_bEnded = m_bEnded || nCode != 0;
-    } else if (Number(stLine, "GetSystemActionChannel", kAnswer, nCode) ||
-               Number(stLine, "GetSystemActionCandidate", kAnswer, nCode)) {
+        m_bChannel = stLine.strFunction == kLookUps[1];
+        if (stLine.strFunction == kLookUps[0]) m_nEffects |= ENDS;
+    } else if (Number(stLine, "t_SetSpeechInfo", "No one match, error ouccured:", nCode)) {
         m_nCode = nCode;
-    } else if (stLine.strFunction == "t_Get2ndAction" && m_vSeen.count(17) == 0) {
-        m_bEnded = m_bEnded || m_nCode > 0;  // a channel's: no more follows
+    } else if (stLine.strFunction == "t_Get2ndAction" && m_bChannel) {
+        m_nEffects |= ENDS;  // no more follows
     }
-    if (m_eKind == CallKind::REPLY && m_bEnded && m_nCode > 0) m_eResult = Result::DONE;
+    if (m_eKind == CallKind::REPLY && HasEnded() && m_nCode > 0) m_eResult = Result::DONE;
+}
+
+// Takes what a line calls the action. One with a line break must be said twice: a log's reader may have broken it, and
+// then elsewhere in each line.
+void CCallDigest::TakeAction(const std::string& strAction)
+{
+    const auto Joined = [](std::string strText) {
+        strText.erase(std::remove(strText.begin(), strText.end(), '\n'), strText.end());
+        return strText;
+    };
+    const std::string strBefore = std::exchange(m_strNamed, strAction);
+    if (strAction.find('\n') == std::string::npos || strAction == strBefore)
+        m_strAction = strAction;
+    else if (Joined(strAction) == Joined(strBefore))
+        m_strAction = Joined(strAction);
+}
+
+const char* CCallDigest::Outcome() const
+{
+    constexpr const char* kNames[] = {"unknown", "done", "refused"};
+    return m_eKind == CallKind::STOP && NoService() ? "no_service" : kNames[static_cast<int>(m_eResult)];
 }
 
 std::vector<std::string> CCallDigest::Missing() const
 {
+    std::vector<std::string> vMissing = MissingBelow(m_nNeeded);
+    if (!HasEnded()) vMissing.emplace_back("the end");
+    return vMissing;
+}
+
+std::vector<std::string> CCallDigest::MissingWords() const
+{
+    std::vector<std::string> vWords;
+    const std::size_t nAll = MissingBelow(m_nNeeded).size();
+    const std::size_t nBegin = m_vSeen.empty() ? nAll : MissingBelow(std::min(*m_vSeen.begin(), m_nNeeded)).size();
+    if (nBegin > 0) vWords.emplace_back("its beginning is lost");
+    if (nAll > nBegin) vWords.push_back(std::to_string(nAll - nBegin) + " of its lines in between lost");
+    if (!HasEnded()) vWords.emplace_back("its end is lost");
+    return vWords;
+}
+
+bool CCallDigest::LacksBefore(const LogLine& stLine) const
+{
+    const Row* pRow = FindRow(stLine);
+    return !MissingBelow(pRow == nullptr ? m_nNeeded : pRow->nNeeds).empty();
+}
+
+std::vector<std::string> CCallDigest::MissingBelow(int nStep) const
+{
     std::vector<std::string> vMissing;
     int nLast = kAside;
     for (const Row& row : kRows) {
-        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= m_nNeeded || row.nStep == nLast) continue;
+        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= nStep || row.nStep == nLast) continue;
         if (m_vSeen.count(row.nStep) != 0 || (row.nEffect & DEBUG) != 0) continue;
         nLast = row.nStep;
         vMissing.push_back(std::string(row.szFunction) + ": " + std::string(row.szStart));
     }
-    if (!m_bEnded) vMissing.emplace_back("the end");
     return vMissing;
 }
 
 std::string CCallDigest::Reason(std::string_view szReply) const
 {
-    if (m_bNoService) return "there is no service";
-    return m_bStartedTwice ? "the service was there already" : m_refusal.Reason(szReply);
+    if (NoService()) return "there is no service";
+    return StartedTwice() ? "the service was there already" : m_refusal.Reason(szReply);
 }
 
 std::string CCallDigest::Words(std::string_view szReply) const
 {
-    if (m_bNoService && m_eKind == CallKind::STOP) return "there was no service";
+    if (NoService() && m_eKind == CallKind::STOP) return "there was no service";
     if (m_eResult == Result::REFUSED) return "refused: " + Reason(szReply);
     if (m_eResult == Result::UNKNOWN) return "unknown";
     return m_eKind == CallKind::REPLY ? RecordWords() : "done";
@@ -236,8 +282,8 @@ std::string CCallDigest::Words(std::string_view szReply) const
 
 std::string CCallDigest::RecordWords() const
 {
-    if (m_bHandOver) return "search hand-over";
-    if (m_bFailedSearch) return "failed search";
+    if (IsHandOver()) return "search hand-over";
+    if (IsFailedSearch()) return "failed search";
     const std::string strCode = m_nCode < 0 ? "code unknown" : "code " + std::to_string(m_nCode);
     return (m_strAction.empty() ? "action unknown" : m_strAction) + ", " + strCode;
 }

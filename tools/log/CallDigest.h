@@ -14,8 +14,25 @@
 
 enum class CallKind { START, REPLY, STATUS, STOP };
 
+// What a line says of its call.
+enum CallEffect : unsigned {
+    NOTHING = 0,
+    ENDS = 1,     // nothing that matters comes behind it
+    ACCEPTS = 2,  // the reply is used, the service started
+    REFUSES = 4,
+    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
+    NO_SERVICE = 16,
+    HANDS_OVER = 32,
+    SEARCHES = 64,  // a failed search
+    TWICE = 128,
+    UNSUPPORTED = 256,
+};
+
 // "start", "reply", "status", "stop"
 const char* NameOf(CallKind eKind);
+
+// Whether a line with this message is written once in a call, and never twice in a row.
+bool IsStep(std::string_view szFunction, std::string_view szMessage);
 
 // Which kind of call writes such a line.
 CallKind KindOf(const LogLine& stLine);
@@ -36,27 +53,39 @@ public:
 
     CallKind Kind() const { return m_eKind; }
     Result GetResult() const { return m_eResult; }
-    bool HasEnded() const { return m_bEnded; }
+    bool HasEnded() const { return Has(ENDS); }
     bool HasRecord() const { return m_nStep > kCode; }  // the reply was read, and its record begun
     int GetStep() const { return m_nStep; }             // the last one of the fixed order that was seen
 
-    // Of a reply: its action word and code as far as the log has them; -1 when not.
+    // Of a reply: its action word and code as far as the log has them; -1 when not, as before it is decided.
     const std::string& Action() const { return m_strAction; }
-    int Code() const { return m_nCode; }
-    bool IsHandOver() const { return m_bHandOver; }
-    bool IsFailedSearch() const { return m_bFailedSearch; }
+    int Code() const { return m_eResult == Result::DONE ? m_nCode : -1; }
+    bool IsHandOver() const { return Has(HANDS_OVER); }
+    bool IsFailedSearch() const { return Has(SEARCHES); }
 
     // Why it was refused, half a sentence, with the reply as far as it is known; and the line that says so.
     std::string Reason(std::string_view szReply = {}) const;
     const std::string& ReasonLine() const { return m_refusal.Line(); }
 
     // Of all: the call found no service. Of a start: the service was there already.
-    bool NoService() const { return m_bNoService; }
-    bool StartedTwice() const { return m_bStartedTwice; }
+    bool NoService() const { return Has(NO_SERVICE); }
+    bool StartedTwice() const { return Has(TWICE); }
+
+    // Of a status: the set or its country is without conversation.
+    bool Unsupported() const { return Has(UNSUPPORTED); }
+
+    // "unknown", "done", "refused"; of a stop without a service "no_service"
+    const char* Outcome() const;
 
     // What the log had to hold, up to the last line that it does: "FUNCTION: MESSAGE". Of a call that has not ended
     // the last one is "the end".
     std::vector<std::string> Missing() const;
+
+    // What that means for the call, for a person.
+    std::vector<std::string> MissingWords() const;
+
+    // Whether the log has lost lines between those that were taken and `stLine`.
+    bool LacksBefore(const LogLine& stLine) const;
 
     // Says the result in words, "volumeup, code 12", with the reply in the same way.
     std::string Words(std::string_view szReply = {}) const;
@@ -65,21 +94,22 @@ public:
     static constexpr int kCode = 7;    // the one behind which it is known to be no error
 
 private:
+    bool Has(CallEffect eEffect) const { return (m_nEffects & eEffect) != 0; }
+    std::vector<std::string> MissingBelow(int nStep) const;
     void TakeValues(const LogLine& stLine);
+    void TakeAction(const std::string& strAction);
     std::string RecordWords() const;
 
     CallKind m_eKind;
     Result m_eResult = Result::UNKNOWN;
-    bool m_bEnded = false;
     int m_nStep = -1;   // the last step of the fixed order that was seen
     int m_nNeeded = 0;  // the steps below it must have been written
     std::set<int> m_vSeen;
+    std::string m_strNamed;  // by the last line that names the action
     std::string m_strAction;
     int m_nCode = -1;
-    bool m_bHandOver = false;
-    bool m_bFailedSearch = false;
-    bool m_bNoService = false;
-    bool m_bStartedTwice = false;
+    bool m_bChannel = false;
+    unsigned m_nEffects = NOTHING;
     CRefusal m_refusal;
 };
 

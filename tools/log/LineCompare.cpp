@@ -13,14 +13,9 @@ constexpr int kErrorPriority = 6;
 constexpr std::size_t kCutLine = 500;    // bytes; a set's log may cut lines that are longer
 constexpr std::size_t kKeptLine = 1900;  // bytes; more than that may be cut here
 
-// What follows is the answer of the television, not of the library.
-constexpr std::string_view kAnswers[] = {"GetData return:", "vc setting initialize failed",
-                                         "vc_setting_get_language failed"};
-
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
+// What the television answers, not the library: lines of these functions, and of others those that begin so.
+constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
+constexpr std::string_view kAnswer = "GetData return:";
 
 // Readers take blanks and colours off the end of a line.
 std::string_view Trimmed(std::string_view szText)
@@ -30,14 +25,38 @@ std::string_view Trimmed(std::string_view szText)
     return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
 }
 
+std::string WithoutBlanks(std::string_view szText)
+{
+    std::string strText(szText);
+    const auto IsBlank = [](char c) { return std::string_view(" \t\r\n").find(c) != std::string_view::npos; };
+    strText.erase(std::remove_if(strText.begin(), strText.end(), IsBlank), strText.end());
+    return strText;
+}
+
+// Whether the lines of a message that has several stand in `szHere`, whatever blanks a log's reader has put between
+// them and whichever it has lost.
+bool HasLines(std::string_view szHere, std::string_view szSet)
+{
+    if (szSet.find('\n') == szSet.npos && szHere.find('\n') == szHere.npos) return false;
+    const std::string strHere = WithoutBlanks(szHere);
+    std::size_t nFound = 0;
+    for (std::size_t nStart = 0; nStart <= szSet.size() && nFound != strHere.npos;) {
+        const std::size_t nEnd = std::min(szSet.find('\n', nStart), szSet.size());
+        const std::string strLine = WithoutBlanks(szSet.substr(nStart, nEnd - nStart));
+        const std::size_t nLine = strHere.find(strLine, nFound);
+        nFound = nLine == strHere.npos ? nLine : nLine + strLine.size();
+        nStart = nEnd + 1;
+    }
+    return nFound != strHere.npos || szHere.size() >= kKeptLine;
+}
+
 bool IsSameMessage(std::string_view szSet, std::string_view szHere)
 {
-    const auto Same = [&](std::string_view szStart) { return Begins(szSet, szStart) && Begins(szHere, szStart); };
-    if (std::any_of(std::begin(kAnswers), std::end(kAnswers), Same)) return true;
+    if (Begins(szSet, kAnswer) && Begins(szHere, kAnswer)) return true;
     szSet = Trimmed(szSet);
     szHere = Trimmed(szHere);
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
-    if (!Begins(szSet, szHere)) return false;
+    if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
     // Behind the message there may be lines that only seem to belong to it.
     const std::string_view szBehind = szSet.substr(szHere.size());
     return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
@@ -53,6 +72,11 @@ bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
 
 }  // namespace
 
+bool IsAnswer(const LogLine& stLine)
+{
+    return IsOneOf(stLine.strFunction, kAnswering);
+}
+
 void CLineCompare::Missing::Add(const Missing& stMore)
 {
     if (nCount == 0) strFirst = stMore.strFirst;
@@ -61,6 +85,7 @@ void CLineCompare::Missing::Add(const Missing& stMore)
 
 void CLineCompare::Here(const LogLine& stLine)
 {
+    if (IsAnswer(stLine)) return;
     const bool bDebug = stLine.nPriority < kErrorPriority;
     if (m_nNext == m_vSet.size() || !IsSameLine(m_vSet[m_nNext], stLine)) {
         if (m_strBehind.empty()) m_strBehind = stLine.strLine;

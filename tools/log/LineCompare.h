@@ -22,11 +22,14 @@ struct Comparison {
     std::size_t nMissing = 0;  // how many
 };
 
+// Whether the line is not compared, since it says what the television answered.
+bool IsAnswer(const LogLine& stLine);
+
 // The numbers of the source lines are not compared, nor is what the television's own functions answered.
 class CLineCompare
 {
 public:
-    // `vSet` must live as long as this. With `bCut` there were more lines than `vSet` has.
+    // `vSet` must live as long as this and have no answers. With `bCut` there were more lines than `vSet` has.
     // With `bDebug` the set is known to log at debug priority; else one of its lines must show it.
     CLineCompare(const std::vector<LogLine>& vSet, bool bCut, bool bDebug)
         : m_vSet(vSet), m_bCut(bCut), m_bDebug(bDebug)

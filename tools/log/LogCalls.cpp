@@ -2,39 +2,32 @@
 #include "log/LogCalls.h"
 
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
+#include "log/LineCompare.h"
 #include "text/Text.h"
 
 namespace
 {
 
+constexpr double kLongestCall = 5;            // seconds between two lines of one call
 constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
+constexpr std::size_t kLongestHeld = 564;     // bytes behind which a piece is longer than any
 constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
 constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
 constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
 
-constexpr std::string_view kPieceFunction = "PrintRcvData";
-constexpr std::string_view kDumpMessage = "=================print all receive data";
-constexpr std::string_view kSizeMessage = "###########strRawData############(print max length:50KB; actural size:";
 constexpr std::string_view kAppMessage = "m_strAppName:";
 constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 
-bool Begins(std::string_view szText, std::string_view szStart)
-{
-    return szText.substr(0, szStart.size()) == szStart;
-}
-
-// The size in the line before the pieces; false when it is none.
-bool SizeIn(std::string_view szMessage, std::size_t& nSize)
-{
-    if (!Begins(szMessage, kSizeMessage)) return false;
-    const char* pEnd = szMessage.data() + szMessage.size();
-    const auto [pRest, error] = std::from_chars(szMessage.data() + kSizeMessage.size(), pEnd, nSize);
-    return error == std::errc() && pRest != pEnd && *pRest == ')';
-}
+// What loggers write in place of lines that they drop.
+constexpr std::array<std::string_view, 7> kDropped = {
+    "uppressed ", "messages suppressed", "rate-limit", "message repeated ", "messages lost", " identical ", "log lost"};
 
 LogLine LineOf(const LogForm& stForm, std::string strMessage)
 {
@@ -44,6 +37,43 @@ LogLine LineOf(const LogForm& stForm, std::string strMessage)
     stLine.strLine.append("(").append(stForm.szLine).append(") > ").append(strMessage, 0, kLongestKept);
     stLine.strMessage = std::move(strMessage);
     return stLine;
+}
+
+// The seconds of a day, or of a count, that a log's time tells.
+double Seconds(const std::string& strTime)
+{
+    const auto Number = [&strTime](std::size_t nStart) { return std::strtod(strTime.c_str() + nStart, nullptr); };
+    const std::size_t nColon = strTime.find(':');
+    if (nColon != strTime.npos && nColon >= 2 && nColon + 4 <= strTime.size())
+        return 3600 * Number(nColon - 2) + 60 * Number(nColon + 1) + Number(nColon + 4);
+    constexpr double kMicroseconds = 1e6;
+    return Number(0) > 1e12 ? Number(0) / kMicroseconds : Number(0);
+}
+
+// Whether one time is long behind the other. Most times differ in a fraction or the last digit before it.
+bool IsLongBehind(const std::string& strTime, const std::string& strBefore)
+{
+    const std::size_t nFraction = std::min(strTime.find('.'), strTime.size());
+    if (nFraction > 0 && strTime.compare(0, nFraction - 1, strBefore, 0, nFraction - 1) == 0) return false;
+    return std::abs(Seconds(strTime) - Seconds(strBefore)) > kLongestCall;
+}
+
+// Whether lines are lost before this one, and it comes long after the last or names another first action than the
+// call's reply has: then the end of that call is lost, and the beginning of the next.
+bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& strTime)
+{
+    if (IsLongBehind(strTime, call.strLastTime) && call.digest.LacksBefore(stLine)) return true;
+    std::string_view szAction = stLine.strMessage;
+    for (const std::string_view szStart : {"szAction[0]:", "strAction = "})
+        if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
+    const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
+    if (!bNames || call.reply.GetState() != CLogReply::State::WHOLE) return false;
+    const std::string_view szReply = call.reply.Text();
+    const std::size_t nKey = szReply.find("\"action\"", szReply.find("\"tvcontrol\""));
+    const std::size_t nValue = szReply.find('"', szReply.find(':', nKey)) + 1;
+    const std::string_view szFirst = szReply.substr(nValue, szReply.find('"', nValue) - nValue);
+    const bool bPlain = nKey != szReply.npos && szFirst.find('\\') == szFirst.npos;
+    return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
 }
 
 // What a gap with a known place is, and what one of unknown place.
@@ -62,87 +92,193 @@ std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
 std::vector<std::string> LogCall::Missing() const
 {
     std::vector<std::string> vMissing = digest.Missing();
-    if (!reply.HasSize() && reply.Pieces() == 0) return vMissing;
+    for (std::string& strMissing : MissingOfReply()) vMissing.push_back(std::move(strMissing));
+    return vMissing;
+}
+
+std::vector<std::string> LogCall::MissingOfReply() const
+{
+    std::vector<std::string> vMissing;
+    if (!reply.IsThere()) return vMissing;
     for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
     return vMissing;
 }
 
-void CLogCalls::Take(const LogRecord& stRecord)
+bool CLogCalls::Take(const LogTextLine& stLine)
 {
-    LogForm stForm;
-    if (!ParseLogForm(stRecord.strText, stForm)) return;
-    Stream& stStream = StreamOf(stRecord);
-    std::size_t nSize = 0;
-    const bool bDump = stForm.szFunction == kPieceFunction;
-    const bool bSize = bDump && SizeIn(stForm.szMessage, nSize);
-    const bool bExpected = !stStream.vOpen.empty() && stStream.vOpen.front().reply.ExpectsPiece();
-    const bool bPiece = bDump && (bExpected || !(bSize || Begins(stForm.szMessage, kDumpMessage)));
-    if (bSize && !bPiece) {
-        // This line ends in a line break: shown as an escape or as a line's end it tells what the log does.
-        stStream.bEscaped = stForm.szMessage.find(")\\n") != std::string_view::npos;
-        stStream.bKnown = true;
-    } else if (!stStream.bKnown) {
-        stStream.bEscaped = stRecord.bSubstitute;
+    const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
+    const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && std::any_of(kDropped.begin(), kDropped.end(), Says)) {
+        m_strDropped = stLine.strRaw;
+        for (auto& [key, stStream] : m_mapStreams)
+            if (stStream.call) stStream.call->strDropped = stLine.strRaw;
     }
-    const LogLine stLine =
-        LineOf(stForm, bPiece ? std::string() : WholeMessage(stRecord, stForm.szMessage, stStream.bEscaped));
-    LogCall& call = CallOf(stStream, stLine, bPiece, stRecord);
-    if (bPiece) {
-        call.digest.ListenToPiece();
-        return call.reply.Add(stRecord, stForm.szMessage, stStream.bEscaped);
+    Assign(stLine);
+    return m_pLast != nullptr && m_pLast->MayGoOnRaw();
+}
+
+void CLogCalls::Pause()
+{
+    for (auto& [key, stStream] : m_mapStreams) {
+        if (!stStream.vHeld.empty() || stStream.Lacks()) continue;
+        Finish(stStream);
+        if (stStream.call && stStream.call->digest.HasEnded()) Close(stStream);
     }
-    call.digest.Listen(stLine);
-    call.stSet.Listen(stLine);
-    if (bSize) call.reply.Announce(nSize);
-    if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
-    if (Begins(stLine.strMessage, kWordsMessage)) call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
-    if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
-    Keep(call, stLine);
 }
 
 void CLogCalls::End()
 {
-    for (auto& [key, stStream] : m_mapStreams) Close(stStream);
-    m_mapStreams.clear();
+    const auto Number = [](const auto& stream) { return stream.second.call ? stream.second.call->nNumber : SIZE_MAX; };
+    const auto Before = [&](const auto& a, const auto& b) { return Number(a) < Number(b); };
+    while (!m_mapStreams.empty()) Settle(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Before));
 }
 
-CLogCalls::Stream& CLogCalls::StreamOf(const LogRecord& stRecord)
+LogStream& CLogCalls::StreamOf(const LogPrefix& stPrefix)
 {
-    const auto key = std::make_pair(stRecord.stPrefix.strProcess, stRecord.stPrefix.strThread);
-    if (m_mapStreams.count(key) == 0 && m_mapStreams.size() == kMostStreams) {
-        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-        const auto oldest = std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older);
-        Close(oldest->second);
-        m_mapStreams.erase(oldest);
-    }
-    Stream& stStream = m_mapStreams[key];
+    const auto key = std::make_pair(stPrefix.strProcess, stPrefix.strThread);
+    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+    while (m_mapStreams.count(key) == 0 && m_mapStreams.size() >= kMostStreams)
+        Settle(std::min_element(m_mapStreams.begin(), m_mapStreams.end(), Older));
+    LogStream& stStream = m_mapStreams[key];
     stStream.nUsed = ++m_nTime;
     return stStream;
 }
 
-// The open call that the line belongs to; a new one when it belongs to none.
-LogCall& CLogCalls::CallOf(Stream& stStream, const LogLine& stLine, bool bPiece, const LogRecord& stRecord)
+// Hands the line to the stream that it belongs to. Where a log shows further lines as they are, even one with another
+// process's prefix may be of the piece before it, and one with a prefix of another make must be.
+void CLogCalls::Assign(const LogTextLine& stLine)
 {
-    if (!stStream.vOpen.empty()) {
-        const CCallDigest& digest = stStream.vOpen.front().digest;
-        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces;
-        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces : digest.IsOfNext(stLine);
-        if (!bNext) return stStream.vOpen.front();
+    const bool bRaw = m_pLast != nullptr && m_pLast->eStyle == LogStream::Style::RAW && !stLine.bAlone;
+    const bool bInside = bRaw && (!m_pLast->vHeld.empty() || m_pLast->Lacks());
+    if (bRaw && m_pLast->vHeld.empty() && stLine.stPrefix.nForm != m_pLast->stFirst.stPrefix.nForm &&
+        m_pLast->MayLack())
+        return m_pLast->Append(stLine);
+    if (stLine.bTagged && !bInside) m_pLast = &StreamOf(stLine.stPrefix);
+    if (m_pLast == nullptr) return;
+    Put(*m_pLast, stLine);
+    if (stLine.eSort == LogTextLine::Sort::OTHER && m_pLast != nullptr && m_pLast->vHeld.empty()) m_pLast = nullptr;
+}
+
+void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
+{
+    if (!stStream.vHeld.empty()) return PutBehindHeld(stStream, stLine);
+    if (stLine.eSort != LogTextLine::Sort::MORE && !stLine.bAlone && stStream.Lacks())
+        return stStream.vHeld.push_back(stLine);
+    if (stLine.eSort == LogTextLine::Sort::RECORD) {
+        Finish(stStream);
+        stStream.Begin(stLine);
+    } else if (stLine.eSort == LogTextLine::Sort::MORE && stStream.GoesOn(stLine)) {
+        stStream.Append(stLine);
+    } else if (stLine.bTagged) {
+        ++m_nStrays;
+    }
+}
+
+// What is held is the pending record's where it makes up its length and another record follows; so is what stands
+// between lines of other programs.
+void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
+{
+    bool bAll = false;
+    bool bOwn = false;
+    const std::size_t nLength = stStream.LengthWithHeld(true, bAll);
+    stStream.LengthWithHeld(false, bOwn);
+    bAll = bAll && stLine.eSort != LogTextLine::Sort::MORE;
+    if (!bAll && !bOwn && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
+    if (bAll || bOwn) {
+        for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {}))
+            if (bAll || stHeld.eSort == LogTextLine::Sort::MORE) stStream.Append(stHeld);
+    } else {
+        Release(stStream);
+    }
+    Assign(stLine);
+}
+
+void CLogCalls::Release(LogStream& stStream)
+{
+    Finish(stStream);
+    m_pLast = nullptr;
+    for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {})) Assign(stLine);
+}
+
+// The record is over: its call takes it.
+void CLogCalls::Finish(LogStream& stStream)
+{
+    if (!std::exchange(stStream.bPending, false)) return;
+    stStream.bColours = stStream.bColours || stStream.bClosed;
+    const bool bPiece = stStream.eDump == DumpLine::PIECE;
+    std::string& strText = stStream.stFirst.strMessage;
+    if (stStream.stFirst.bAlone && !bPiece && strText.back() == '\n') strText.pop_back();  // there is one behind each
+    LogForm stForm;
+    if (!ParseLogForm(strText, stForm)) return;
+    const bool bTorn = stStream.bColours && !stStream.bClosed;
+    const LogLine stLine =
+        LineOf(stForm, bPiece ? std::string() : WholeMessage(stForm.szMessage, stStream.eEscape, bTorn));
+    LogCall& call = CallOf(stStream, stLine);
+    call.bTwice = call.bTwice || stStream.stFirst.bTwice;
+    call.strLastTime = stStream.stFirst.stPrefix.strTime;
+    if (bPiece) {
+        call.digest.ListenToPiece();
+        return call.reply.Add(stForm.szMessage, stStream.eEscape,
+                              stStream.bClosed || stStream.eStyle == LogStream::Style::PREFIXED);
+    }
+    call.digest.Listen(stLine);
+    std::size_t nSize = 0;
+    if (DumpLineOf(stForm, nSize) == DumpLine::SIZE) call.reply.Announce(nSize);
+    if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
+    // Where the log shows lines as they are, its reader may have broken them.
+    const bool bBroken = stStream.eStyle == LogStream::Style::RAW && stLine.strMessage.find('\n') != std::string::npos;
+    if (!bBroken) call.stSet.Listen(stLine);
+    if (!bBroken && Begins(stLine.strMessage, kWordsMessage))
+        call.strUtterance = stLine.strMessage.substr(kWordsMessage.size());
+    if (Begins(stLine.strMessage, kEmptyMessage)) call.strNoReply = stLine.strMessage;
+    Keep(call, stLine);
+}
+
+// Hands over what the stream has; nothing more comes of it.
+void CLogCalls::Settle(Streams::iterator stream)
+{
+    auto node = m_mapStreams.extract(stream);
+    LogStream& stStream = node.mapped();
+    if (m_pLast == &stStream) m_pLast = nullptr;
+    while (!stStream.vHeld.empty()) {
+        bool bMadeUp = false;
+        stStream.LengthWithHeld(true, bMadeUp);
+        if (!bMadeUp) Finish(stStream);
+        for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {}))
+            if (bMadeUp)
+                stStream.Append(stLine);
+            else
+                Put(stStream, stLine);
+    }
+    Finish(stStream);
+    Close(stStream);
+}
+
+// The open call that the pending record belongs to; a new one when it belongs to none.
+LogCall& CLogCalls::CallOf(LogStream& stStream, const LogLine& stLine)
+{
+    const bool bPiece = stStream.eDump == DumpLine::PIECE;
+    if (stStream.call) {
+        const CCallDigest& digest = stStream.call->digest;
+        const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.call->reply.IsComplete();
+        const bool bNext =
+            bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
+                   : digest.IsOfNext(stLine) || IsOfAnother(*stStream.call, stLine, stStream.stFirst.stPrefix.strTime);
+        if (!bNext) return *stStream.call;
         Close(stStream);
     }
-    LogCall& call = stStream.vOpen.emplace_back(bPiece ? CallKind::REPLY : KindOf(stLine));
+    LogCall& call = stStream.call.emplace(bPiece ? CallKind::REPLY : KindOf(stLine));
     call.nNumber = ++m_nCalls;
-    call.strFile = m_strFile;
-    call.nLine = stRecord.nLine;
-    call.strTime = stRecord.stPrefix.strTime;
-    call.strProcess = stRecord.stPrefix.strProcess;
-    call.strThread = stRecord.stPrefix.strThread;
+    call.pFile = stStream.stFirst.pFile;
+    call.nLine = stStream.stFirst.nLine;
+    call.stPrefix = stStream.stFirst.stPrefix;
+    call.strDropped = std::exchange(m_strDropped, {});
     return call;
 }
 
 void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
 {
-    if (!m_bKeepLines || call.bLinesDropped) return;
+    if (!m_bKeepLines || call.bLinesDropped || IsAnswer(stLine)) return;
     LogLine stKept = stLine;
     stKept.strMessage.resize(std::min(stKept.strMessage.size(), kLongestKept));
     const std::size_t nBytes =
@@ -154,11 +290,10 @@ void CLogCalls::Keep(LogCall& call, const LogLine& stLine)
     call.vLines.push_back(std::move(stKept));
 }
 
-void CLogCalls::Close(Stream& stStream)
+void CLogCalls::Close(LogStream& stStream)
 {
-    for (LogCall& call : stStream.vOpen) {
-        m_sink(call);
-        m_nKept -= call.nKept;
-    }
-    stStream.vOpen.clear();
+    if (!stStream.call) return;
+    m_sink(*stStream.call);
+    m_nKept -= stStream.call->nKept;
+    stStream.call.reset();
 }

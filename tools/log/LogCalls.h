@@ -1,4 +1,9 @@
-// The calls in a log: the library's records of each process and thread, cut where one call ends and the next begins.
+// The calls in a log: the library's lines of each process and thread put together to records, and those cut where one
+// call ends and the next begins.
+//
+// A line without the form of a record is more of the one before it only if that can go on: a piece of a reply that
+// still lacks bytes of those announced, a text whose closing colour or bracket is missing. A line that looks like a
+// record is the reply's as well where the announced length covers it to the byte.
 #ifndef PARLO_LOGCALLS_H
 #define PARLO_LOGCALLS_H
 
@@ -6,6 +11,8 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,11 +24,10 @@
 
 struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin
-    std::string strFile;
+    std::shared_ptr<const std::string> pFile;
     std::size_t nLine = 0;  // of its first line
-    std::string strTime;    // and what stands before that
-    std::string strProcess;
-    std::string strThread;
+    LogPrefix stPrefix;     // of that
+    std::string strLastTime;
     CCallDigest digest;
     CLogReply reply;
     SetValues stSet;
@@ -31,14 +37,47 @@ struct LogCall {
     std::vector<LogLine> vLines;  // without the reply's pieces; kept only if wanted
     bool bLinesDropped = false;   // there were more than are kept
     std::size_t nKept = 0;        // what the lines take
+    bool bTwice = false;          // the log has its lines twice
+    std::string strDropped;       // the line in which a logger says that it dropped some
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
-    // Everything that the log lost of it, in words. Empty: the call is whole, as far as its lines can tell.
+    // Everything that the log lost of it, in words, and of its reply alone. Empty: it is whole, as far as its lines can
+    // tell.
     std::vector<std::string> Missing() const;
+    std::vector<std::string> MissingOfReply() const;
 };
 
-// Bounded memory whatever the records; of a call with very many lines the last ones are not kept.
+// What was logged in a process and thread.
+struct LogStream {
+    enum class Style { UNKNOWN, RAW, PREFIXED, ONE_LINE };  // how the log shows the further lines of a record
+
+    std::optional<LogCall> call;  // that goes on
+    bool bPending = false;        // so does a record
+    LogTextLine stFirst;          // its first line; further ones are behind '\n' in the message, which is bounded
+    std::size_t nText = 0;        // where the text begins in that, behind the form
+    DumpLine eDump = DumpLine::NONE;
+    bool bOpenText = false;        // it ends in a text of the reply or the set
+    std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
+    bool bClosed = false;          // by its colour
+    bool bColours = false;         // a record was
+    Style eStyle = Style::UNKNOWN;
+    Escape eEscape = Escape::NONE;
+    std::vector<LogTextLine> vHeld;  // behind a piece that lacks bytes: the piece's, or another record's
+    std::uint64_t nUsed = 0;
+
+    bool GoesOn(const LogTextLine& stLine) const;
+    bool MayGoOnRaw() const { return bPending && !bClosed && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
+    bool MayLack() const;
+    bool Lacks() const;
+    std::size_t Length() const { return stFirst.strMessage.size() - nText; }
+    std::size_t LengthWithHeld(bool bAll, bool& bMadeUp) const;
+    const std::string& Content(const LogTextLine& stLine) const;
+    void Begin(const LogTextLine& stLine);
+    void Append(const LogTextLine& stLine);
+};
+
+// Bounded memory whatever the lines; of a call with very many lines the last ones are not kept.
 class CLogCalls
 {
 public:
@@ -47,32 +86,39 @@ public:
     // Hands each call to `sink` when it is over. With `bKeepLines` it carries its lines.
     CLogCalls(Sink sink, bool bKeepLines) : m_sink(std::move(sink)), m_bKeepLines(bKeepLines) {}
 
-    void BeginFile(std::string strFile) { m_strFile = std::move(strFile); }
-    void Take(const LogRecord& stRecord);
+    // Returns whether a line without a tag may be more of what it took last.
+    bool Take(const LogTextLine& stLine);
 
-    // Ends the calls that are still open, when there is no more of the log.
+    // Nothing more came for a while: hands over the calls that have ended. Then the end of all.
+    void Pause();
     void End();
 
-private:
-    struct Stream {
-        std::vector<LogCall> vOpen;  // one or none
-        bool bEscaped = false;       // whether the log writes this stream's control characters as escapes
-        bool bKnown = false;         // whether a line has said so
-        std::uint64_t nUsed = 0;
-    };
+    // Lines behind the library's prefix of which nothing could be made.
+    std::size_t Strays() const { return m_nStrays; }
 
-    Stream& StreamOf(const LogRecord& stRecord);
-    LogCall& CallOf(Stream& stStream, const LogLine& stLine, bool bPiece, const LogRecord& stRecord);
+private:
+    using Streams = std::map<std::pair<std::string, std::string>, LogStream>;  // by process and thread
+
+    LogStream& StreamOf(const LogPrefix& stPrefix);
+    void Assign(const LogTextLine& stLine);
+    void Put(LogStream& stStream, const LogTextLine& stLine);
+    void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
+    void Release(LogStream& stStream);
+    void Finish(LogStream& stStream);
+    void Settle(Streams::iterator stream);
+    LogCall& CallOf(LogStream& stStream, const LogLine& stLine);
     void Keep(LogCall& call, const LogLine& stLine);
-    void Close(Stream& stStream);
+    void Close(LogStream& stStream);
 
     Sink m_sink;
     bool m_bKeepLines;
-    std::string m_strFile;
-    std::map<std::pair<std::string, std::string>, Stream> m_mapStreams;  // by process and thread
+    Streams m_mapStreams;
+    LogStream* m_pLast = nullptr;  // whose record a line without a prefix goes on; null: nobody's
     std::uint64_t m_nTime = 0;
+    std::size_t m_nStrays = 0;
     std::size_t m_nCalls = 0;
-    std::size_t m_nKept = 0;  // bytes of all lines that are kept
+    std::size_t m_nKept = 0;   // bytes of all lines that are kept
+    std::string m_strDropped;  // since the last call began
 };
 
 #endif

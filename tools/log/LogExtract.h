@@ -2,8 +2,6 @@
 #ifndef PARLO_LOGEXTRACT_H
 #define PARLO_LOGEXTRACT_H
 
-#include <cstdio>
-#include <memory>
 #include <string>
 
 #include "log/LogCalls.h"
@@ -12,28 +10,20 @@ class CLogExtract
 {
 public:
     // Makes the folder if it is not there. Throws std::runtime_error when that or a file cannot be written, as Add
-    // does.
+    // does, and when there is an extraction in it: two would look like one.
     explicit CLogExtract(const std::string& strFolder);
 
-    // Writes the call's reply to a file of its own, if there is any of it, and the turn to the conversation. Returns
-    // the file's name, empty when there is none.
+    // Writes the call's reply to a file of its own, if there is any of it, and the turn to its process's conversation.
+    // Returns the file's name, empty when there is none.
     std::string Add(const LogCall& call);
 
 private:
-    struct Closer {
-        void operator()(std::FILE* pFile) const { static_cast<void>(std::fclose(pFile)); }
-    };
-    using File = std::unique_ptr<std::FILE, Closer>;
-
-    static File Open(const std::string& strFile);
-    static void Write(File& pFile, const std::string& strText, const std::string& strFile);
+    static void Write(const std::string& strFile, const char* szMode, const std::string& strText);
 
     std::string m_strFolder;
-    std::string m_strConversation;
-    File m_pConversation;
 };
 
-// "whole", "cut", "gaps", "none"
+// "none", "whole", "cut", "gaps", "altered"
 const char* NameOf(CLogReply::State eState);
 
 #endif

@@ -15,6 +15,7 @@ namespace
 constexpr std::size_t kMostProcesses = 64;
 constexpr std::size_t kMostLeftBehind = 1 << 20;  // bytes of replies
 constexpr std::size_t kLongestUtterance = 1 << 20;
+constexpr int kUnsupported = 4;
 constexpr const char* kPlaceholder = "(utterance)";
 
 // Hands a reply to the library; what it logs goes nowhere, what it says is the result.
@@ -98,28 +99,35 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
 {
     if (call.digest.Kind() != CallKind::STATUS || !call.digest.HasEnded()) return {};
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
+    if (call.digest.Unsupported()) return kUnsupported;
+    if (!call.stSet.strCountry || !call.stSet.strLanguage) return {};
+    // The set came to compare country and language: that it recognises voice and has conversation there is sure.
     SetService(Enter(call), true);
-    call.stSet.Apply();
+    SetValues stSet = call.stSet;
+    stSet.strVoiceRecog = "1";
+    stSet.Apply();
     const CLogQuiet quiet;
-    return ca_get_conv_status();
+    const int nStatus = ca_get_conv_status();
+    return nStatus == kUnsupported ? std::optional<int>() : nStatus;
 }
 
 // Puts the service into the state of the call's process.
 CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
 {
-    if (m_mapProcesses.count(call.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
+    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
         const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
         const auto oldest = std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older);
         if (oldest->first != m_strProcess) m_mapProcesses.erase(oldest);
     }
-    if (m_strProcess != call.strProcess) {
+    if (m_strProcess != call.stPrefix.strProcess) {
         const auto before = m_mapProcesses.find(m_strProcess);
         const CLogQuiet quiet;
         if (before != m_mapProcesses.end() && before->second.bStarted) ca_uninitial();
     }
-    Process& stProcess = m_mapProcesses[call.strProcess];
+    Process& stProcess = m_mapProcesses[call.stPrefix.strProcess];
     stProcess.nUsed = ++m_nTime;
-    if (std::exchange(m_strProcess, call.strProcess) == call.strProcess || !stProcess.bStarted) return stProcess;
+    if (std::exchange(m_strProcess, call.stPrefix.strProcess) == call.stPrefix.strProcess || !stProcess.bStarted)
+        return stProcess;
     const CLogQuiet quiet;
     ca_initial_service("parlo");
     for (const std::string& strReply : stProcess.vLeftBehind) Ask(kPlaceholder, strReply);

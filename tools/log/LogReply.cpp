@@ -2,139 +2,188 @@
 #include "log/LogReply.h"
 
 #include <algorithm>
+#include <charconv>
+#include <tuple>
+#include <utility>
 
 namespace
 {
 
 constexpr std::size_t kPiece = 500;
-constexpr std::size_t kMostPieces = 205;
+constexpr std::size_t kMostPieces = 205;  // of a longer reply no more is logged
+constexpr std::size_t kMostBytes = kPiece * kMostPieces;
 
-int HexDigit(char c)
-{
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
+constexpr const char* kEscapes[] = {"", "\\n and \\xNN", "\\xNN", "#ooo"};
 
 // Takes one character of an escaped text off its front. An escape that is none stands for itself.
-char TakeEscaped(std::string_view& szText)
+char TakeEscaped(std::string_view& szText, Escape eEscape)
 {
-    const char c = szText.front();
-    const char cKind = c == '\\' && szText.size() > 1 ? szText[1] : '\0';
-    const int nHigh = cKind == 'x' && szText.size() > 3 ? HexDigit(szText[2]) : -1;
-    const int nLow = nHigh >= 0 ? HexDigit(szText[3]) : -1;
-    if (nLow >= 0) {
-        szText.remove_prefix(4);
-        return static_cast<char>(nHigh * 16 + nLow);
+    constexpr std::string_view kLetters = "ntr\\";
+    const bool bOctal = eEscape == Escape::OCTAL;
+    const std::size_t nLead = bOctal ? 1 : 2;
+    std::size_t nTaken = 1;
+    int nCode = static_cast<unsigned char>(szText.front());
+    if (szText.size() >= 4 && szText.substr(0, nLead) == (bOctal ? "#" : "\\x")) {
+        int nNumber = 0;
+        const auto [pRest, error] = std::from_chars(szText.data() + nLead, szText.data() + 4, nNumber, bOctal ? 8 : 16);
+        if (pRest == szText.data() + 4 && nNumber >= 0 && nNumber < 256)
+            std::tie(nTaken, nCode) = std::pair(4, nNumber);
+    } else if (eEscape == Escape::BACKSLASH && szText.size() > 1 && szText.front() == '\\') {
+        const std::size_t nLetter = kLetters.find(szText[1]);
+        if (nLetter != kLetters.npos) std::tie(nTaken, nCode) = std::pair(2, "\n\t\r\\"[nLetter]);
     }
-    const bool bEscape = cKind == 'n' || cKind == 't' || cKind == '\\';
-    szText.remove_prefix(bEscape ? 2 : 1);
-    if (!bEscape) return c;
-    return cKind == 'n' ? '\n' : cKind == 't' ? '\t' : '\\';
+    szText.remove_prefix(nTaken);
+    return static_cast<char>(nCode);
 }
 
-// `szText` without the log's own carriage returns, if it has them, and without its escapes. A log with escapes has
-// one line a record: what follows a raw control character is not the record's.
-std::string Plain(std::string_view szText, bool bCarriage, bool bEscaped)
+// `szText` without the log's escapes. A log with escapes has one line a record: what follows a raw control character
+// is not the record's.
+std::string Plain(std::string_view szText, Escape eEscape)
 {
-    if (bEscaped) szText = szText.substr(0, szText.find_first_of("\n\033"));
+    if (eEscape == Escape::NONE) return std::string(szText);
+    szText = szText.substr(0, szText.find_first_of("\n\033"));
     std::string strPlain;
     strPlain.reserve(szText.size());
-    while (!szText.empty()) {
-        const bool bEnd = szText.size() == 1 || szText[1] == '\n';
-        if (bCarriage && bEnd && szText.front() == '\r') {
-            szText.remove_prefix(1);
-        } else if (bEscaped) {
-            strPlain += TakeEscaped(szText);
-        } else {
-            strPlain += szText.front();
-            szText.remove_prefix(1);
-        }
-    }
+    while (!szText.empty()) strPlain += TakeEscaped(szText, eEscape);
     return strPlain;
 }
 
-// Whether `szText` can be a message of `nLength` bytes: what follows those is a colour or another line.
-bool Fits(std::string_view szText, std::size_t nLength)
+// Whether `szText` can be a message of `nLength` bytes: what follows those is a colour or, where it was not escaped,
+// another line.
+bool Fits(std::string_view szText, std::size_t nLength, Escape eEscape)
 {
     if (szText.size() < nLength) return false;
     const bool bTorn = EndsInEscape(szText.substr(0, nLength));  // a colour that is cut in two
     szText.remove_prefix(nLength);
     if (bTorn && ColourLength(szText) > 0) return false;
     while (const std::size_t nColour = ColourLength(szText)) szText.remove_prefix(nColour);
-    return szText.empty() || szText.front() == '\n' || szText.front() == '\r';
+    return szText.empty() || szText.front() == '\r' || (szText.front() == '\n' && eEscape == Escape::NONE);
 }
 
 }  // namespace
 
-std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped)
+DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
 {
-    std::string strPlain = Plain(szMessage, stRecord.bCarriage, bEscaped);
-    // Behind the last line that ends in a colour nothing is the record's.
-    for (std::size_t nEnd = bEscaped ? 0 : strPlain.size(); nEnd > 0; nEnd = strPlain.rfind('\n', nEnd - 1)) {
-        if (nEnd == std::string::npos) break;
-        std::string_view szUpTo = std::string_view(strPlain).substr(0, nEnd);
-        if (!CutShownColour(szUpTo)) continue;
-        strPlain.resize(szUpTo.size());
-        break;
-    }
-    return strPlain;
+    constexpr std::string_view kBar = "=================print all receive data================";
+    constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
+    std::string_view szMessage = stForm.szMessage;
+    if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
+    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
+    if (!Begins(szMessage, kSize)) return DumpLine::PIECE;
+    szMessage.remove_prefix(kSize.size());
+    const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
+    const bool bSize = error == std::errc() && pRest != szMessage.data() + szMessage.size() && *pRest == ')';
+    return bSize ? DumpLine::SIZE : DumpLine::PIECE;
 }
 
-void CLogReply::Announce(std::size_t nSize)
+Escape EscapeOf(std::string_view szSizeMessage)
 {
-    m_bSize = true;
-    m_nSize = nSize;
+    const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
+    if (Begins(szBehind, "\\n")) return Escape::BACKSLASH;
+    if (Begins(szBehind, "\\x0")) return Escape::HEX;
+    return Begins(szBehind, "#012") ? Escape::OCTAL : Escape::NONE;
 }
 
-void CLogReply::Add(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped)
+std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
+{
+    szMessage = szMessage.substr(0, szMessage.find_last_not_of('\r') + 1);  // a log may end records alone so
+    std::string strPlain = Plain(szMessage, eEscape);
+    std::string_view szWhole = strPlain;
+    if (CutShownColour(szWhole)) return std::string(szWhole);
+    if (!bTorn || eEscape != Escape::NONE) return strPlain;
+    strPlain.resize(std::min(strPlain.find('\n'), strPlain.size()));
+    const std::size_t nColour = strPlain.rfind('\033');  // perhaps the beginning of one
+    return nColour != std::string::npos && nColour + 5 > strPlain.size() ? strPlain.substr(0, nColour) : strPlain;
+}
+
+void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
 {
     if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
         m_bTooMany = true;
         return;
     }
-    // A piece of a length that is expected here is right, however many lines seem to follow it.
-    for (const std::size_t nLength : {LengthOf(m_vLengths.size()), LengthOf(Wanted() - 1), kPiece}) {
-        for (const bool bCarriage : {stRecord.bCarriage, false}) {
-            const std::string strPlain = Plain(szMessage, bCarriage, bEscaped);
-            if (!Fits(strPlain, nLength)) continue;
-            m_vLengths.push_back(nLength);
-            m_strText.append(strPlain, 0, nLength);
-            return;
-        }
+    const std::string strWhole = WholeMessage(szMessage, eEscape, false);
+    const std::size_t nMost = Next();
+    // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
+    // taken back for it.
+    const bool bLong = m_nSize && strWhole.size() > nMost;
+    for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
+        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried), eTried)) continue;
+        m_bMore = m_bMore || (bSure && eTried == eEscape && strWhole.size() > m_vLengths.back());
+        if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
+        return;
     }
-    const std::string strPlain = WholeMessage(stRecord, szMessage, bEscaped);
-    m_vLengths.push_back(std::min(strPlain.size(), kPiece));
-    m_strText.append(strPlain, 0, kPiece);
+    if (bLong && eEscape == Escape::NONE && AddUnindented(strWhole)) return;
+    m_bAltered = m_bAltered || strWhole.size() > nMost;
+    m_vLengths.push_back(strWhole.size());
+    Append(strWhole);
+}
+
+void CLogReply::Append(std::string_view szText)
+{
+    m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
+}
+
+bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent)
+{
+    for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
+        if (!Fits(strPlain, nLength, eEscape)) continue;
+        m_vLengths.push_back(nLength);
+        if (eEscape == Escape::NONE && strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
+        Append(std::string_view(strPlain).substr(0, nLength));
+        return true;
+    }
+    return false;
+}
+
+// Adds a piece whose further lines are moved to the right by one number of blanks, if without them its size is right.
+bool CLogReply::AddUnindented(std::string_view szText)
+{
+    const auto nBreaks = static_cast<std::size_t>(std::count(szText.begin(), szText.end(), '\n'));
+    const std::size_t nMore = szText.size() - LengthOf(m_vLengths.size());
+    if (nBreaks == 0 || nMore % nBreaks != 0) return false;
+    const std::string strBreak = '\n' + std::string(nMore / nBreaks, ' ');
+    std::string strPlain;
+    for (std::size_t nStart = 0; nStart <= szText.size();) {
+        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
+        strPlain.append(nStart == 0 ? "" : "\n").append(szText.substr(nStart, nEnd - nStart));
+        if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
+        nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
+    }
+    if (!AddFitting(strPlain, Escape::NONE, nMore / nBreaks)) return false;
+    m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
+    return true;
 }
 
 std::size_t CLogReply::Wanted() const
 {
-    return m_bSize ? std::min((m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
+    return m_nSize ? std::min((*m_nSize + kPiece - 1) / kPiece, kMostPieces) : kMostPieces;
 }
 
 // The length of a piece by its place.
 std::size_t CLogReply::LengthOf(std::size_t nPiece) const
 {
     const std::size_t nOffset = nPiece * kPiece;
-    return m_bSize && nOffset < m_nSize ? std::min(m_nSize - nOffset, kPiece) : kPiece;
+    return m_nSize && nOffset < *m_nSize ? std::min(*m_nSize - nOffset, kPiece) : kPiece;
 }
 
 CLogReply::State CLogReply::GetState() const
 {
-    if (m_bSize && m_nSize == 0) return State::WHOLE;
+    if (m_bAltered) return State::ALTERED;
+    if (m_nSize == 0U && !m_bTooMany) return State::WHOLE;
     if (m_vLengths.empty()) return State::NONE;
     if (!Gaps().empty()) return State::GAPS;
-    return m_strText.size() < m_nSize ? State::CUT : State::WHOLE;
+    if (m_bMore || m_vIndents.size() > 1 || m_strText.size() > *m_nSize) return State::ALTERED;
+    return m_strText.size() < *m_nSize ? State::CUT : State::WHOLE;
 }
 
 std::vector<CLogReply::Gap> CLogReply::Gaps() const
 {
     std::vector<Gap> vGaps;
     // With pieces missing only the places of those are known that are missing behind the first of all.
-    if (!m_bSize || m_bTooMany) return {{false, 0, 0}};
+    if (!m_nSize || m_bTooMany) return {{false, 0, 0}};
     if (m_vLengths.size() < Wanted()) {
-        const std::size_t nLogged = std::min(m_nSize, kMostPieces * kPiece);
+        const std::size_t nLogged = std::min(*m_nSize, kMostBytes);
         return {{false, 0, nLogged - std::min(m_strText.size(), nLogged)}};
     }
     for (std::size_t i = 0; i < m_vLengths.size(); ++i)

@@ -1,27 +1,44 @@
-// A server's reply, put together again from the pieces that the library logs of it.
+// A server's reply, put together again from the lines in which the library logs it: a bar, its size, its pieces.
 #ifndef PARLO_LOGREPLY_H
 #define PARLO_LOGREPLY_H
 
 #include <cstddef>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "log/LogReader.h"
 #include "session/LogForm.h"
 
-// The message of a record as the library wrote it: escapes taken back if the log has them, carriage returns of the
-// log taken off, the colour at its end cut with whatever unprefixed lines came behind it.
-std::string WholeMessage(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped);
+// What a record is of these. The bar and the size are what they are wherever they stand.
+enum class DumpLine { NONE, BAR, SIZE, PIECE };
+DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize);
+
+// What a log makes of characters that would not show.
+enum class Escape {
+    NONE,
+    BACKSLASH,  // \n, \t, \xNN, and \\ for a backslash, as the television's substitute writes
+    HEX,        // \xNN
+    OCTAL       // #ooo
+};
+
+// How the size's line shows the line break at its end.
+Escape EscapeOf(std::string_view szSizeMessage);
+
+// The message of a record as the library wrote it: escapes taken back if the log has them, the colour at its end cut
+// off. With `bTorn` that colour is lost, and only the first line is sure.
+std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn);
 
 class CLogReply
 {
 public:
     enum class State {
-        NONE,   // no piece in the log
-        WHOLE,  // every byte
-        CUT,    // the first bytes; the log's limit cut off the rest
-        GAPS    // bytes are missing in between
+        NONE,    // no piece in the log
+        WHOLE,   // every byte
+        CUT,     // the first bytes; the log's limit cut off the rest
+        GAPS,    // bytes are missing in between
+        ALTERED  // a piece has more bytes than the library logged
     };
 
     // Bytes that the log lost. Which of several pieces were lost cannot be told: then `bPlace` is false.
@@ -31,18 +48,27 @@ public:
         std::size_t nBytes;
     };
 
-    // The library's line with the size; then the record of each piece.
-    void Announce(std::size_t nSize);
-    void Add(const LogRecord& stRecord, std::string_view szMessage, bool bEscaped);
+    // The library's line with the size; then each piece, in a log that is known to escape so. `bSure`: all of the text
+    // is the piece's; else lines behind it may be others'.
+    void Announce(std::size_t nSize) { m_nSize = nSize; }
+    void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
-    bool HasSize() const { return m_bSize; }
-    std::size_t Size() const { return m_nSize; }
-    bool ExpectsPiece() const { return m_bSize && m_vLengths.size() < Wanted(); }
+    bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
+    bool HasSize() const { return m_nSize.has_value(); }
+    std::size_t Size() const { return m_nSize.value_or(0); }
+    bool IsComplete() const { return m_nSize && m_vLengths.size() >= Wanted(); }
+
+    // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
+    bool MayHave(std::size_t nLength) const { return nLength == Next() || nLength == LengthOf(Wanted() - 1); }
+    std::size_t Next() const { return LengthOf(m_vLengths.size()); }
 
     // What there is, as one text without the gaps; at most 102,500 bytes, which is as much as the library logs.
     const std::string& Text() const { return m_strText; }
     State GetState() const;
     std::vector<Gap> Gaps() const;
+
+    // What the log did to the pieces and was taken back, since then their size is right: "#ooo".
+    const std::set<std::string>& Undone() const { return m_vUndone; }
 
     // How many pieces there are, and how many there must be.
     std::size_t Pieces() const { return m_vLengths.size(); }
@@ -50,12 +76,18 @@ public:
 
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
+    void Append(std::string_view szText);
+    bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
+    bool AddUnindented(std::string_view szText);
 
-    bool m_bSize = false;
     bool m_bTooMany = false;
-    std::size_t m_nSize = 0;
+    bool m_bAltered = false;
+    bool m_bMore = false;  // a piece of the right length has more behind it that is surely ours
+    std::optional<std::size_t> m_nSize;
     std::string m_strText;
     std::vector<std::size_t> m_vLengths;
+    std::set<std::string> m_vUndone;
+    std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
 
 #endif

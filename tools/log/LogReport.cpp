@@ -39,34 +39,31 @@ std::string ReplyText(const CLogReply& reply)
 {
     std::string strText = std::string("reply ") + NameOf(reply.GetState()) + ": " + std::to_string(reply.Text().size());
     if (reply.HasSize()) strText += " of " + std::to_string(reply.Size());
-    return strText + " bytes";
+    strText += " bytes";
+    for (const std::string& strUndone : reply.Undone()) strText += ", with " + strUndone + " taken back";
+    return strText;
 }
 
 // The result of a replay, each line of it.
 std::vector<std::string> Lines(const Comparison& stComparison)
 {
-    switch (stComparison.eResult) {
-        case Comparison::Result::SAME:
-            return {"replay: the same"};
-        case Comparison::Result::MISSING:
-            return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
-                        " that the log does not have, the first being",
-                    "  here: " + Shown(stComparison.strHere)};
-        case Comparison::Result::NOT_COMPARED:
-            return {"replay: not compared, since " + stComparison.strWhy};
-        case Comparison::Result::DIFFERS:
-            break;
-    }
+    const Comparison::Result eResult = stComparison.eResult;
+    if (eResult == Comparison::Result::SAME) return {};
+    if (eResult == Comparison::Result::MISSING)
+        return {"replay: the same but for " + Count(stComparison.nMissing, "line", "lines") +
+                    " that the log does not have, the first being",
+                "  here: " + Shown(stComparison.strHere)};
+    if (eResult == Comparison::Result::NOT_COMPARED) return {"replay: not compared, since " + stComparison.strWhy};
     if (!stComparison.strWhy.empty()) return {"replay: differs", "  " + Shown(stComparison.strWhy)};
     const std::string strHere = stComparison.strHere.empty() ? "no more lines" : Shown(stComparison.strHere);
     return {"replay: differs", "  set:  " + Shown(stComparison.strSet), "  here: " + strHere};
 }
 
-const char* NameOf(Comparison::Result eResult)
-{
-    constexpr const char* kNames[] = {"same", "lines_missing", "differs", "not_compared"};
-    return kNames[static_cast<int>(eResult)];
-}
+// In JSON, and for a person.
+constexpr const char* kResults[][2] = {{"same", "the same"},
+                                       {"lines_missing", "the same but for lost lines"},
+                                       {"differs", "different"},
+                                       {"not_compared", "not compared"}};
 
 Json::Value List(const std::vector<std::string>& vTexts)
 {
@@ -93,6 +90,7 @@ Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
         gap["offset"] = stGap.bPlace ? Number(stGap.nOffset) : Json::Value();
         gap["bytes"] = stGap.nBytes > 0 ? Number(stGap.nBytes) : Json::Value();
     }
+    if (!reply.Undone().empty()) value["undone"] = List({reply.Undone().begin(), reply.Undone().end()});
     if (!strFile.empty()) value["file"] = strFile;
     return value;
 }
@@ -100,7 +98,7 @@ Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
 Json::Value ReplayJson(const Comparison& stComparison)
 {
     Json::Value value;
-    value["result"] = NameOf(stComparison.eResult);
+    value["result"] = kResults[static_cast<int>(stComparison.eResult)][0];
     if (!stComparison.strWhy.empty()) value["why"] = stComparison.strWhy;
     if (!stComparison.strSet.empty()) value["set"] = stComparison.strSet;
     if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
@@ -108,22 +106,20 @@ Json::Value ReplayJson(const Comparison& stComparison)
     return value;
 }
 
-bool HasReply(const LogCall& call)
-{
-    return call.reply.HasSize() || call.reply.Pieces() > 0;
-}
-
 }  // namespace
 
 std::string PlaceOf(const LogCall& call)
 {
-    return call.strFile + ':' + std::to_string(call.nLine);
+    return *call.pFile + ':' + std::to_string(call.nLine);
 }
 
 CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
-    : m_nPlace(kLineDigits), m_paint(paint)
+    : m_nFolder(vFiles.front().rfind('/') + 1), m_nPlace(kLineDigits), m_paint(paint)
 {
-    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() + kLineDigits);
+    const std::string strFolder = vFiles.front().substr(0, m_nFolder);
+    for (const std::string& strFile : vFiles)
+        if (strFile.rfind('/') + 1 != m_nFolder || strFile.substr(0, m_nFolder) != strFolder) m_nFolder = 0;
+    for (const std::string& strFile : vFiles) m_nPlace = std::max(m_nPlace, strFile.size() - m_nFolder + kLineDigits);
 }
 
 std::string CCallList::Heading() const
@@ -133,35 +129,63 @@ std::string CCallList::Heading() const
     return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
 }
 
-std::string CCallList::Call(const LogCall& call, const CallReport& stReport) const
+std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
 {
-    std::string strText = Row({std::to_string(call.nNumber), Shown(call.strTime), Shown(call.strProcess),
-                               NameOf(call.digest.Kind()), Shown(PlaceOf(call)), Shown(OutcomeOf(call, stReport))},
-                              m_nPlace);
+    CountCall(call, stReport);
+    std::string strText =
+        Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
+             NameOf(call.digest.Kind()), Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
+            m_nPlace);
     strText += '\n';
     std::vector<std::string> vLines;
-    if (HasReply(call) && (!stReport.strFile.empty() || call.reply.GetState() != CLogReply::State::WHOLE))
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE && call.reply.Undone().empty();
+    if (call.reply.IsThere() && (!stReport.strFile.empty() || !bWhole))
         vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
-    if (const std::vector<std::string> vMissing = call.Missing(); !vMissing.empty())
-        vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    std::vector<std::string> vMissing = call.digest.MissingWords();
+    for (std::string& strMissing : call.MissingOfReply()) vMissing.push_back(std::move(strMissing));
+    if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
+    if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
     if (stReport.stReplayed)
         for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
     for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
     return strText + stReport.strExplanation;
 }
 
+void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
+{
+    ++m_nCalls;
+    m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
+    m_nNotWhole += call.reply.IsThere() && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
+    m_bMixed = m_bMixed || call.nNumber < m_nLast;
+    m_nLast = call.nNumber;
+    if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
+}
+
+std::string CCallList::Closing(std::size_t nStrays) const
+{
+    std::string strText = Count(m_nCalls, "call", "calls") + ", " + std::to_string(m_nRefused) + " refused, " +
+                          Count(m_nNotWhole, "reply", "replies") + " not whole";
+    if (nStrays > 0) strText += ", " + Count(nStrays, "line", "lines") + " of the library not understood";
+    if (m_bMixed) strText += "\ncalls of several threads overlap: each is listed when it ends";
+    std::string strReplayed;
+    for (const auto& [eResult, nCount] : m_mapReplayed)
+        strReplayed += (strReplayed.empty() ? "\nreplay: " : ", ") + std::to_string(nCount) + ' ' +
+                       kResults[static_cast<int>(eResult)][1];
+    return m_paint.Faint(strText + strReplayed) + '\n';
+}
+
 Json::Value CallJson(const LogCall& call, const CallReport& stReport)
 {
     Json::Value value;
     value["call"] = Number(call.nNumber);
-    value["log"] = call.strFile;
+    value["log"] = *call.pFile;
     value["line"] = Number(call.nLine);
-    if (!call.strTime.empty()) value["time"] = call.strTime;
-    if (!call.strProcess.empty()) value["process"] = call.strProcess;
-    if (!call.strThread.empty()) value["thread"] = call.strThread;
+    if (!call.stPrefix.strTime.empty()) value["time"] = call.stPrefix.strTime;
+    if (!call.stPrefix.strProcess.empty()) value["process"] = call.stPrefix.strProcess;
+    if (!call.stPrefix.strThread.empty()) value["thread"] = call.stPrefix.strThread;
     value["kind"] = NameOf(call.digest.Kind());
-    constexpr const char* kResults[] = {"unknown", "done", "refused"};
-    value["outcome"] = kResults[static_cast<int>(call.digest.GetResult())];
+    value["outcome"] = call.digest.Outcome();
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED)
         value["reason"] = call.digest.Reason(call.reply.Text());
     if (!call.digest.Action().empty()) value["action"] = call.digest.Action();
@@ -169,8 +193,10 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (stReport.nStatus) value["status"] = *stReport.nStatus;
     if (const std::string strSet = call.stSet.Options(); !strSet.empty()) value["set"] = strSet;
     if (!call.strUtterance.empty()) value["utterance"] = call.strUtterance;
-    if (HasReply(call)) value["reply"] = ReplyJson(call.reply, stReport.strFile);
+    if (call.reply.IsThere()) value["reply"] = ReplyJson(call.reply, stReport.strFile);
     value["missing"] = List(call.Missing());
+    if (!call.strDropped.empty()) value["dropped"] = call.strDropped;
+    if (call.bTwice) value["each_line_twice"] = true;
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
     if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;

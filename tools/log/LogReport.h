@@ -5,6 +5,7 @@
 #include <json/value.h>
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,11 +33,23 @@ public:
     std::string Heading() const;
 
     // A line with the columns, and indented lines for what the table has no columns for.
-    std::string Call(const LogCall& call, const CallReport& stReport) const;
+    std::string Call(const LogCall& call, const CallReport& stReport);
+
+    // What the calls came to together; of the log's lines with the tag `nStrays` are none of theirs.
+    std::string Closing(std::size_t nStrays) const;
 
 private:
-    std::size_t m_nPlace;  // the width of a place
+    void CountCall(const LogCall& call, const CallReport& stReport);
+
+    std::size_t m_nFolder;  // how many bytes of each place are the folder that all logs are in
+    std::size_t m_nPlace;   // the width of a place
     CPaint m_paint;
+    std::size_t m_nCalls = 0;
+    std::size_t m_nRefused = 0;
+    std::size_t m_nNotWhole = 0;
+    std::size_t m_nLast = 0;
+    bool m_bMixed = false;  // a call ended behind one that begins later
+    std::map<Comparison::Result, std::size_t> m_mapReplayed;
 };
 
 Json::Value CallJson(const LogCall& call, const CallReport& stReport);

@@ -31,6 +31,7 @@ constexpr Row kRows[] = {
     {&SetValues::strVoiceRecog, "IsConversationFactorySupport", "GetData failed", "", kNone},
     // Logged at the priority that every set logs; the lines above say more where they are there.
     {&SetValues::strCountry, "IsCountrySupportConv", "country[", "]", nullptr},
+    {&SetValues::strCountry, "CompareCountryLanguage", "country[", "], voice", nullptr},
 };
 
 struct Option {

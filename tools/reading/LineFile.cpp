@@ -1,6 +1,10 @@
 // Reading on the C library's streams.
 #include "reading/LineFile.h"
 
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -50,6 +54,26 @@ void CLineFile::Rest(std::size_t nMost, std::string& strText)
         HandOut({buffer, nRead});
     }
     if (m_pFile != nullptr && std::ferror(m_pFile) != 0) m_nError = errno;
+}
+
+void CLineFile::Some(std::string& strText)
+{
+    if (m_pFile == nullptr) return;
+    constexpr std::size_t kMost = 1 << 18;
+    const std::size_t nBefore = strText.size();
+    strText.resize(nBefore + kMost);
+    const ssize_t nRead = read(fileno(m_pFile), &strText[nBefore], kMost);
+    if (nRead < 0) m_nError = errno;
+    strText.resize(nBefore + static_cast<std::size_t>(std::max<ssize_t>(nRead, 0)));
+    m_nPosition += strText.size() - nBefore;
+}
+
+bool CLineFile::IsPausing() const
+{
+    constexpr int kPause = 300;  // milliseconds
+    if (m_pFile == nullptr) return false;
+    pollfd stPoll = {fileno(m_pFile), POLLIN, 0};
+    return poll(&stPoll, 1, kPause) == 0;
 }
 
 std::string CLineFile::Failure() const

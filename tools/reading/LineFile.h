@@ -28,6 +28,11 @@ public:
     void Keep() { m_bKeep = true; }
     const std::string& Kept() const { return m_strKept; }
 
+    // Of a file of which neither was asked: appends what is there of it, after waiting for more if there is nothing;
+    // nothing at its end. And whether nothing comes for a while.
+    void Some(std::string& strText);
+    bool IsPausing() const;
+
     // The system's reason when the file could not be opened or read; empty when all went well.
     std::string Failure() const;
 

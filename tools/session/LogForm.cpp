@@ -27,7 +27,7 @@ std::string_view Take(std::string_view& szText, const Belongs& belongs)
 
 bool TakeMark(std::string_view& szText, std::string_view szMark)
 {
-    if (szText.substr(0, szMark.size()) != szMark) return false;
+    if (!Begins(szText, szMark)) return false;
     szText.remove_prefix(szMark.size());
     return true;
 }

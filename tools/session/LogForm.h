@@ -2,8 +2,21 @@
 #ifndef PARLO_LOGFORM_H
 #define PARLO_LOGFORM_H
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
+
+inline bool Begins(std::string_view szText, std::string_view szStart)
+{
+    return szText.substr(0, szStart.size()) == szStart;
+}
+
+template <std::size_t N>
+bool IsOneOf(std::string_view szText, const std::string_view (&words)[N])
+{
+    return std::find(std::begin(words), std::end(words), szText) != std::end(words);
+}
 
 // Parts of the text that was taken apart; valid as long as that text is.
 struct LogForm {
