@@ -33,13 +33,8 @@ Json::Value Exactly(std::string_view szExact)
 {
     std::string strPattern = "^\\s*";
     for (const char c : szExact) {
-        const bool bLetter = std::isalpha(static_cast<unsigned char>(c)) != 0;
-        const auto nLetter = static_cast<unsigned char>(c);
-        if (bLetter)
-            strPattern +=
-                {'[', static_cast<char>(std::toupper(nLetter)), static_cast<char>(std::tolower(nLetter)), ']'};
-        else
-            strPattern += {'\\', c};
+        const char cOther = static_cast<char>(c ^ 0x20);  // of a letter, that of the other case
+        strPattern += std::isalpha(c) != 0 ? std::string{'[', c, cOther, ']'} : std::string{'\\', c};
     }
     Json::Value list(Json::arrayValue);
     list[0]["const"] = std::string(szExact);
@@ -88,13 +83,9 @@ private:
 // Of a part of the record, with a value of it as example.
 Json::Value Expectation(const Json::Value& example)
 {
+    constexpr const char* kNames[] = {"null", "integer", "integer", "number", "string", "boolean", "array", "object"};
     Json::Value schema;
-    const bool bNumber = example.isNumeric();
-    schema["type"] = example.isObject()  ? "object"
-                     : example.isArray() ? "array"
-                     : bNumber           ? "integer"
-                     : example.isBool()  ? "boolean"
-                                         : "string";
+    schema["type"] = kNames[example.type()];
     if (!example.isObject()) return schema;
     schema["additionalProperties"] = false;
     for (const std::string& strName : example.getMemberNames())
