@@ -1,7 +1,6 @@
 // What the benchmarks share: replies of the sizes that matter, the bare parse that all figures are ratios to, and a
 // platform whose log either drops or formats its lines.
-#ifndef PARLO_BENCH_COMMON_H
-#define PARLO_BENCH_COMMON_H
+#pragma once
 
 #include <string>
 
@@ -33,5 +32,3 @@ struct Service {
 };
 
 }  // namespace Bench
-
-#endif

@@ -2,8 +2,7 @@
 //
 // An input is text, so that seeds and findings can be read and written by hand. The first line is for the target;
 // the documents after it are separated by lines that hold "---" alone.
-#ifndef PARLO_FUZZINPUT_H
-#define PARLO_FUZZINPUT_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -51,5 +50,3 @@ void SetPlatform(const std::string& strLine);
 void FailLog(std::size_t nLine, bool bForGood = false);
 
 }  // namespace Fuzz
-
-#endif

@@ -1,7 +1,6 @@
 // What the server's documents look like, and a builder that makes them of arbitrary bytes: mostly the keys and words
 // that the library knows, each with a value of its type, now and then anything else in any place.
-#ifndef PARLO_FUZZ_REPLYSHAPES_H
-#define PARLO_FUZZ_REPLYSHAPES_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -46,5 +45,3 @@ std::string MakeSchema(CInput& input);
 std::string MakeContent(CInput& input);
 
 }  // namespace Fuzz
-
-#endif

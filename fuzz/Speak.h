@@ -1,6 +1,5 @@
 // One reply through the entry points, and what holds for every action record.
-#ifndef PARLO_FUZZ_SPEAK_H
-#define PARLO_FUZZ_SPEAK_H
+#pragma once
 
 #include <cstdio>
 #include <string>
@@ -81,5 +80,3 @@ inline void RequireStatus()
 }
 
 }  // namespace Fuzz
-
-#endif

@@ -1,6 +1,5 @@
 // A service on a fake television, and the verbs of the tests.
-#ifndef PARLO_TESTS_CONVERSATION_H
-#define PARLO_TESTS_CONVERSATION_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -137,5 +136,3 @@ protected:
     CCAParsePacket m_Parser;
     unsigned m_nCount = 77;
 };
-
-#endif

@@ -1,6 +1,5 @@
 // The television that the tests run on: settings go in, log lines come out, and what is opened is counted.
-#ifndef PARLO_TESTS_FAKEPLATFORM_H
-#define PARLO_TESTS_FAKEPLATFORM_H
+#pragma once
 
 #include <functional>
 #include <locale>
@@ -57,5 +56,3 @@ struct FakeMutex {
 };
 
 extern FakeMutex g_Mutex;
-
-#endif

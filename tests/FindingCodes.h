@@ -1,6 +1,5 @@
 // What the tests of findings share.
-#ifndef PARLO_TESTS_FINDINGCODES_H
-#define PARLO_TESTS_FINDINGCODES_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -26,5 +25,3 @@ inline Finding Only(const std::vector<Finding>& vFindings)
     EXPECT_EQ(1U, vFindings.size()) << Codes(vFindings);
     return vFindings.empty() ? Finding() : vFindings.front();
 }
-
-#endif

@@ -1,6 +1,5 @@
 // JSON for the tests, written with single quotes.
-#ifndef PARLO_TESTS_JSONTEXT_H
-#define PARLO_TESTS_JSONTEXT_H
+#pragma once
 
 #include <json/reader.h>
 
@@ -68,5 +67,3 @@ inline std::string Command(const std::string& strAction, const std::string& strP
 {
     return "'tvcontrol':[{'action':'" + strAction + "','params':[{" + strParam + "}]}]";
 }
-
-#endif

@@ -1,6 +1,5 @@
 // Replaces the program's operator new by the two functions that the including test defines behind it.
-#ifndef PARLO_TESTS_REPLACEDNEW_H
-#define PARLO_TESTS_REPLACEDNEW_H
+#pragma once
 
 #include <cstdlib>
 #include <new>
@@ -16,5 +15,3 @@ void operator delete(void* p) noexcept { Release(p); }
 void operator delete(void* p, std::size_t) noexcept { Release(p); }
 void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
 // clang-format on
-
-#endif

@@ -1,6 +1,5 @@
 // The steps of a recorded conversation. RecordedTest.cpp says what they are and how they are written.
-#ifndef PARLO_TESTS_STEP_H
-#define PARLO_TESTS_STEP_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -17,5 +16,3 @@ std::vector<std::string> RunStep(const Step& step);
 
 // Nothing is left of the service, the store and what they opened.
 void EndConversation();
-
-#endif

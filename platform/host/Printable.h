@@ -1,6 +1,5 @@
 // Makes text that came from outside, and lines of the log, fit for a terminal.
-#ifndef PARLO_HOST_PRINTABLE_H
-#define PARLO_HOST_PRINTABLE_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -118,5 +117,3 @@ inline std::string_view CutColour(std::string_view& szText)
 }
 
 }  // namespace Host
-
-#endif

@@ -1,6 +1,5 @@
 // What the program tells without a reply, the vocabulary and where conversation is available, as JSON and as text.
-#ifndef PARLO_CATALOG_H
-#define PARLO_CATALOG_H
+#pragma once
 
 #include <json/value.h>
 
@@ -28,5 +27,3 @@ std::string RenderStatus(int nStatus);
 // service.
 Json::Value AllStatuses();
 std::string RenderAllStatuses(const Json::Value& statuses, const CPaint& paint);
-
-#endif

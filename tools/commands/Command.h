@@ -9,8 +9,7 @@
 //                                   [pAll](const Options& stOptions) { return RunStatus(stOptions, *pAll); });
 //       command.Flag("--all", *pAll, "Show the answer for every country and voice language");
 //   }
-#ifndef PARLO_COMMAND_H
-#define PARLO_COMMAND_H
+#pragma once
 
 #include <functional>
 #include <memory>
@@ -102,5 +101,3 @@ void AddStatus(CCommandLine& line);
 void AddActions(CCommandLine& line);
 void AddCheck(CCommandLine& line);
 void AddSchema(CCommandLine& line);
-
-#endif

@@ -1,6 +1,5 @@
 // How two outcomes differ, field by field.
-#ifndef PARLO_DIFFERENCE_H
-#define PARLO_DIFFERENCE_H
+#pragma once
 
 #include <json/value.h>
 
@@ -24,5 +23,3 @@ Json::Value PartLike(const Json::Value& value, const Json::Value& part);
 
 // "PATH: first ONE, then OTHER; HINT", in the given words and fit for a terminal.
 std::string DifferenceText(const Difference& stDifference, const char* szOne, const char* szOther);
-
-#endif

@@ -1,6 +1,5 @@
 // Test results in the XML form that build servers read.
-#ifndef PARLO_JUNIT_H
-#define PARLO_JUNIT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -17,5 +16,3 @@ struct TestResult {
 
 // False when the file cannot be written.
 bool WriteJUnit(const std::string& strFile, const std::vector<TestResult>& vResults);
-
-#endif

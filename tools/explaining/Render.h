@@ -1,6 +1,5 @@
 // The action record as a person reads it.
-#ifndef PARLO_RENDER_H
-#define PARLO_RENDER_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -15,5 +14,3 @@ std::string Heading(const ServerReply& stReply, const CPaint& paint);
 // Every field that the library filled, a line or a table each; a field that it left alone is not shown.
 std::string RenderRecord(const ServerReply& stReply, const CADataRepository::_ConvActionInfo& info,
                          const CPaint& paint);
-
-#endif

@@ -1,6 +1,5 @@
 // An explanation as a person reads it, and as a line of JSON.
-#ifndef PARLO_EXPLAIN_H
-#define PARLO_EXPLAIN_H
+#pragma once
 
 #include <string>
 
@@ -14,5 +13,3 @@ std::string Explain(const Case& stCase, const CPaint& paint);
 // {"file", "line", "accepted", "reason" of a refused one, "sections": [{"section", "findings", "statements"}]} with its
 // line break.
 std::string ExplainJson(const Case& stCase);
-
-#endif

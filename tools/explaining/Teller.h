@@ -1,6 +1,5 @@
 // What the parts of an explanation share: the case, its log, and the section that is being told.
-#ifndef PARLO_TELLER_H
-#define PARLO_TELLER_H
+#pragma once
 
 #include <json/value.h>
 
@@ -96,5 +95,3 @@ std::size_t KeptItems(const CTeller& teller);
 // All of them. The reply's text and the record may be missing; what only they know is then left out. Findings of a
 // conversation's reply have the place in their line, column 0 where there is none.
 std::vector<Section> Explained(const Case& stCase);
-
-#endif

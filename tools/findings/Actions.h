@@ -1,6 +1,5 @@
 // What becomes of an action word and its parameters, by the rows of the vocabulary.
-#ifndef PARLO_ACTIONS_H
-#define PARLO_ACTIONS_H
+#pragma once
 
 #include <string_view>
 
@@ -12,5 +11,3 @@ CADataRepository::ActionRow RowOf(std::string_view szWord);
 // Whether an action takes a key of "params".
 bool Takes(const CADataRepository::ActionRow& stRow, std::string_view szKey);
 bool AnyActionTakes(std::string_view szKey);
-
-#endif

@@ -1,6 +1,5 @@
 // What is wrong with a document of the server, found without the service.
-#ifndef PARLO_FINDINGS_CHECK_H
-#define PARLO_FINDINGS_CHECK_H
+#pragma once
 
 #include <json/value.h>
 
@@ -33,5 +32,3 @@ Json::Value OutcomeNames();
 
 // The one of them that the text of the file `strName` looks like.
 std::vector<Finding> CheckByForm(std::string_view szText, const std::string& strName = "-");
-
-#endif

@@ -1,6 +1,5 @@
 // Which findings a team does not want to see: options of "check", on the command line and in files .parlo-check.
-#ifndef PARLO_CHECKRULES_H
-#define PARLO_CHECKRULES_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -22,5 +21,3 @@ std::string WrongCode(const std::string& strCode);
 // Adds what the file ".parlo-check" beside `strFile` says, or the first one in the folders above: an option a line as
 // on the command line; blank lines and those that begin with '#' say nothing. False with the reason when it is wrong.
 bool AddRulesBeside(const std::string& strFile, CheckRules& stRules, std::string& strReason);
-
-#endif

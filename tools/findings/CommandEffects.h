@@ -1,6 +1,5 @@
 // What the commands of a reply and their parameters come to.
-#ifndef PARLO_COMMANDEFFECTS_H
-#define PARLO_COMMANDEFFECTS_H
+#pragma once
 
 #include "findings/Report.h"
 
@@ -11,5 +10,3 @@ Node ActionIn(const Node& command, const CReport& report);
 // Reports on "tvcontrol", a list of at least one. Says whether the first command shows contents; when its action is
 // not known that is not known either, and the action is doubted.
 bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report);
-
-#endif

@@ -2,8 +2,7 @@
 //
 // The checks walk it, and `parlo schema` prints it. Keys that the library reads for an object stand in one table;
 // what depends on other parts of a reply is not here but in Effects.h.
-#ifndef PARLO_DESCRIPTION_H
-#define PARLO_DESCRIPTION_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -101,5 +100,3 @@ extern const Object kParam;
 extern const Object kItem;
 
 }  // namespace Description
-
-#endif

@@ -1,6 +1,5 @@
 // What of a document has no effect, or another one than its author meant, as other parts of it decide.
-#ifndef PARLO_EFFECTS_H
-#define PARLO_EFFECTS_H
+#pragma once
 
 #include "findings/Report.h"
 
@@ -15,5 +14,3 @@ void CheckSchemaEffects(const Node& document, const Texts& vDomains, CReport& re
 
 // Whether the reply hands its search over to the application, which reads what was found by itself.
 bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report);
-
-#endif

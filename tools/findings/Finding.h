@@ -1,6 +1,5 @@
 // One thing that is wrong, without effect or worth knowing about a document, and where it stands in the text.
-#ifndef PARLO_FINDING_H
-#define PARLO_FINDING_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -42,5 +41,3 @@ struct Finding {
 
     static constexpr std::size_t kNoOther = static_cast<std::size_t>(-1);
 };
-
-#endif

@@ -1,6 +1,5 @@
 // A finding as a line for editors, as an excerpt for a person, as JSON for programs.
-#ifndef PARLO_FINDINGTEXT_H
-#define PARLO_FINDINGTEXT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -20,5 +19,3 @@ std::string FindingGithub(const std::string& strFile, const Finding& stFinding);
 
 // One object on one line, in ASCII.
 std::string FindingJson(const std::string& strFile, const Finding& stFinding);
-
-#endif

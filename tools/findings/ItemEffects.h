@@ -1,10 +1,7 @@
 // What the content items of a reply come to.
-#ifndef PARLO_ITEMEFFECTS_H
-#define PARLO_ITEMEFFECTS_H
+#pragma once
 
 #include "findings/Report.h"
 
 // Reports on the elements of "tvcontent" of a reply whose command shows them.
 void CheckItems(const Node& contents, CReport& report);
-
-#endif

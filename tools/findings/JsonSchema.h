@@ -1,11 +1,8 @@
 // The description of the server's documents as JSON Schema, for editors and validators.
-#ifndef PARLO_JSONSCHEMA_H
-#define PARLO_JSONSCHEMA_H
+#pragma once
 
 #include <string>
 
 // Of a "reply", a "search" schema document or a line of a "conversation": a document of the draft 2020-12, over several
 // lines.
 std::string JsonSchemaOf(const std::string& strDocument);
-
-#endif

@@ -1,6 +1,5 @@
 // Where things stand in a JSON text: what the JSON library does not keep. Positions only; it reads no values.
-#ifndef PARLO_PLACES_H
-#define PARLO_PLACES_H
+#pragma once
 
 #include <cstddef>
 #include <map>
@@ -85,5 +84,3 @@ private:
     std::size_t m_nLine = 1;
     std::size_t m_nColumn = 1;
 };
-
-#endif

@@ -1,6 +1,5 @@
 // Collects findings about a parsed document and finds their places in its text.
-#ifndef PARLO_REPORT_H
-#define PARLO_REPORT_H
+#pragma once
 
 #include <json/value.h>
 
@@ -87,5 +86,3 @@ private:
 
 // Puts findings into the order of the text, and gives them the lines and columns of their offsets in it.
 void Locate(std::string_view szText, std::vector<Finding>& vFindings);
-
-#endif

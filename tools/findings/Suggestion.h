@@ -1,6 +1,5 @@
 // What somebody who wrote an unknown word or key may have meant.
-#ifndef PARLO_SUGGESTION_H
-#define PARLO_SUGGESTION_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -17,5 +16,3 @@ std::string_view Nearest(std::string_view szWord, const std::vector<std::string_
 
 // "did you mean \"volumeup\"?"; empty for an empty word.
 std::string DidYouMean(std::string_view szWord);
-
-#endif

@@ -1,6 +1,5 @@
 // A document as a text: its encoding, and whether it is JSON that the library takes.
-#ifndef PARLO_SYNTAX_H
-#define PARLO_SYNTAX_H
+#pragma once
 
 #include <json/value.h>
 
@@ -17,5 +16,3 @@ void CheckText(std::string_view szText, CReport& report);
 
 // Whether the text begins with a byte order mark of UTF-8.
 bool HasByteOrderMark(std::string_view szText);
-
-#endif

@@ -1,7 +1,6 @@
 // What a call to the library came to, told from its log lines; and which lines the log must have lost, since the
 // library writes them in a fixed order.
-#ifndef PARLO_CALLDIGEST_H
-#define PARLO_CALLDIGEST_H
+#pragma once
 
 #include <cstddef>
 #include <set>
@@ -112,5 +111,3 @@ private:
     unsigned m_nEffects = NOTHING;
     CRefusal m_refusal;
 };
-
-#endif

@@ -1,6 +1,5 @@
 // Which calls of a log are wanted.
-#ifndef PARLO_CALLFILTER_H
-#define PARLO_CALLFILTER_H
+#pragma once
 
 #include <cstddef>
 #include <limits>
@@ -24,5 +23,3 @@ struct CallFilter {
 
     bool Wants(const LogCall& call) const;
 };
-
-#endif

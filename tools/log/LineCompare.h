@@ -1,6 +1,5 @@
 // Two logs of the same call, the set's and this library's, line by line.
-#ifndef PARLO_LINECOMPARE_H
-#define PARLO_LINECOMPARE_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -60,5 +59,3 @@ private:
     Missing m_stDebugBehind;
     std::string m_strBehind;  // the first behind it, whatever its priority
 };
-
-#endif

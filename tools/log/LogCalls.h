@@ -4,8 +4,7 @@
 // A line without the form of a record is more of the one before it only if that can go on: a piece of a reply that
 // still lacks bytes of those announced, a text whose closing colour or bracket is missing. A line that looks like a
 // record is the reply's as well where the announced length covers it to the byte.
-#ifndef PARLO_LOGCALLS_H
-#define PARLO_LOGCALLS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -120,5 +119,3 @@ private:
     std::size_t m_nKept = 0;   // bytes of all lines that are kept
     std::string m_strDropped;  // since the last call began
 };
-
-#endif

@@ -1,6 +1,5 @@
 // The replies of a log as files, and all of them as a conversation.
-#ifndef PARLO_LOGEXTRACT_H
-#define PARLO_LOGEXTRACT_H
+#pragma once
 
 #include <string>
 
@@ -25,5 +24,3 @@ private:
 
 // "none", "whole", "cut", "gaps", "altered"
 const char* NameOf(CLogReply::State eState);
-
-#endif

@@ -1,6 +1,5 @@
 // What a log's reader prints before a message: time, process and thread, priority, tag.
-#ifndef PARLO_LOGPREFIX_H
-#define PARLO_LOGPREFIX_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -70,5 +69,3 @@ private:
     std::string m_strLast;  // that line's prefix
     bool m_bKnown = false;  // a line of a known form was ours: then those of unknown forms are not
 };
-
-#endif

@@ -1,6 +1,5 @@
 // From the bytes of logs to their lines, each with its prefix taken apart.
-#ifndef PARLO_LOGREADER_H
-#define PARLO_LOGREADER_H
+#pragma once
 
 #include <cstddef>
 #include <functional>
@@ -70,5 +69,3 @@ private:
     bool m_bAsked = false;
     std::size_t m_nTagged = 0;
 };
-
-#endif

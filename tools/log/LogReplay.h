@@ -1,6 +1,5 @@
 // The calls of a log once more, through this library: does it decide and log what the set's did?
-#ifndef PARLO_LOGREPLAY_H
-#define PARLO_LOGREPLAY_H
+#pragma once
 
 #include <cstddef>
 #include <map>
@@ -47,5 +46,3 @@ private:
     std::size_t m_nTime = 0;
     bool m_bDebug = false;  // the log has lines of debug priority
 };
-
-#endif

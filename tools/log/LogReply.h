@@ -1,6 +1,5 @@
 // A server's reply, put together again from the lines in which the library logs it: a bar, its size, its pieces.
-#ifndef PARLO_LOGREPLY_H
-#define PARLO_LOGREPLY_H
+#pragma once
 
 #include <cstddef>
 #include <optional>
@@ -89,5 +88,3 @@ private:
     std::set<std::string> m_vUndone;
     std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
-
-#endif

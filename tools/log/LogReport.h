@@ -1,6 +1,5 @@
 // The calls of a log as a person or a program reads them.
-#ifndef PARLO_LOGREPORT_H
-#define PARLO_LOGREPORT_H
+#pragma once
 
 #include <json/value.h>
 
@@ -56,5 +55,3 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport);
 
 // "log.txt:12"
 std::string PlaceOf(const LogCall& call);
-
-#endif

@@ -1,6 +1,5 @@
 // What the library logs of the set that it runs on.
-#ifndef PARLO_SETVALUES_H
-#define PARLO_SETVALUES_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -22,5 +21,3 @@ struct SetValues {
     // "--country US --language en_US"; empty when nothing is known.
     std::string Options() const;
 };
-
-#endif

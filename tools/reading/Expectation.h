@@ -1,6 +1,5 @@
 // What a conversation's line says beside its turn, the members "expect" and "name", and writing that anew.
-#ifndef PARLO_EXPECTATION_H
-#define PARLO_EXPECTATION_H
+#pragma once
 
 #include <json/value.h>
 
@@ -21,5 +20,3 @@ std::string CannotUpdate(const std::string& strFile);
 // Puts `strText` in the place of the file that was read, by way of a new file beside it with the same mode. A symbolic
 // link stays one. Returns why that failed, half a sentence: also when the file has changed since it was opened.
 std::string Update(const CLineFile& file, const std::string& strText);
-
-#endif

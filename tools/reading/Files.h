@@ -1,6 +1,5 @@
 // Files of one reply and files of a conversation, told apart and read with no more memory than they need.
-#ifndef PARLO_FILES_H
-#define PARLO_FILES_H
+#pragma once
 
 #include <functional>
 #include <string>
@@ -46,5 +45,3 @@ bool WithinMemory(const std::function<void()>& call);
 // Reads all bytes of the file ("-": standard input) into `strText`. When that fails, returns false and puts the reason
 // into `strReason`: the system's, or that memory ran out.
 bool ReadAll(const std::string& strFile, std::string& strText, std::string& strReason);
-
-#endif

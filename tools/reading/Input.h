@@ -1,6 +1,5 @@
 // What a reply and a line of a conversation are, as text and as JSON.
-#ifndef PARLO_INPUT_H
-#define PARLO_INPUT_H
+#pragma once
 
 #include <json/value.h>
 
@@ -39,5 +38,3 @@ bool IsTurn(std::string_view szLine);
 
 // Whether it is JSON and a reply: an object with "rsp".
 bool IsReply(std::string_view szText);
-
-#endif

@@ -1,6 +1,5 @@
 // A file that is read line by line, or from some line on as a whole.
-#ifndef PARLO_LINEFILE_H
-#define PARLO_LINEFILE_H
+#pragma once
 
 #include <sys/stat.h>
 
@@ -56,5 +55,3 @@ private:
     std::size_t m_nRoom = 0;
     std::size_t m_nPosition = 0;
 };
-
-#endif

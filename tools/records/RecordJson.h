@@ -1,7 +1,6 @@
 // The library's records as JSON: an object with every field of the record under its name in the headers, nested
 // records nested, lists as lists, enumerations as numbers. Texts keep their bytes.
-#ifndef PARLO_RECORDJSON_H
-#define PARLO_RECORDJSON_H
+#pragma once
 
 #include <json/value.h>
 
@@ -24,5 +23,3 @@ void WriteMembers(const CADataRepository::_ConvActionInfo& info, bool bCompact,
 // Any value in the same way, without and with a line break behind it.
 std::string JsonText(const Json::Value& value);
 std::string JsonLine(const Json::Value& value);
-
-#endif

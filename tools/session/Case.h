@@ -1,6 +1,5 @@
 // A reply's call as it can be told afterwards, to a program as JSON.
-#ifndef PARLO_CASE_H
-#define PARLO_CASE_H
+#pragma once
 
 #include <json/value.h>
 
@@ -29,5 +28,3 @@ void WriteCaseLine(const Case& stCase, bool bCompact, const std::function<void(c
 
 // The same as a value, without file and line.
 Json::Value OutcomeJson(const Case& stCase, bool bCompact);
-
-#endif

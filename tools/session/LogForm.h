@@ -1,6 +1,5 @@
 // The form of the library's log lines, "FILE: FUNCTION(LINE) > MESSAGE" and a colour sequence behind it.
-#ifndef PARLO_LOGFORM_H
-#define PARLO_LOGFORM_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -39,5 +38,3 @@ bool EndsInEscape(std::string_view szText);
 // Takes the library's colour off the end of `szText`, and what a terminal's writer sets behind it to end a colour.
 // False when there was none.
 bool CutShownColour(std::string_view& szText);
-
-#endif

@@ -3,8 +3,7 @@
 // The program defines the platform's log function itself, so that every line passes here first; when a log is wanted
 // (PARLO_LOG, --log) it then goes on to the platform's own, which writes it. A line that nobody wants costs a look at
 // its format.
-#ifndef PARLO_LOGTAP_H
-#define PARLO_LOGTAP_H
+#pragma once
 
 #include <functional>
 #include <string>
@@ -46,5 +45,3 @@ public:
 
 // Whether the substitute of the television's functions answers, and no set's own libraries.
 bool SubstituteAnswers();
-
-#endif

@@ -1,6 +1,5 @@
 // Why the library refused a reply, told from its log lines.
-#ifndef PARLO_REFUSAL_H
-#define PARLO_REFUSAL_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -35,5 +34,3 @@ private:
     std::string m_strServerMessage;
     bool m_bCodeZero = false;  // the reason is a failure of the code 0, or of none
 };
-
-#endif

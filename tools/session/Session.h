@@ -1,6 +1,5 @@
 // A service, and the replies of a file that go through it in order.
-#ifndef PARLO_SESSION_H
-#define PARLO_SESSION_H
+#pragma once
 
 #include <functional>
 #include <string>
@@ -38,5 +37,3 @@ bool RunFile(CLineFile& file, const Handling& stHandling, const CaseSink& show);
 
 // The same for each of the files in turn.
 void RunFiles(const std::vector<std::string>& vFiles, const Handling& stHandling, const CaseSink& show);
-
-#endif

@@ -1,6 +1,5 @@
 // Standard output, what the program says on standard error, and whether something failed.
-#ifndef PARLO_OUTPUT_H
-#define PARLO_OUTPUT_H
+#pragma once
 
 #include <string>
 
@@ -22,5 +21,3 @@ void Fail(const std::string& strText);
 // The same without words, where standard output says it; whether anything failed so far.
 void NoteFailure();
 bool HasFailed();
-
-#endif

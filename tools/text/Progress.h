@@ -1,6 +1,5 @@
 // How far a long file has been read, on the terminal.
-#ifndef PARLO_PROGRESS_H
-#define PARLO_PROGRESS_H
+#pragma once
 
 #include <chrono>
 #include <cstddef>
@@ -33,5 +32,3 @@ private:
 
 // Takes the line away, so that something else can be written there; it comes back by itself.
 void ClearProgress();
-
-#endif

@@ -1,6 +1,5 @@
 // Text for a person: safe for a terminal, coloured if wanted, aligned in tables.
-#ifndef PARLO_TEXT_H
-#define PARLO_TEXT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -45,5 +44,3 @@ std::string Padded(std::string strText, std::size_t nColumns);
 
 // Rows of cells as aligned lines of `nIndent` blanks; the first row is the heading. An empty cell shows as "-".
 std::string Table(std::vector<std::vector<std::string>> vRows, std::size_t nIndent, const CPaint& paint);
-
-#endif
