@@ -1,3 +1,5 @@
+#define CA_LOG_FILE "CADataHandler"
+
 #include "CADataHandler.h"
 
 #include <algorithm>
@@ -19,12 +21,6 @@ template <typename Container>
 void Release(Container& container)
 {
     Container().swap(container);
-}
-
-void Insert(std::vector<_SAContents>& list, std::vector<_SAContents>::const_iterator where,
-            const std::vector<_SAContents>& source)
-{
-    list.insert(where, source.begin(), source.end());
 }
 
 }  // namespace
@@ -227,9 +223,10 @@ void CCADataHandler::t_Sort()
     }
 
     for (const Source& source : sources)
-        if (!bOthersMet && !source.bMerged) Insert(m_vSAContents, m_vSAContents.end(), source.vEntries);
+        if (!bOthersMet && !source.bMerged)
+            m_vSAContents.insert(m_vSAContents.end(), source.vEntries.begin(), source.vEntries.end());
     const bool bLead = !vBeside.empty() && !vBeside.front().szPlacement.empty();
-    Insert(m_vSAContents, bLead ? m_vSAContents.begin() : m_vSAContents.end(), vBeside);
+    m_vSAContents.insert(bLead ? m_vSAContents.begin() : m_vSAContents.end(), vBeside.begin(), vBeside.end());
 }
 
 void CCADataHandler::t_SortByFlag(bool& flag, std::vector<_SAContents>& list, const std::vector<_SAContents>& source,

@@ -1,3 +1,5 @@
+#define CA_LOG_FILE "CADataSortFilter"
+
 #include "CADataSortFilter.h"
 
 #include <algorithm>

@@ -1,8 +1,6 @@
 // Merges one result list into another by the rules of a search schema.
 #pragma once
 
-#include <cstddef>
-#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -31,32 +29,23 @@ public:
     // The merge: one pass over both lists; each keeps its own order. `rules` are ordered by nFrom.
     template <typename Entry>
     static void t_Sort(const std::vector<Rule>& rules, std::vector<Entry>& list, const std::vector<Entry>& source);
-
-private:
-    static bool t_TakesAt(const Rule& rule, long long nPosition);
 };
-
-inline bool CCADataSortFilter::t_TakesAt(const Rule& rule, long long nPosition)
-{
-    const long long nDistance = nPosition - rule.nFrom;  // wide: nFrom comes from outside and may be the least int
-    return rule.nCycle != 0 ? nDistance % rule.nCycle == 0 : nDistance == 0;
-}
 
 template <typename Entry>
 void CCADataSortFilter::t_Sort(const std::vector<Rule>& rules, std::vector<Entry>& list,
                                const std::vector<Entry>& source)
 {
-    if (source.empty()) return;
     std::vector<Entry> result;
     result.reserve(list.size() + source.size());
     auto rule = rules.begin();
     auto next = source.begin();
     for (auto entry = list.begin(); entry != list.end();) {
-        const auto nPosition = static_cast<long long>(result.size());
+        const auto nPosition = static_cast<long long>(result.size());  // wide: a rule may begin at the least int
         const bool bReached = next != source.end() && rule != rules.end() && nPosition >= rule->nFrom;
         if (bReached && nPosition > rule->nTo)
             ++rule;
-        else if (bReached && t_TakesAt(*rule, nPosition))
+        else if (bReached &&
+                 (rule->nCycle != 0 ? (nPosition - rule->nFrom) % rule->nCycle == 0 : nPosition == rule->nFrom))
             result.push_back(*next++);
         else
             result.push_back(std::move(*entry++));

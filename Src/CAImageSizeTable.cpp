@@ -1,3 +1,5 @@
+#define CA_LOG_FILE "CAImageSizeTable"
+
 #include "CAImageSizeTable.h"
 
 #include "CALog.h"

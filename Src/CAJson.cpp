@@ -3,7 +3,6 @@
 #include <json/reader.h>
 
 #include <algorithm>
-#include <exception>
 
 #include "CAJsonScan.h"
 #include "CAPlainNumbers.h"
@@ -25,16 +24,12 @@ bool CAJson::Parse(const std::string& strText, Json::Value& root)
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // the reader whose leniency the servers count on
-    try {
-        const CAJsonScan scan(strText);
-        if (!scan.IsAcceptable()) return false;
-        const std::string& strPlain = scan.Text();
-        const char* pBegin = strPlain.data();
-        return Json::Reader().parse(pBegin, pBegin + strPlain.size(), root,
-                                    CanKeepComments(scan.CommentCount(), strPlain.size()));
-    } catch (const std::exception&) {  // out of memory
-        return false;
-    }
+    const CAJsonScan scan(strText);
+    if (!scan.IsAcceptable()) return false;
+    const std::string& strPlain = scan.Text();
+    const char* pBegin = strPlain.data();
+    return Json::Reader().parse(pBegin, pBegin + strPlain.size(), root,
+                                CanKeepComments(scan.CommentCount(), strPlain.size()));
 #pragma GCC diagnostic pop
 }
 

@@ -15,8 +15,8 @@
 namespace CAJson
 {
 
-// Parses `strText` into `root`, comments included. False when that is not JSON, or beyond the limits of CAJsonScan, or
-// memory runs out; `root` is then of no use. Text behind the value is ignored. Comments are dropped from a text that
+// Parses `strText` into `root`, comments included. False when that is not JSON, or beyond the limits of CAJsonScan;
+// `root` is then of no use. Text behind the value is ignored. Comments are dropped from a text that
 // has so many of them that keeping them would take long. The result does not depend on the process's locale.
 bool Parse(const std::string& strText, Json::Value& root);
 
@@ -24,11 +24,6 @@ bool Parse(const std::string& strText, Json::Value& root);
 inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
 {
     return parent.isObject() ? parent[szKey] : Json::Value::nullSingleton();
-}
-
-inline bool Has(const Json::Value& parent, const char* szKey)
-{
-    return !Child(parent, szKey).isNull();
 }
 
 // For `for`: the elements of a list in order, nothing when `value` is not a list.
@@ -63,12 +58,6 @@ int AnyInt(const Json::Value& value);
 // Overwrites `field` only when the value's type fits. Says whether it did.
 bool Take(const Json::Value& value, std::string& field);
 bool Take(const Json::Value& value, int& field);
-
-template <typename Field>
-bool Take(const Json::Value& parent, const char* szKey, Field& field)
-{
-    return Take(Child(parent, szKey), field);
-}
 
 // Appends the elements of a list: those that are texts, or all of them as AnyText.
 void AppendTexts(const Json::Value& list, std::vector<std::string>& vTexts);

@@ -7,32 +7,6 @@
 namespace
 {
 
-// What each byte outside a string begins.
-enum class Kind : unsigned char { OTHER, END, QUOTE, SLASH, OPEN, CLOSE, COMMA, NUMBER };
-
-struct Kinds {
-    Kind m_Of[256] = {Kind::END};
-    constexpr Kinds()
-    {
-        t_Set("0123456789-", Kind::NUMBER);
-        t_Set("[{", Kind::OPEN);
-        t_Set("]}", Kind::CLOSE);
-        t_Set("\"", Kind::QUOTE);
-        t_Set("/", Kind::SLASH);
-        t_Set(",", Kind::COMMA);
-    }
-    constexpr void t_Set(std::string_view szSet, Kind eKind)
-    {
-        for (const char c : szSet) m_Of[static_cast<unsigned char>(c)] = eKind;
-    }
-};
-constexpr Kinds kKinds;
-
-Kind KindOf(char c)
-{
-    return kKinds.m_Of[static_cast<unsigned char>(c)];
-}
-
 bool IsOneOf(std::string_view szSet, char c)
 {
     return szSet.find(c) != std::string_view::npos;
@@ -77,40 +51,39 @@ bool CAJsonScan::t_Scan()
     t_SkipBlanks();
     do {
         if (!t_SkipToken()) return false;
-        while (KindOf(*m_pNext) == Kind::OTHER) ++m_pNext;
+        while (*m_pNext == ' ' || *m_pNext == ':') ++m_pNext;  // not worth a token
     } while (m_nDepth > 0 && m_pNext != m_pEnd);
+    while (*m_pNext >= 'a' && *m_pNext <= 'z') ++m_pNext;  // the rest of true, false or null
     t_SkipBlanks();
     return m_nValues <= kMostValues;
 }
 
 bool CAJsonScan::t_SkipToken()
 {
-    switch (KindOf(*m_pNext)) {
-        case Kind::QUOTE:
+    switch (*m_pNext) {
+        case '"':
             t_SkipString();
             return true;
-        case Kind::SLASH:
+        case '/':
             return m_nDepth > 0 && t_SkipComments();
-        case Kind::OPEN:
+        case '[':
+        case '{':
             ++m_nValues;
             if (m_nDepth == kMostLevels) return false;
             m_Opened[m_nDepth++] = *m_pNext++;
             return true;
-        case Kind::CLOSE:
+        case ']':
+        case '}':
             return m_nDepth > 0 && m_Opened[--m_nDepth] == (*m_pNext++ == ']' ? '[' : '{');
-        case Kind::COMMA:
+        case ',':
             ++m_nValues;
             ++m_pNext;
             return true;
-        case Kind::NUMBER:
-            return t_SkipNumber();
-        case Kind::END:
+        default:
+            if (*m_pNext == '-' || (*m_pNext >= '0' && *m_pNext <= '9')) return t_SkipNumber();
             if (m_pNext != m_pEnd) ++m_pNext;
             return true;
-        case Kind::OTHER:
-            break;
     }
-    return true;
 }
 
 // A quotation mark ends the string when an even number of backslashes is before it.

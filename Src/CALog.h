@@ -7,9 +7,6 @@
 // A log line is one statement. Do not log inside a lambda: `__func__` is `operator()` there; use CA_LOGE_AS.
 #pragma once
 
-#include <cstddef>
-#include <string_view>
-
 #include "ca_platform.h"
 
 namespace CALog
@@ -19,30 +16,9 @@ constexpr int kErrorPriority = 6;
 constexpr int kDebugPriority = 3;
 constexpr const char* kTag = "ParloAPI";
 
-// "Src/CAService.cpp" becomes "CAService", while compiling.
-template <std::size_t N>
-struct FileStem {
-    char sz[N] = {};
-    constexpr explicit FileStem(const char (&szPath)[N])
-    {
-        std::string_view stem(szPath, N - 1);
-        stem.remove_prefix(stem.rfind('/') + 1);  // no slash: npos + 1 is 0
-        stem = stem.substr(0, stem.rfind('.'));
-        for (std::size_t i = 0; i < stem.size(); ++i) sz[i] = stem[i];
-    }
-};
-
 }  // namespace CALog
 
-// The file name in this unit's lines: its own, unless it has defined another one before it includes this header.
-#ifndef CA_LOG_FILE
-#define CA_LOG_FILE                                      \
-    ([] {                                                \
-        static constexpr CALog::FileStem stem(__FILE__); \
-        return stem.sz;                                  \
-    }())
-#endif
-
+// Each unit that logs defines CA_LOG_FILE before it includes this header: its own name, or that of its class's unit.
 #define CA_FORMAT(szFormat, szColour) "%s: %s(%d) > " szFormat szColour
 #define CA_LOGE_FORMAT(szFormat) CA_FORMAT(szFormat, "\033[31m")
 #define CA_LOGD_FORMAT(szFormat) CA_FORMAT(szFormat, "\033[34m")

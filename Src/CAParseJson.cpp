@@ -1,4 +1,6 @@
 // Documents: the envelope of a reply, and to which parser each of its parts goes.
+#define CA_LOG_FILE "CAParseJson"
+
 #include "CAParseJson.h"
 
 #include <utility>

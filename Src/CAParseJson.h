@@ -74,12 +74,6 @@ public:
     // Whether the item may be offered to the viewer under the set's adult lock.
     bool t_CheckPermit(const CADataRepository::_ContentsItem& item);
 
-    // The rules behind two questions that this version of the library does not really ask the set.
-    // Under the adult lock exactly the flag "No" refuses an item.
-    static bool t_IsPermitted(bool bAdultLock, const std::string& strCert);
-    // Turns "ps" into what the set can show. False when the application is of no use on a set without game panel.
-    static bool t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag);
-
     // Time zone offset text ("+09:00") to signed minutes. The positions are fixed, whatever the text.
     int t_GetTimeZoneDifferenceByStr(const std::string& strOffset);
 

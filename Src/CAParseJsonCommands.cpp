@@ -21,12 +21,12 @@ namespace
 
 constexpr char kOperation[] = "t_ParseTVControl";
 
-// Reads "keyword" or "website": `szTag` is its name in the log, `szField` that of its field.
-void TakeLogged(const Json::Value& value, const char* szTag, const char* szField, std::string& field)
+// Reads "keyword" or "website", with a line of each format for it.
+void TakeLogged(const Json::Value& value, const char* szRead, const char* szStored, std::string& field)
 {
     if (!Take(value, field)) return;
-    CA_LOGD_AS(kOperation, "jPrm[i][%s].asString():[%s]", szTag, field.c_str());
-    CA_LOGD_AS(kOperation, "stTVCtl.%s:[%s]", szField, field.c_str());
+    CA_LOG_FORMATTED(CALog::kDebugPriority, kOperation, szRead, field.c_str());
+    CA_LOG_FORMATTED(CALog::kDebugPriority, kOperation, szStored, field.c_str());
 }
 
 void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVControl& stTVCtl)
@@ -37,8 +37,10 @@ void ParseCommandParam(CCAParsePacket& parser, const Json::Value& param, _TVCont
     Take(param, kParamKeys, stTVCtl);
     // The server marks a position by "index" and writes it under "idx".
     if (Child(param, "index").isInt()) stTVCtl.nIndex = Int(param, "idx");
-    TakeLogged(keyword, "TAG_KEYWORD", "szKeyword", stTVCtl.szKeyword);
-    TakeLogged(website, "TAG_WEBSITE", "szWebsite", stTVCtl.szWebsite);
+    TakeLogged(keyword, CA_LOGD_FORMAT("jPrm[i][TAG_KEYWORD].asString():[%s]"),
+               CA_LOGD_FORMAT("stTVCtl.szKeyword:[%s]"), stTVCtl.szKeyword);
+    TakeLogged(website, CA_LOGD_FORMAT("jPrm[i][TAG_WEBSITE].asString():[%s]"),
+               CA_LOGD_FORMAT("stTVCtl.szWebsite:[%s]"), stTVCtl.szWebsite);
     if (const Json::Value& names = Child(param, "names"); !names.isNull()) {
         stTVCtl.vNames.clear();
         AppendAnyTexts(names, stTVCtl.vNames);
@@ -86,8 +88,7 @@ void CCAParsePacket::t_ParseUSChannelTVControl(const Json::Value& umdChannels, s
     for (const Json::Value& element : Elements(umdChannels)) {
         _Channels& stChannel = list.emplace_back();
         stChannel.bUMDChannel = true;
-        if (Has(element, "umd_channel"))
-            t_ParseUSChannelUMDChannel(Child(element, "umd_channel"), stChannel.stUMDChannel);
+        t_ParseUSChannelUMDChannel(Child(element, "umd_channel"), stChannel.stUMDChannel);
         const _UMD_Channel& stUMD = stChannel.stUMDChannel;
         stChannel.szNumber = stUMD.szChannelNumber;
         stChannel.szName = stUMD.szChannelName;

@@ -24,18 +24,11 @@ constexpr char kReplyParser[] = "t_ParseSearchServer";
 // How an item of one type is read: false when it has nothing to identify it.
 using ItemParser = bool (*)(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem);
 
-template <auto pParse, auto pPart>
+template <auto pParse, auto... pPart>
 bool Parse(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
 {
-    (parser.*pParse)(element, stItem.*pPart);
-    return true;
-}
-
-template <auto pParse, auto pPart>
-bool ParseInfo(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
-{
-    stItem.stInfo.szInfoType = stItem.szType;
-    (parser.*pParse)(element, stItem.stInfo.*pPart);
+    if (sizeof...(pPart) > 1) stItem.stInfo.szInfoType = stItem.szType;  // a part of the information
+    (parser.*pParse)(element, (stItem.*....*pPart));
     return true;
 }
 
@@ -70,9 +63,9 @@ constexpr ContentType kContentTypes[] = {
     {"app", ParseApp, CertFlag<&Item::stApp>},
     {"fitness", Parse<&Packet::t_ParseFitnessVOD, &Item::stVideo>},
     {"kids", Parse<&Packet::t_ParseKidsBook, &Item::stVideo>},
-    {"weather", ParseInfo<&Packet::t_ParseWeatherInfo, &_Info::stWeather>},
-    {"stock", ParseInfo<&Packet::t_ParseStockInfo, &_Info::stStock>},
-    {"sports", ParseInfo<&Packet::t_ParseSportsInfo, &_Info::stSports>},
+    {"weather", Parse<&Packet::t_ParseWeatherInfo, &Item::stInfo, &_Info::stWeather>},
+    {"stock", Parse<&Packet::t_ParseStockInfo, &Item::stInfo, &_Info::stStock>},
+    {"sports", Parse<&Packet::t_ParseSportsInfo, &Item::stInfo, &_Info::stSports>},
     // A programme reaches the library as content shown in detail, not as a search result.
     {"epg", nullptr, CertFlag<&Item::stOnTV>},
 };
@@ -88,7 +81,7 @@ const ContentType* FindType(std::string_view szType)
 // Reads an element into the fresh `stItem`. False when it is of no known type or has nothing to identify it.
 bool ParseItem(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
 {
-    if (Take(element, "type", stItem.szType)) CA_LOGD_AS(kReplyParser, "Type[%s]", stItem.szType.c_str());
+    if (Take(Child(element, "type"), stItem.szType)) CA_LOGD_AS(kReplyParser, "Type[%s]", stItem.szType.c_str());
     const ContentType* pType = FindType(stItem.szType);
     if (pType != nullptr && pType->pParse != nullptr) return pType->pParse(parser, element, stItem);
     CA_LOGE_AS(kReplyParser, " __FAIL__JSON__READER!!!!!");
@@ -107,7 +100,7 @@ void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Val
 
 void CCAParsePacket::t_ParseContents(const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
 {
-    dataHandler.ExpectContents(tvcontent.size());
+    dataHandler.ExpectContents(Elements(tvcontent).size());
     for (const Json::Value& element : Elements(tvcontent)) {
         _ContentsItem stItem;
         if (!ParseItem(*this, element, stItem)) continue;
@@ -128,8 +121,10 @@ void CCAParsePacket::t_ParseOnTVByOne(const Json::Value& element, _OnTVContents&
     ParseItemPoster(*this, "epg", element, contents.stPoster);
     t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
     t_ParseGenres(Child(element, "genres"), contents.vGenres);
-    if (Has(element, "channel")) t_ParseChannel(Child(element, "channel"), contents.stChannelInfo);
-    if (Has(element, "schedule")) t_ParseSchedule(Child(element, "schedule"), contents.stSchedule);
+    if (const auto& channel = Child(element, "channel"); !channel.isNull())
+        t_ParseChannel(channel, contents.stChannelInfo);
+    if (const auto& schedule = Child(element, "schedule"); !schedule.isNull())
+        t_ParseSchedule(schedule, contents.stSchedule);
 }
 
 bool CCAParsePacket::t_ParseContent(const Json::Value& content)
@@ -162,7 +157,8 @@ void CCAParsePacket::t_ParseMnT(const Json::Value& element, bool bTVShow, _MnTCo
         // Tests the season itself but reads its "number", so the season is 0 whatever the server sends.
         const Json::Value& season = Child(element, "season");
         contents.nSeason = season.isInt() ? Int(season, "number") : 0;
-        if (Has(element, "episode")) t_ParseEpisode(Child(element, "episode"), contents.stEpisode);
+        if (const auto& episode = Child(element, "episode"); !episode.isNull())
+            t_ParseEpisode(episode, contents.stEpisode);
     }
     ParseItemPoster(*this, bTVShow ? "tvshow" : "movie", element, contents.stPoster);
     t_ParseCertifications(Child(element, "certifications"), contents.vRatings);
@@ -173,18 +169,13 @@ void CCAParsePacket::t_ParseAppsByOne(const Json::Value& appInfo, _AppContents& 
 {
     Fill(appInfo, kAppKeys, contents);
     CA_LOGE("premiumflag:%s", contents.szPremiumFlag.c_str());
-    if (!t_ResolvePremiumFlag(CCAUtil::IsSupportGamePanel(), contents.szPremiumFlag)) return;
+    const bool bGamePanel = CCAUtil::IsSupportGamePanel();
+    if (!bGamePanel && contents.szPremiumFlag == "p") return;
+    if (contents.szPremiumFlag == "ps") contents.szPremiumFlag = bGamePanel ? "p" : "s";
     Fill(appInfo, kRunnableAppKeys, contents);
     // The kind is "apps", which the size table does not list: an application gets the first size on offer.
     if (contents.szPremiumFlag == "s") ParseItemPoster(*this, "apps", appInfo, contents.stPoster);
     if (contents.szPremiumFlag == "p") ParseItemPoster(*this, "apps", appInfo, contents.stPoster, "images4premium");
-}
-
-bool CCAParsePacket::t_ResolvePremiumFlag(bool bGamePanel, std::string& strFlag)
-{
-    if (!bGamePanel && strFlag == "p") return false;
-    if (strFlag == "ps") strFlag = bGamePanel ? "p" : "s";
-    return true;
 }
 
 void CCAParsePacket::t_ParseKidsBook(const Json::Value& element, _VideoContents& contents)
@@ -238,7 +229,7 @@ bool CCAParsePacket::t_CheckPermit(const _ContentsItem& item)
     if (pType != nullptr && pType->pCertFlag != nullptr) {
         bAdultLock = CCAUtil::FlagAdultLock(item.szType == "epg");
         const std::string& strCert = pType->pCertFlag(item);
-        bPermitted = t_IsPermitted(bAdultLock, strCert);
+        bPermitted = !bAdultLock || strCert != "No";
         szCert = strCert.c_str();
     } else {
         CA_LOGE("Other type");
@@ -246,9 +237,4 @@ bool CCAParsePacket::t_CheckPermit(const _ContentsItem& item)
     CA_LOGD(" t_CheckPlay(bAdultLock: %d, strCert: %s) return %d### Content:%s", bAdultLock, szCert, bPermitted,
             item.GetPrintString().c_str());
     return bPermitted;
-}
-
-bool CCAParsePacket::t_IsPermitted(bool bAdultLock, const std::string& strCert)
-{
-    return !bAdultLock || strCert != "No";
 }

@@ -48,7 +48,7 @@ void CCAParsePacket::t_ParseStockValue(const Json::Value& detailed, std::vector<
 {
     for (const Json::Value& element : Elements(detailed)) {
         _StockValue& stValue = list.emplace_back();
-        if (Take(element, "name", stValue.szName)) stValue.szValue = Text(element, "value");
+        if (Take(Child(element, "name"), stValue.szName)) stValue.szValue = Text(element, "value");
     }
 }
 

@@ -7,11 +7,11 @@
 #include <cstring>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include "CAImageSizeTable.h"
 #include "CAJson.h"
 #include "CALog.h"
-#include "CAPosterFormat.h"
 #include "CAUtil.h"
 
 using namespace CADataRepository;
@@ -20,11 +20,45 @@ using namespace CAJson;
 namespace
 {
 
+// Removes the leading characters that are in `szSet`; says how many they were.
+std::size_t SkipRun(std::string_view& szText, std::string_view szSet)
+{
+    const std::size_t nRun = std::min(szText.find_first_not_of(szSet), szText.size());
+    szText.remove_prefix(nRun);
+    return nRun;
+}
+
+// Whether what follows a '%' is a plain integer conversion.
+bool BeginsIntegerConversion(std::string_view szText)
+{
+    constexpr std::string_view kDigits = "0123456789";
+    SkipRun(szText, "-+ #0");
+    if (SkipRun(szText, kDigits) > 3) return false;
+    if (SkipRun(szText, ".") > 1 || SkipRun(szText, kDigits) > 3) return false;
+    return SkipRun(szText, "h") <= 2 && szText.find_first_of("diouxX") == 0;
+}
+
+// Whether the template may be formatted with one int: at most one conversion, and that a plain integer one (d, i, u, o,
+// x or X with flags, width and precision of at most three digits each; h and hh, but no length beyond int; no "*", no
+// position). "%%" stands for a percent sign and may come any number of times.
+bool IsUsable(std::string_view szTemplate)
+{
+    bool bConversion = false;
+    for (std::size_t n = szTemplate.find('%'); n != std::string_view::npos; n = szTemplate.find('%')) {
+        szTemplate.remove_prefix(n + 1);
+        if (szTemplate.find('%') == 0)
+            szTemplate.remove_prefix(1);
+        else if (std::exchange(bConversion, true) || !BeginsIntegerConversion(szTemplate))
+            return false;
+    }
+    return true;
+}
+
 // Prints the template with the size code. The bound is the template's own length with the terminating zero, so a
 // result as long as the template loses its last character; the common extensions get theirs back.
 void FinishPosterUrl(const std::string& strTemplate, int nIndex, std::string& strUrl)
 {
-    const bool bFormat = CAPosterFormat::IsUsable(strTemplate);
+    const bool bFormat = IsUsable(strTemplate);
     if (!bFormat) CA_LOGE_AS("t_ParsePoster", " the poster template is not usable: %s", strTemplate.c_str());
     strUrl.assign(strTemplate.size(), '\0');
     const auto nBound = static_cast<int>(std::min<std::size_t>(strUrl.size(), std::numeric_limits<int>::max()));
@@ -49,7 +83,7 @@ bool CCAParsePacket::t_ParsePoster(const std::string& strKind, const Json::Value
     if (index.isArray()) {
         for (const Json::Value& element : index)
             if (element.isInt()) poster.vIndex.push_back(element.asInt());
-        int nIndex = index.empty() ? 0 : AnyInt(index[0]);
+        int nIndex = AnyInt(index[0]);
 
         const CCAImageSizeTable* pImageSizeTable = CCASingleton<CCAImageSizeTable>::GetInstance();
         if (pImageSizeTable == nullptr) {

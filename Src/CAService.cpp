@@ -1,10 +1,11 @@
+#define CA_LOG_FILE "CAService"
+
 #include "CAService.h"
 
 #include <utility>
 
 #include "CALog.h"
 #include "CAParseJson.h"
-#include "CAStyledJson.h"
 #include "CAUtil.h"
 
 using namespace CADataRepository;
@@ -13,11 +14,6 @@ template class CCASingleton<CCAService>;
 
 namespace
 {
-
-E_CA_TVCONTROL Code(int nCode)
-{
-    return static_cast<E_CA_TVCONTROL>(nCode);
-}
 
 // An ordinary reply's memory stays for the next one: to free a large block makes the allocator tidy up the whole
 // document that was released just before, at a fifth of the parse's time. More than that is given back.
@@ -65,7 +61,6 @@ void CCAService::UninitService()
         delete std::exchange(CCADataHandler::pInstance, nullptr);
         m_pDataMgr = nullptr;
     }
-    CAStyledJson::ReleaseWriter();
     m_strAppName.clear();
 }
 
@@ -176,17 +171,22 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
 {
     if (!t_HasStore(__func__)) return;
     std::vector<std::string> vParams;
-    int nCode = t_GetSystemAction(vParams);
-    if (nCode == 0) nCode = t_SetChannelOrCandidate(info, vParams);
+    E_CA_TVCONTROL eCode = t_GetSystemAction(vParams);
+    if (eCode == 0) eCode = t_SetChannelOrCandidate(info, vParams);
     info.vSystemActionParam = std::move(vParams);
-    t_SetDisplayControl(info);
+    if (m_pDataMgr->GetDisplayControlSetFlag()) {
+        _DisCtrlInfo& stDisCtrl = info.stDisCtrlInfo;
+        m_pDataMgr->GetDisplayControlResult(stDisCtrl);
+        CA_LOGE("nAction:%d, numberOfItem:%d, size:%d", stDisCtrl.nAction, stDisCtrl.numberOfItem,
+                static_cast<int>(stDisCtrl.vItems.size()));
+    }
 
     // Overwrites the kinds that the channel and the candidate lookup set: callers count on 1 and 3 alone.
-    info.eSystemAction = Code(nCode);
-    info.eActionType = nCode != 0 ? E_CA_ACTION_TYPE_SYSTEM : E_CA_ACTION_TYPE_NO_MATCH;
-    if (nCode == 0) CA_LOGE("No one match, error ouccured:%d", nCode);
+    info.eSystemAction = eCode;
+    info.eActionType = eCode != 0 ? E_CA_ACTION_TYPE_SYSTEM : E_CA_ACTION_TYPE_NO_MATCH;
+    if (eCode == 0) CA_LOGE("No one match, error ouccured:%d", eCode);
 
-    if (ActionOf(nCode).Has(SHOWS_CONTENTS)) m_pDataMgr->GetSAContentsList(info.vSAContents);
+    if (ActionOf(eCode).Has(SHOWS_CONTENTS)) m_pDataMgr->GetSAContentsList(info.vSAContents);
 
     info.nDialogSeq = m_pDataMgr->m_stDialogOpen.nDialogSeq;
     info.nDialogType = m_pDataMgr->m_stDialogOpen.nDialogType;
@@ -198,37 +198,29 @@ void CCAService::t_SetSpeechInfo(_ConvActionInfo& info)
 }
 
 // For a command that is no system action. Returns its code, 0 when no lookup knows it.
-int CCAService::t_SetChannelOrCandidate(_ConvActionInfo& info, std::vector<std::string>& vParams)
+E_CA_TVCONTROL CCAService::t_SetChannelOrCandidate(_ConvActionInfo& info, std::vector<std::string>& vParams)
 {
     constexpr char kOperation[] = "t_SetSpeechInfo";
     CA_LOGE_AS(kOperation, "it is not tv control command");
     vParams.clear();
-    int nCode = t_GetSystemActionChannel(info.vChannels);
-    if (nCode != 0) {
+    E_CA_TVCONTROL eCode = t_GetSystemActionChannel(info.vChannels);
+    if (eCode != 0) {
         info.eActionType = E_CA_ACTION_TYPE_CHANNEL;
-        info.eSystemAction = Code(nCode);
+        info.eSystemAction = eCode;
         info.e2ndAction = t_Get2ndAction();
         for (const _Channels& channel : info.vChannels) vParams.push_back(channel.szSourceID);
-        return nCode;
+        return eCode;
     }
-    nCode = t_GetSystemActionCandidate(info.vCandidates);
-    CA_LOGE_AS(kOperation, "eSysAction:%d", nCode);
-    if (nCode != 0) {
+    eCode = t_GetSystemActionCandidate(info.vCandidates);
+    CA_LOGE_AS(kOperation, "eSysAction:%d", eCode);
+    if (eCode != 0) {
         info.eActionType = E_CA_ACTION_TYPE_CANDIDATE;
-        info.eSystemAction = Code(nCode);
+        info.eSystemAction = eCode;
         info.e2ndAction = t_Get2ndAction();
         info.eActionIntent = t_GetActionIntent();
         vParams = {m_pDataMgr->GetUserInputVoice(), ""};
     }
-    return nCode;
-}
-
-void CCAService::t_SetDisplayControl(_ConvActionInfo& info)
-{
-    if (!m_pDataMgr->GetDisplayControlSetFlag()) return;
-    m_pDataMgr->GetDisplayControlResult(info.stDisCtrlInfo);
-    CA_LOGE_AS("t_SetSpeechInfo", "nAction:%d, numberOfItem:%d, size:%d", info.stDisCtrlInfo.nAction,
-               info.stDisCtrlInfo.numberOfItem, static_cast<int>(info.stDisCtrlInfo.vItems.size()));
+    return eCode;
 }
 
 // The stored command number `nIndex`, counted from 0; null when there are fewer. Logs the absence of the store.
@@ -242,19 +234,20 @@ const _TVControl* CCAService::t_GetCommand(const char* szOperation, std::size_t 
 E_CA_TVCONTROL CCAService::t_GetSystemAction(std::vector<std::string>& params)
 {
     const _TVControl* pCommand = t_GetCommand(__func__, 0);
-    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemAction(*pCommand, params));
+    return static_cast<E_CA_TVCONTROL>(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemAction(*pCommand, params));
 }
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionCandidate(std::vector<std::string>& candidates)
 {
     const _TVControl* pCommand = t_GetCommand(__func__, 0);
-    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemActionCandidate(*pCommand, candidates));
+    return pCommand == nullptr ? E_CA_TVCONTROL_NONE
+                               : m_SystemActionMap.GetSystemActionCandidate(*pCommand, candidates);
 }
 
 E_CA_TVCONTROL CCAService::t_GetSystemActionChannel(std::vector<_Channels>& channels)
 {
     const _TVControl* pCommand = t_GetCommand(__func__, 0);
-    return Code(pCommand == nullptr ? 0 : m_SystemActionMap.GetSystemActionChannel(*pCommand, channels));
+    return pCommand == nullptr ? E_CA_TVCONTROL_NONE : m_SystemActionMap.GetSystemActionChannel(*pCommand, channels);
 }
 
 E_CA_TVCONTROL CCAService::t_Get2ndAction()
@@ -263,7 +256,7 @@ E_CA_TVCONTROL CCAService::t_Get2ndAction()
     const _TVControl* pCommand = t_GetCommand(__func__, 1);
     const int nCode = pCommand == nullptr ? 0 : m_SystemActionMap.Get2ndAction(*pCommand);
     CA_LOGE("2ndeAction is %d", nCode);
-    return Code(nCode);
+    return static_cast<E_CA_TVCONTROL>(nCode);
 }
 
 E_CA_TVCONTROL_INTENT CCAService::t_GetActionIntent()

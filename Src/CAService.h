@@ -27,7 +27,8 @@ public:
     // Asks the set; an E_CA_CONV_STATUS without NO_SERVICE. Works without a store.
     int GetConversationStatus();
 
-    // Reads the server's reply into the store. False leaves there what older replies left.
+    // Reads the server's reply into the store. False leaves there what older replies left, but for the
+    // utterance.
     bool ParseDataFlow(const std::string& strPreAllResult, const std::string& strRawData);
 
     // Turns the store into the action record and clears it for the next reply. False, with the store kept, when
@@ -42,8 +43,7 @@ private:
     void t_UpdateSearchResult(CADataRepository::_ConvActionInfo& info);
 
     void t_SetSpeechInfo(CADataRepository::_ConvActionInfo& info);
-    int t_SetChannelOrCandidate(CADataRepository::_ConvActionInfo& info, std::vector<std::string>& vParams);
-    void t_SetDisplayControl(CADataRepository::_ConvActionInfo& info);
+    E_CA_TVCONTROL t_SetChannelOrCandidate(CADataRepository::_ConvActionInfo& info, std::vector<std::string>& vParams);
 
     const CADataRepository::_TVControl* t_GetCommand(const char* szOperation, std::size_t nIndex) const;
 

@@ -33,17 +33,10 @@ private:
     std::ostream m_Stream{nullptr};
 };
 
-std::unique_ptr<CWriter> g_pWriter;
-
 }  // namespace
 
 std::string CAStyledJson::Styled(const Json::Value& value)
 {
-    if (g_pWriter == nullptr) g_pWriter = std::make_unique<CWriter>();
-    return g_pWriter->Text(value);
-}
-
-void CAStyledJson::ReleaseWriter()
-{
-    g_pWriter = nullptr;
+    static CWriter s_Writer;
+    return s_Writer.Text(value);
 }

@@ -12,6 +12,4 @@ namespace CAStyledJson
 // text makes the JSON library's writer and a stream for it, and the others use them again.
 std::string Styled(const Json::Value& value);
 
-void ReleaseWriter();
-
 }  // namespace CAStyledJson

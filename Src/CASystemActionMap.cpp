@@ -1,3 +1,5 @@
+#define CA_LOG_FILE "CASystemActionMap"
+
 #include "CASystemActionMap.h"
 
 #include <string_view>

@@ -1,3 +1,5 @@
+#define CA_LOG_FILE "CAUtil"
+
 #include "CAUtil.h"
 
 #include <algorithm>
@@ -20,8 +22,6 @@ extern "C" int __vsnprintf_chk(char* pStr, std::size_t nSize, int nFlag, std::si
 namespace
 {
 
-using namespace std::string_view_literals;
-
 constexpr int kVoiceRecogItem = 830;              // ID_MRT_VOICE_RECOG
 constexpr std::size_t kFactoryItemSize = 1008;    // room for the largest item
 constexpr std::size_t kPieceSize = 500;           // a line that the platform log takes
@@ -35,7 +35,7 @@ bool Contains(const std::array<std::string_view, 3>& vLanguages, std::string_vie
 // The languages that are available in the country; null when conversation is not.
 const CADataRepository::CountryLanguages* FindCountry(const std::string& strCountry)
 {
-    for (const CADataRepository::CountryLanguages& stRow : CADataRepository::kVoiceLanguages)
+    for (const CADataRepository::CountryLanguages& stRow : CADataRepository::kConversationCountries)
         if (stRow.szCountry == strCountry) return &stRow;
     return nullptr;
 }

@@ -1,4 +1,5 @@
 // The four entry points: nothing but the order of the calls, and the wall that no exception passes.
+#define CA_LOG_FILE "parlo-api"
 
 #include "parlo-api.h"
 

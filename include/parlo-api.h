@@ -70,13 +70,13 @@ PARLO_EXPORT void ca_uninitial();
 // locale, C's or C++'s, changes nothing.
 //
 // Returns false, with the reason in the log, when
-// - there is no service, a text is empty, the reply is not JSON, lacks "rsp" or says that the server failed, or memory
-//   ran out while it was parsed: `info` is as it was, and nothing of the reply is kept;
+// - there is no service, a text is empty, the reply is not JSON, lacks "rsp" or says that the server failed:
+//   `info` is as it was, and nothing of the reply is kept;
 // - the reply holds no TV control command: `info` has got strSysResponse, and the reply's dialog state, sentence,
 //   domains, display control and content items wait for the next one, which overwrites what it brings itself. Content
 //   items add up: they come before those of the next reply, until more than 4,096 wait and the next "tvcontent" drops
 //   them;
-// - an exception stopped it, as memory that ran out later: `info` may be half filled, and nothing waits any more, of
+// - an exception stopped it, as memory that ran out: `info` may be half filled, and nothing waits any more, of
 //   this reply or of older ones, but the dialog state.
 PARLO_EXPORT bool ca_get_speech_action(std::string strPreAllResult, std::string& strRawData,
                                        CADataRepository::_ConvActionInfo& info) __asm__(PARLO_API_SPEECH_ACTION);

@@ -43,23 +43,52 @@ TEST_F(Operations, RawReplyIsLoggedInPieces)
     }
 }
 
+// Two questions that the library does not really ask the set: asked here instead.
+static bool g_bAdultLock = false;
+static bool g_bGamePanel = true;
+static std::string g_strAsked;
+bool CCAUtil::FlagAdultLock(bool bBroadcast)
+{
+    g_strAsked += bBroadcast ? "broadcast " : "other ";
+    return g_bAdultLock;
+}
+bool CCAUtil::IsSupportGamePanel()
+{
+    return g_bGamePanel;
+}
+
 TEST_F(Operations, AdultLockAndGamePanelDecide)
 {
-    for (const char* szFlag : {"", "no", "Yes", "No "}) EXPECT_TRUE(CCAParsePacket::t_IsPermitted(true, szFlag));
-    EXPECT_FALSE(CCAParsePacket::t_IsPermitted(true, "No"));
-    EXPECT_TRUE(CCAParsePacket::t_IsPermitted(false, "No"));
-    _ContentsItem stItem;
-    stItem.szType = "epg";
-    stItem.stOnTV.szTitle = "News";
-    stItem.stOnTV.szCertFlag = "No";
-    EXPECT_TRUE(m_Parser.t_CheckPermit(stItem));
-    EXPECT_EQ(1, g_Platform.Count(" t_CheckPlay(bAdultLock: 0, strCert: No) return 1### Content:epg->News"));
-    for (const std::string strFlag : {"", "s", "p", "ps", "x"}) {
-        std::string strWithout = strFlag, strWith = strFlag;
-        EXPECT_EQ(strFlag != "p", CCAParsePacket::t_ResolvePremiumFlag(false, strWithout)) << strFlag;
-        EXPECT_TRUE(CCAParsePacket::t_ResolvePremiumFlag(true, strWith)) << strFlag;
-        EXPECT_EQ(strFlag == "ps" ? "s p" : strFlag + " " + strFlag, strWithout + " " + strWith);
+    g_strAsked.clear();
+    std::string strPermitted;
+    for (const bool bLock : {false, true}) {
+        g_bAdultLock = bLock;
+        for (const char* szType : {"movie", "app", "epg", "kids"}) {
+            for (const char* szFlag : {"", "no", "No", "No "}) {
+                _ContentsItem stItem;
+                stItem.szType = szType;
+                stItem.stOnTV.szCertFlag = stItem.stMnT.szCertFlag = stItem.stApp.szCertFlag = szFlag;
+                strPermitted += m_Parser.t_CheckPermit(stItem) ? '+' : '-';
+            }
+        }
     }
+    EXPECT_EQ("++++++++++++----++-+++-+++-+----", strPermitted);
+    EXPECT_EQ(2, g_Platform.Count(" t_CheckPlay(bAdultLock: 1, strCert: No) return 0### Content:epg->") +
+                     g_Platform.Count(" t_CheckPlay(bAdultLock: 0, strCert: No) return 1### Content:epg->"));
+    EXPECT_EQ("other other other other other other other other broadcast ", g_strAsked.substr(0, 58));
+    g_bAdultLock = false;
+
+    std::string strFlags;
+    for (const bool bPanel : {false, true}) {
+        g_bGamePanel = bPanel;
+        for (const char* szFlag : {"", "s", "p", "ps", "x"}) {
+            _AppContents stApp;
+            m_Parser.t_ParseAppsByOne(Parsed("{'id':'1','runtitle':'r','premium_flag':'" + std::string(szFlag) + "'}"),
+                                      stApp);
+            strFlags += stApp.szPremiumFlag + stApp.szRunTitle + " ";
+        }
+    }
+    EXPECT_EQ("r sr p sr xr r sr pr pr xr ", strFlags);
 }
 
 // All rows of the size table, past the access check: the lookup asks for half of them only.

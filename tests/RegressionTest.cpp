@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "CADataSortFilter.h"
 #include "Conversation.h"
 #include "ReplacedNew.h"
 
@@ -150,13 +149,4 @@ TEST_F(Regression, ManyCommentsAreDroppedAndTheRecordIsTheSame)
             EXPECT_EQ(nComments != 10U, g_Platform.Count(strWithout)) << nComments << strComment;
         }
     }
-}
-
-TEST_F(Regression, EmptySourceLeavesTheListInItsPlace)
-{
-    std::vector<int> vList = {3, 1, 2};
-    const int* const pFirst = vList.data();
-    CCADataSortFilter::t_Sort({{0, 9, 1}}, vList, {});
-    EXPECT_EQ((std::vector{3, 1, 2}), vList);
-    EXPECT_EQ(pFirst, vList.data());
 }

@@ -3,7 +3,6 @@
 #define PARLO_CADATAREPOSITORY_SEARCHLIST_H
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "Contents.h"
@@ -68,7 +67,6 @@ struct _SAContents {
 
     _SAContents() = default;
     explicit _SAContents(const _ContentsItem& stResult) : stItem(stResult) {}
-    explicit _SAContents(_ContentsItem&& stResult) noexcept : stItem(std::move(stResult)) {}
 };
 
 // One ordering rule: an element of a schema entry's "rules". Positions count from 0 in the merged list.

@@ -231,7 +231,7 @@ inline constexpr CodedWord<E_CA_SORT_RULE> kSortRuleWords[] = {
     {"result_before", E_CA_SORT_RULE_RESULT_BEFORE},
 };
 
-// The voice languages of a country that has conversation; an unused place is empty.
+// A country that has conversation, and its voice languages; an unused place is empty.
 struct CountryLanguages {
     std::string_view szCountry;
     std::array<std::string_view, 3> vLanguages;
@@ -241,7 +241,7 @@ inline constexpr std::array<std::string_view, 3> kEnglish = {"en_US", "en_AU", "
 inline constexpr std::array<std::string_view, 3> kPortuguese = {"pt_BR", "pt_PT"};
 
 // Narrow on purpose: Canada has no French, Switzerland only German, Belgium only Dutch.
-inline constexpr CountryLanguages kVoiceLanguages[] = {
+inline constexpr CountryLanguages kConversationCountries[] = {
     {"KR", {"ko_KR"}},   {"US", kEnglish},  {"AU", kEnglish},  {"CA", kEnglish},           {"BR", kPortuguese},
     {"PT", kPortuguese}, {"ES", {"es_ES"}}, {"CN", {"zh_CN"}}, {"NO", {"nn_NO", "nb_NO"}}, {"SE", {"sv_SE"}},
     {"AT", {"de_DE"}},   {"GB", kEnglish},  {"DE", {"de_DE"}}, {"IT", {"it_IT"}},          {"PL", {"pl_PL"}},

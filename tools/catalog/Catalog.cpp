@@ -29,7 +29,7 @@ constexpr StatusWords kStatusWords[] = {
 std::vector<std::string> AllLanguages()
 {
     std::vector<std::string> vAll;
-    for (const auto& [szCountry, vLanguages] : kVoiceLanguages)
+    for (const auto& [szCountry, vLanguages] : kConversationCountries)
         for (const std::string_view szLanguage : vLanguages)
             if (!szLanguage.empty() && std::find(vAll.begin(), vAll.end(), szLanguage) == vAll.end())
                 vAll.emplace_back(szLanguage);
@@ -213,7 +213,7 @@ std::string RenderStatus(int nStatus)
 Json::Value AllStatuses()
 {
     Json::Value list;
-    for (const CountryLanguages& stRow : kVoiceLanguages)
+    for (const CountryLanguages& stRow : kConversationCountries)
         for (const std::string& strLanguage : AllLanguages()) {
             Json::Value& value = list.append(Json::objectValue);
             value["country"] = std::string(stRow.szCountry);

@@ -97,6 +97,7 @@ void TellParameters(CTeller& teller)
     const ServerReply& stReply = teller.m_stCase.stReply;
     const std::vector<LoggedParam> vLogged = LoggedParams(teller);
     std::vector<std::string> vParams;
+    vParams.reserve(vLogged.size());
     for (const LoggedParam& stParam : vLogged) vParams.push_back(stParam.strValue);
     if (teller.m_stCase.pInfo != nullptr) vParams = teller.m_stCase.pInfo->vSystemActionParam;
     const bool bTextAbsent = vLogged.empty() && vParams == std::vector<std::string>{""};  // "gb_function" is not logged
