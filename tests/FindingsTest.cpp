@@ -18,11 +18,12 @@ struct Row {
 };
 
 template <std::size_t N>
-void ExpectCodes(const Row (&rows)[N], std::vector<Finding> (*check)(std::string_view), bool bMembers)
+void ExpectCodes(const Row (&rows)[N], bool bMembers, bool bSchema = false)
 {
     for (const auto& [szText, szFindings] : rows) {
         SCOPED_TRACE(szText);
-        EXPECT_EQ(szFindings, Codes(check(bMembers ? Reply(szText) : Quoted(std::string(szText)))));
+        const std::string strText = bMembers ? Reply(szText) : Quoted(std::string(szText));
+        EXPECT_EQ(szFindings, Codes(bSchema ? CheckSchema(strText) : CheckReply(strText)));
     }
 }
 
@@ -99,7 +100,7 @@ TEST(Findings, TextsThatAreNoJsonOrMoreThanThat)
         {"{'rsp':{'tvcontrol':[{'action':'poweron','action':'muteon'}],'dialog':{'dialog_seq':01,'dialog_id':'\n'}}}",
          "duplicate-key@0/action not-strict@ not-strict@"},
     };
-    ExpectCodes(rows, CheckReply, false);
+    ExpectCodes(rows, false);
     for (const std::string_view szText : {std::string_view("\xFF\xFE\0\0{\0\0\0", 8), std::string_view("\0\0\0{", 4),
                                           std::string_view("{\0\0\0", 4), std::string_view("\0\0\xFE\xFF", 4)})
         EXPECT_EQ("utf-32@", Codes(CheckReply(szText)));
@@ -144,7 +145,7 @@ TEST(Findings, KeysTypesAndWordsThatAreNotRead)
          "wrong-type@displaycontrol/0 unknown-word@displaycontrol/1/action unknown-key@displaycontrol/1/0/idx "
          "wrong-type@displaycontrol/1/0/title"},
     };
-    ExpectCodes(rows, CheckReply, true);
+    ExpectCodes(rows, true);
 }
 
 TEST(Findings, CommandsAndParametersWithoutEffect)
@@ -197,7 +198,7 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
          "'displaycontrol':[{'action':'play_content'},{}]",
          "no-effect@system_sentence no-effect@tvcontent no-effect@displaycontrol/0 no-action@displaycontrol/1"},
     };
-    ExpectCodes(rows, CheckReply, true);
+    ExpectCodes(rows, true);
 }
 
 TEST(Findings, ItemsAndPosters)
@@ -278,7 +279,7 @@ TEST(Findings, SearchSchema)
          "no-number@schema/0/rules/0/to no-number@schema/0/rules/0/cycle no-word@schema/1 wrong-type@schema/1/rules "
          "no-effect@schema/3"},
     };
-    ExpectCodes(rows, CheckSchema, false);
+    ExpectCodes(rows, false, true);
     EXPECT_EQ("wrong-type@schema", Codes(CheckByForm(Reply("'schema':{}"))));
     EXPECT_EQ("did you mean \"schema\"?", Only(CheckByForm(Reply("'schemas':[]"))).strSuggestion);
 }

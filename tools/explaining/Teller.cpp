@@ -39,9 +39,9 @@ void TellRefusal(CTeller& teller)
 }
 
 // The domains that an earlier reply left and this one did not replace.
-Before DomainsBefore(const CTeller& teller)
+Texts DomainsBefore(const CTeller& teller)
 {
-    Before vDomains;
+    Texts vDomains;
     if (teller.Find(kReplyReader, "TAG_DOMAIN") != nullptr) return vDomains;
     for (const LogLine* pLine : teller.FindAll("t_IsContentsSearchAction", "domain["))
         vDomains.push_back(pLine->strMessage.substr(pLine->strMessage.find(':') + 1));
@@ -98,8 +98,8 @@ CTeller::CTeller(const Case& stCase) : m_stCase(stCase)
     const ServerReply& stReply = stCase.stReply;
     if (stReply.strText.empty()) return;
     if (!ParseJson(stReply.strText, false, m_root)) m_root = Json::Value();
-    m_vFindings = CheckReplyAfter(DomainsBefore(*this),
-                                  stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText);
+    m_vFindings = CheckReply(stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText,
+                             DomainsBefore(*this));
     Place(stReply, m_vFindings);
 }
 

@@ -1,6 +1,4 @@
 // From the text to the findings: encoding and syntax, shape, effects.
-#include "findings/Check.h"
-
 #include <json/value.h>
 
 #include "findings/Description.h"
@@ -14,30 +12,27 @@
 namespace
 {
 
-using Effects = void (*)(const Node& document, const Before& vDomains, CReport& report);
-
-void CheckDocument(const Json::Value& root, const Description::Object& stObject, Effects effects, const Before& vBefore,
-                   CReport& report)
+void CheckDocument(const Json::Value& root, const Description::Object& stObject, const Texts& vBefore, CReport& report)
 {
-    const Node document{root, ""};
-    const Node rsp = document.Member("rsp");
-    const Before vOwn = DomainsOf(rsp);
-    const Before& vDomains = rsp.Has("domain") ? vOwn : vBefore;
     if (!root.isObject())
         return report.At({0, 1}, "", {Severity::ERROR, "no-rsp", "the document is no object: it is refused"});
+    const Node document{root, ""};
+    const Node rsp = document.Member("rsp");
+    const Texts vDomains = rsp.Has("domain") ? DomainsOf(rsp) : vBefore;
     if (IsHandOver(rsp, vDomains, report) && rsp.Has("tvcontent"))
         for (const char* szKey : {"tvcontent", "nlu_info"}) report.LeaveToApplication(rsp.Member(szKey).strPointer);
     CheckShape(document, stObject, report);
-    if (!rsp.value.isNull())
-        effects(document, vDomains, report);
+    if (!rsp.value.isNull() && &stObject == &Description::kReply)
+        CheckReplyEffects(document, vDomains, report);
+    else if (!rsp.value.isNull())
+        CheckSchemaEffects(document, report);
     else if (root.isMember("rsp"))
         report.AtValue(rsp, {Severity::ERROR, "no-rsp", "\"rsp\" is null: it is refused"});
     else if (!report.IsDoubted(rsp))
         report.AtValue(document, {Severity::ERROR, "no-rsp", "it has no \"rsp\": it is refused"});
 }
 
-std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, Effects effects,
-                           const Before& vBefore = {})
+std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, const Texts& vBefore = {})
 {
     const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
     szText.remove_prefix(nMark);
@@ -51,7 +46,7 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
     Json::Value root;
     if (ParseDocument(szText, root, report)) {
         CheckText(szText, report);
-        CheckDocument(root, stObject, effects, vBefore, report);
+        CheckDocument(root, stObject, vBefore, report);
     }
     std::vector<Finding> vFindings = report.Take();
     for (Finding& stFinding : vFindings) stFinding.Shift(nMark);
@@ -60,17 +55,12 @@ std::vector<Finding> Check(std::string_view szText, const Description::Object& s
 
 }  // namespace
 
-std::vector<Finding> CheckReply(std::string_view szReply)
+std::vector<Finding> CheckReply(std::string_view szReply, const Texts& vBefore)
 {
-    return CheckReplyAfter({}, szReply);
+    return Check(szReply, Description::kReply, vBefore);
 }
 
-std::vector<Finding> CheckReplyAfter(const Before& vBefore, std::string_view szReply)
-{
-    return Check(szReply, Description::kReply, CheckReplyEffects, vBefore);
-}
-
-Before LeftBy(std::string_view szReply, Before vBefore)
+Texts LeftBy(std::string_view szReply, Texts vBefore)
 {
     Json::Value root;
     if (!ParseJson(szReply, false, root)) return vBefore;
@@ -82,5 +72,5 @@ Before LeftBy(std::string_view szReply, Before vBefore)
 
 std::vector<Finding> CheckSchema(std::string_view szDocument)
 {
-    return Check(szDocument, Description::kSearchSchema, CheckSchemaEffects);
+    return Check(szDocument, Description::kSearchSchema);
 }

@@ -9,15 +9,14 @@
 
 #include "findings/Finding.h"
 
-// The domains that replies leave to the next one when they are refused.
-using Before = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
-// All findings of a reply, in the order of the text. A correct reply has none.
-std::vector<Finding> CheckReply(std::string_view szReply);
-std::vector<Finding> CheckReplyAfter(const Before& vBefore, std::string_view szReply);
+// All findings of a reply, in the order of the text; `vBefore`: the domains that replies before it left when they were
+// refused. A correct reply has none.
+std::vector<Finding> CheckReply(std::string_view szReply, const Texts& vBefore = {});
 
-// What the reply leaves when `vBefore` is there before it.
-Before LeftBy(std::string_view szReply, Before vBefore);
+// The domains that the reply leaves when `vBefore` are there before it.
+Texts LeftBy(std::string_view szReply, Texts vBefore);
 
 // The same for a search schema document.
 std::vector<Finding> CheckSchema(std::string_view szDocument);

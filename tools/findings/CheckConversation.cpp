@@ -34,7 +34,7 @@ class CTurn
 {
 public:
     // `vBefore`: what the turns before have left; becomes what this one leaves.
-    CTurn(std::string_view szLine, Before& vBefore)
+    CTurn(std::string_view szLine, Texts& vBefore)
         : m_szLine(szLine), m_vBefore(vBefore), m_places(szLine), m_report(szLine, m_places)
     {
     }
@@ -46,7 +46,7 @@ private:
     void Expectation(const Node& part, const Json::Value& outcome);
 
     std::string_view m_szLine;
-    Before& m_vBefore;
+    Texts& m_vBefore;
     CPlaces m_places;
     CReport m_report;
     std::vector<Finding> m_vOfReply;
@@ -119,7 +119,7 @@ void CTurn::Reply(const Node& reply)
     const bool bText = reply.value.isString();
     const std::string strReply = bText ? reply.Text() : std::string(m_szLine.substr(nStart, nLength));
     m_stReply = {nStart, nLength};
-    m_vOfReply = CheckReplyAfter(m_vBefore, strReply);
+    m_vOfReply = CheckReply(strReply, m_vBefore);
     m_vBefore = LeftBy(strReply, std::move(m_vBefore));
     for (Finding& stFinding : m_vOfReply) {
         stFinding.bOneLine = true;
@@ -146,7 +146,7 @@ Json::Value OutcomeNames()
 std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
-    Before vBefore;
+    Texts vBefore;
     for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
         const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
         const std::string_view szLine = szText.substr(nStart, nEnd - nStart);

@@ -1,9 +1,6 @@
 // Items that are dropped, and keys of items that have no effect.
-#include "findings/ItemEffects.h"
-
 #include "findings/Description.h"
-#include "findings/Poster.h"
-#include "findings/Suggestion.h"
+#include "findings/Effects.h"
 #include "text/Text.h"
 
 namespace

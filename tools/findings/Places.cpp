@@ -139,18 +139,3 @@ Span CPlaces::Key(std::size_t nObject, std::string_view szKey) const
     const auto it = std::find_if(vKeys.rbegin(), vKeys.rend(), [&](const KeyPlace& st) { return st.strKey == szKey; });
     return it == vKeys.rend() ? Span{nObject, 1} : it->stSpan;
 }
-
-void CLines::Find(std::size_t nOffset, std::size_t& nLine, std::size_t& nColumn)
-{
-    const auto Continues = [this](std::size_t n) { return (static_cast<unsigned char>(m_szText[n]) & 0xC0U) == 0x80U; };
-    for (; m_nAt < std::min(nOffset, m_szText.size()); ++m_nAt) {
-        if (m_szText[m_nAt] == '\n') {
-            ++m_nLine;
-            m_nColumn = 1;
-        } else if (!Continues(m_nAt) || m_nColumn == 1) {
-            ++m_nColumn;
-        }
-    }
-    nLine = m_nLine;
-    nColumn = m_nColumn;
-}

@@ -70,17 +70,3 @@ private:
     std::size_t m_nTooDeep = std::string_view::npos;
     std::size_t m_nTooMany = std::string_view::npos;
 };
-
-// Turns byte offsets, asked for in rising order, into lines and columns. Both count from 1, a column in characters.
-class CLines
-{
-public:
-    explicit CLines(std::string_view szText) : m_szText(szText) {}
-    void Find(std::size_t nOffset, std::size_t& nLine, std::size_t& nColumn);
-
-private:
-    std::string_view m_szText;
-    std::size_t m_nAt = 0;
-    std::size_t m_nLine = 1;
-    std::size_t m_nColumn = 1;
-};

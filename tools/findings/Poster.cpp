@@ -1,11 +1,10 @@
 // Finishes the address as the library does, and compares it with what the template says.
-#include "findings/Poster.h"
-
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstring>
 
+#include "findings/Effects.h"
 #include "text/Text.h"
 
 namespace

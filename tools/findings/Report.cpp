@@ -2,6 +2,7 @@
 #include "findings/Report.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "text/Text.h"
@@ -129,14 +130,22 @@ void Locate(std::string_view szText, std::vector<Finding>& vFindings)
 {
     std::stable_sort(vFindings.begin(), vFindings.end(),
                      [](const Finding& stOne, const Finding& stOther) { return stOne.nOffset < stOther.nOffset; });
-    CLines lines(szText);
-    std::vector<Finding*> vOthers;
+    std::multimap<std::size_t, std::pair<std::size_t*, std::size_t*>> mapPlaces;  // lines and columns by offset
     for (Finding& stFinding : vFindings) {
-        lines.Find(stFinding.nOffset, stFinding.nLine, stFinding.nColumn);
-        if (stFinding.nOther != Finding::kNoOther) vOthers.push_back(&stFinding);
+        mapPlaces.insert({stFinding.nOffset, {&stFinding.nLine, &stFinding.nColumn}});
+        if (stFinding.nOther != Finding::kNoOther)
+            mapPlaces.insert({stFinding.nOther, {&stFinding.nOtherLine, &stFinding.nOtherColumn}});
     }
-    std::sort(vOthers.begin(), vOthers.end(),
-              [](const Finding* pOne, const Finding* pOther) { return pOne->nOther < pOther->nOther; });
-    CLines others(szText);
-    for (Finding* pFinding : vOthers) others.Find(pFinding->nOther, pFinding->nOtherLine, pFinding->nOtherColumn);
+    std::size_t nAt = 0;
+    std::size_t nLine = 1;
+    std::size_t nColumn = 1;
+    for (const auto& [nOffset, place] : mapPlaces) {
+        for (; nAt < std::min(nOffset, szText.size()); ++nAt) {
+            const bool bContinues = (static_cast<unsigned char>(szText[nAt]) & 0xC0U) == 0x80U;
+            if (szText[nAt] == '\n') ++nLine;
+            nColumn = szText[nAt] == '\n' ? 1 : nColumn + (bContinues && nColumn > 1 ? 0 : 1);
+        }
+        *place.first = nLine;
+        *place.second = nColumn;
+    }
 }

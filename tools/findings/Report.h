@@ -84,5 +84,6 @@ private:
     std::vector<std::string> m_vForApplication;
 };
 
-// Puts findings into the order of the text, and gives them the lines and columns of their offsets in it.
+// Puts findings into the order of the text, and gives them the lines and columns of their offsets in it. Both count
+// from 1, a column in characters.
 void Locate(std::string_view szText, std::vector<Finding>& vFindings);

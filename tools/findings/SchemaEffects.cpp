@@ -36,7 +36,7 @@ void CheckRule(const Node& rule, CReport& report)
 
 }  // namespace
 
-void CheckSchemaEffects(const Node& document, const Texts& /*vDomains*/, CReport& report)
+void CheckSchemaEffects(const Node& document, CReport& report)
 {
     const Node rsp = document.Member("rsp");
     const Node schema = rsp.Member("schema");

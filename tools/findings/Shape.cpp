@@ -6,7 +6,7 @@
 #include <map>
 
 #include "findings/Actions.h"
-#include "findings/CommandEffects.h"
+#include "findings/Effects.h"
 #include "findings/Suggestion.h"
 #include "text/Text.h"
 
