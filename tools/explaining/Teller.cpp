@@ -97,7 +97,7 @@ CTeller::CTeller(const Case& stCase) : m_stCase(stCase)
 {
     const ServerReply& stReply = stCase.stReply;
     if (stReply.strText.empty()) return;
-    if (!ParseJson(stReply.strText, false, m_root)) m_root = Json::Value();
+    m_root = MembersOf(stReply.strText);
     m_vFindings = CheckReply(stReply.bMark ? std::string(kByteOrderMark) + stReply.strText : stReply.strText,
                              DomainsBefore(*this));
     Place(stReply, m_vFindings);

@@ -34,7 +34,7 @@ void CheckDocument(const Json::Value& root, const Description::Object& stObject,
 
 std::vector<Finding> Check(std::string_view szText, const Description::Object& stObject, const Texts& vBefore = {})
 {
-    const std::size_t nMark = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0;
+    const std::size_t nMark = MarkLength(szText);
     szText.remove_prefix(nMark);
     const CPlaces places(szText);
     CReport report(szText, places);
@@ -62,8 +62,7 @@ std::vector<Finding> CheckReply(std::string_view szReply, const Texts& vBefore)
 
 Texts LeftBy(std::string_view szReply, Texts vBefore)
 {
-    Json::Value root;
-    if (!ParseJson(szReply, false, root)) return vBefore;
+    const Json::Value root = MembersOf(szReply);
     const Node rsp = Node{root, ""}.Member("rsp");
     if (rsp.Member("stat").Text() == "fail") return vBefore;
     if (rsp.Member("tvcontrol").Size() > 0) return {};

@@ -29,99 +29,36 @@ constexpr Key kTurnKeys[] = {
 };
 constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
 
-// Findings of one line, their offsets from its start.
-class CTurn
-{
-public:
-    // `vBefore`: what the turns before have left; becomes what this one leaves.
-    CTurn(std::string_view szLine, Texts& vBefore)
-        : m_szLine(szLine), m_vBefore(vBefore), m_places(szLine), m_report(szLine, m_places)
-    {
-    }
-    std::vector<Finding> Check();
-
-private:
-    void Parts(const Node& turn);
-    void Reply(const Node& reply);
-    void Expectation(const Node& part, const Json::Value& outcome);
-
-    std::string_view m_szLine;
-    Texts& m_vBefore;
-    CPlaces m_places;
-    CReport m_report;
-    std::vector<Finding> m_vOfReply;
-    Span m_stReply;
-};
-
-std::vector<Finding> CTurn::Check()
-{
-    Json::Value root;
-    if (ParseDocument(m_szLine, root, m_report)) {
-        if (const Span stRest = m_places.Rest(); stRest.nLength > 0)
-            m_report.At(stRest, "", {Severity::ERROR, "not-a-turn", "text follows the turn's object"});
-        else if (!root.isObject())
-            m_report.At({0, 1}, "", {Severity::ERROR, "not-a-turn", "the line is no object"});
-        else
-            Parts({root, ""});
-    }
-    std::vector<Finding> vFindings = m_report.Take();
-    const auto IsOfReply = [this](const Finding& stFinding) {
-        return stFinding.nOffset >= m_stReply.nStart && stFinding.nOffset - m_stReply.nStart < m_stReply.nLength;
-    };
-    if (m_stReply.nLength > 0)  // its own findings tell of its text
-        vFindings.erase(std::remove_if(vFindings.begin(), vFindings.end(), IsOfReply), vFindings.end());
-    vFindings.insert(vFindings.end(), m_vOfReply.begin(), m_vOfReply.end());
-    return vFindings;
-}
-
-void CTurn::Parts(const Node& turn)
-{
-    CheckText(m_szLine, m_report);
-    CheckShape(turn, kTurn, m_report);
-    const Node reply = turn.Member("reply");
-    m_report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
-    const Node expect = turn.Member("expect");
-    if (expect.value.isObject()) Expectation(expect, OutcomeNames());
-    if (reply.value.isObject() || reply.value.isString())
-        Reply(reply);
-    else if (reply.value.isNull())
-        m_report.AtMissing(turn, "reply", "not-a-turn", "the line", "the line is refused");
-    else if (!m_report.IsDoubted(reply))
-        m_report.AtValue(
-            reply, {Severity::ERROR, "not-a-turn", "\"reply\" is neither an object nor a text: the line is refused"});
-}
-
 // What the record has no place for can never come true.
-void CTurn::Expectation(const Node& part, const Json::Value& outcome)
+void CheckExpectation(const Node& part, const Json::Value& outcome, CReport& report)
 {
     const Json::Value::Members vMembers = outcome.getMemberNames();
     const std::vector<std::string_view> vNames(vMembers.begin(), vMembers.end());
-    for (const KeyPlace& stPlace : m_places.Keys(static_cast<std::size_t>(part.value.getOffsetStart()))) {
+    for (const KeyPlace& stPlace : report.Places().Keys(SpanOf(part.value).nStart)) {
         const Node member = part.Member(stPlace.strKey);
         const Json::Value& known = outcome[stPlace.strKey];
         if (!outcome.isMember(stPlace.strKey))
-            m_report.At(
+            report.At(
                 stPlace.stSpan, member.strPointer,
                 {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is no part of what comes out: never true",
                  DidYouMean(Nearest(stPlace.strKey, vNames))});
         else if (known.isBool() && !member.value.isBool())
-            m_report.AtValue(
+            report.AtValue(
                 member, {Severity::ERROR, "wrong-type", Quoted(stPlace.strKey) + " is not true or false: never true"});
         else if (known.isObject() && member.value.isObject())
-            Expectation(member, known);
+            CheckExpectation(member, known, report);
     }
 }
 
-void CTurn::Reply(const Node& reply)
+// The findings of a reply, at their places in its line. `vBefore` becomes what it leaves.
+std::vector<Finding> OfReply(const Node& reply, std::string_view szLine, Texts& vBefore)
 {
-    const auto nStart = static_cast<std::size_t>(reply.value.getOffsetStart());
-    const auto nLength = static_cast<std::size_t>(reply.value.getOffsetLimit()) - nStart;
+    const auto [nStart, nLength] = SpanOf(reply.value);
     const bool bText = reply.value.isString();
-    const std::string strReply = bText ? reply.Text() : std::string(m_szLine.substr(nStart, nLength));
-    m_stReply = {nStart, nLength};
-    m_vOfReply = CheckReply(strReply, m_vBefore);
-    m_vBefore = LeftBy(strReply, std::move(m_vBefore));
-    for (Finding& stFinding : m_vOfReply) {
+    const std::string strReply = bText ? reply.Text() : std::string(szLine.substr(nStart, nLength));
+    std::vector<Finding> vFindings = CheckReply(strReply, vBefore);
+    vBefore = LeftBy(strReply, std::move(vBefore));
+    for (Finding& stFinding : vFindings) {
         stFinding.bOneLine = true;
         if (!bText) stFinding.Shift(nStart);
         if (!bText) continue;
@@ -131,6 +68,48 @@ void CTurn::Reply(const Node& reply)
         stFinding.strText = "in line " + std::to_string(stFinding.nLine) + ", column " +
                             std::to_string(stFinding.nColumn) + " of this text: " + stFinding.strText;
     }
+    return vFindings;
+}
+
+std::vector<Finding> CheckParts(const Node& turn, std::string_view szLine, Texts& vBefore, CReport& report)
+{
+    CheckText(szLine, report);
+    CheckShape(turn, kTurn, report);
+    const Node reply = turn.Member("reply");
+    report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
+    const Node expect = turn.Member("expect");
+    if (expect.value.isObject()) CheckExpectation(expect, OutcomeNames(), report);
+    const bool bReply = reply.value.isObject() || reply.value.isString();
+    if (reply.value.isNull())
+        report.AtMissing(turn, "reply", "not-a-turn", "the line", "the line is refused");
+    else if (!bReply && !report.IsDoubted(reply))
+        report.AtValue(
+            reply, {Severity::ERROR, "not-a-turn", "\"reply\" is neither an object nor a text: the line is refused"});
+    std::vector<Finding> vFindings = report.Take();
+    if (!bReply) return vFindings;
+    const auto IsWithin = [stReply = SpanOf(reply.value)](const Finding& stFinding) {
+        return stFinding.nOffset >= stReply.nStart && stFinding.nOffset - stReply.nStart < stReply.nLength;
+    };
+    const std::vector<Finding> vOfReply = OfReply(reply, szLine, vBefore);  // they tell of its text
+    vFindings.erase(std::remove_if(vFindings.begin(), vFindings.end(), IsWithin), vFindings.end());
+    vFindings.insert(vFindings.end(), vOfReply.begin(), vOfReply.end());
+    return vFindings;
+}
+
+// Findings of one line, their offsets from its start. `vBefore`: what the turns before have left; becomes what this one
+// leaves.
+std::vector<Finding> CheckTurn(std::string_view szLine, Texts& vBefore)
+{
+    const CPlaces places(szLine);
+    CReport report(szLine, places);
+    Json::Value root;
+    if (!ParseDocument(szLine, root, report)) return report.Take();
+    if (places.Rest().nLength == 0 && root.isObject()) return CheckParts({root, ""}, szLine, vBefore, report);
+    if (places.Rest().nLength > 0)
+        report.At(places.Rest(), "", {Severity::ERROR, "not-a-turn", "text follows the turn's object"});
+    else
+        report.At({0, 1}, "", {Severity::ERROR, "not-a-turn", "the line is no object"});
+    return report.Take();
 }
 
 }  // namespace
@@ -147,15 +126,13 @@ std::vector<Finding> CheckConversation(std::string_view szText)
 {
     std::vector<Finding> vFindings;
     Texts vBefore;
-    for (std::size_t nStart = HasByteOrderMark(szText) ? kByteOrderMark.size() : 0; nStart < szText.size();) {
-        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
-        const std::string_view szLine = szText.substr(nStart, nEnd - nStart);
-        const bool bBlank = szLine.find_first_not_of(" \t\r") == std::string_view::npos;
-        for (Finding& stFinding : bBlank ? std::vector<Finding>() : CTurn(szLine, vBefore).Check()) {
-            stFinding.Shift(nStart);
+    std::string_view szRest = szText.substr(MarkLength(szText));
+    for (std::string_view szLine; TakeLine(szRest, szLine);) {
+        if (IsBlank(szLine)) continue;
+        for (Finding& stFinding : CheckTurn(szLine, vBefore)) {
+            stFinding.Shift(static_cast<std::size_t>(szLine.data() - szText.data()));
             vFindings.push_back(std::move(stFinding));
         }
-        nStart = nEnd + 1;
     }
     Locate(szText, vFindings);
     return vFindings;
@@ -166,8 +143,8 @@ std::vector<Finding> CheckByForm(std::string_view szText, const std::string& str
     if (LooksLikeConversation(strName, szText)) return CheckConversation(szText);
     if (IsTurn(szText))
         return {{Severity::ERROR, "not-a-turn", "", 0, 1, 1, 1, "a turn of a conversation must stand on one line", ""}};
-    Json::Value root;
-    const Node rsp = Node{ParseJson(szText, false, root) ? root : Json::Value::nullSingleton(), ""}.Member("rsp");
+    const Json::Value root = MembersOf(szText);
+    const Node rsp = Node{root, ""}.Member("rsp");
     const Json::Value::Members vKeys = rsp.value.isObject() ? rsp.value.getMemberNames() : Json::Value::Members();
     const auto IsSchema = [](const std::string& strKey) { return !MostAlike(strKey, {"schema"}).empty(); };
     const bool bSchema = !rsp.Has("tvcontrol") && std::any_of(vKeys.begin(), vKeys.end(), IsSchema);

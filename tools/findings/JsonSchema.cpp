@@ -63,23 +63,6 @@ Json::Value NeededParams()
     return rules;
 }
 
-class CJsonSchema
-{
-public:
-    explicit CJsonSchema(const Object& stObject);
-    void MakeTurn();  // of a line of a conversation whose replies are the objects
-    std::string Text() const;
-
-private:
-    void Define(const Object& stObject);
-    Json::Value Reference(const Object& stObject);
-    Json::Value Property(const Key& stKey);
-    Json::Value Element(const Key& stKey);
-    void Kinds(const Object& stObject, Json::Value& definition);
-
-    Json::Value m_root;
-};
-
 // Of a part of the record, with a value of it as example.
 Json::Value Expectation(const Json::Value& example)
 {
@@ -93,85 +76,43 @@ Json::Value Expectation(const Json::Value& example)
     return schema;
 }
 
-CJsonSchema::CJsonSchema(const Object& stObject)
-{
-    m_root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
-    m_root["title"] = stObject.szComment;
-    m_root["$defs"] = Json::objectValue;
-    m_root["$ref"] = Reference(stObject)["$ref"];
-    m_root["type"] = "object";
-}
-
-void CJsonSchema::MakeTurn()
+// Makes it the schema of a line of a conversation, whose replies are the objects.
+void MakeTurn(Json::Value& root)
 {
     Json::Value text;
     text["type"] = "string";
-    m_root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
-    Json::Value& members = m_root["properties"];
+    root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
+    Json::Value& members = root["properties"];
     members["name"] = members["comment"] = members["utterance"] = text;
     members["utterance"]["minLength"] = 1;
     members["reply"]["anyOf"].append(text);
     Json::Value& object = members["reply"]["anyOf"].append(Json::objectValue);
-    object["$ref"] = m_root["$ref"];
+    object["$ref"] = root["$ref"];
     object["type"] = "object";
     members["expect"] = Expectation(OutcomeNames());
-    m_root.removeMember("$ref");
-    for (const char* szName : {"utterance", "reply"}) m_root["required"].append(szName);
+    root.removeMember("$ref");
+    for (const char* szName : {"utterance", "reply"}) root["required"].append(szName);
 }
 
-std::string CJsonSchema::Text() const
-{
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "  ";
-    return Json::writeString(builder, m_root) + '\n';
-}
+// A reference to the object's definition, which is put into `defs` if it is not there.
+Json::Value Reference(const Object& stObject, Json::Value& defs);
 
-Json::Value CJsonSchema::Reference(const Object& stObject)
+Json::Value Element(const Key& stKey, Json::Value& defs)
 {
-    if (!m_root["$defs"].isMember(stObject.szName)) Define(stObject);
-    Json::Value reference;
-    reference["$ref"] = std::string("#/$defs/") + stObject.szName;
-    return reference;
-}
-
-void CJsonSchema::Define(const Object& stObject)
-{
-    Json::Value definition;
-    m_root["$defs"][stObject.szName] = definition;  // the place is taken before its parts are defined
-    definition["description"] = stObject.szComment;
-    for (const char* szType : {"object", "null"}) definition["type"].append(szType);
-    Json::Value needed;
-    for (const Key& stKey : stObject) {
-        definition["properties"][std::string(stKey.szName)] = Property(stKey);
-        if (stKey.bNeeded) needed.append(std::string(stKey.szName));
+    Json::Value schema;
+    if (stKey.eType == Type::OBJECTS) {
+        schema = Reference(*stKey.pObject, defs);
+        schema["type"] = "object";  // an element that is null is none
+    } else if (stKey.eType == Type::INTEGERS) {
+        schema["type"] = "integer";
+        LimitIntegers(schema);
+    } else {
+        schema["type"] = "string";
     }
-    const bool bMayFail = stObject.Find("stat") != nullptr && !needed.isNull();  // a failure needs nothing
-    if (bMayFail) definition["if"]["required"].append("stat");
-    if (bMayFail) definition["if"]["properties"]["stat"]["const"] = "fail";
-    if (!needed.isNull()) (bMayFail ? definition["else"] : definition)["required"] = needed;
-    if (stObject.Find("intent") != nullptr) definition["allOf"] = NeededParams();
-    if (stObject.pKinds == nullptr)
-        definition["additionalProperties"] = false;
-    else
-        Kinds(stObject, definition);
-    m_root["$defs"][stObject.szName] = definition;
+    return schema;
 }
 
-// An object whose key "type" says what else it holds.
-void CJsonSchema::Kinds(const Object& stObject, Json::Value& definition)
-{
-    definition["required"].append("type");
-    for (std::size_t i = 0; i < stObject.nKinds; ++i) {
-        const Kind& stKind = stObject.pKinds[i];
-        Json::Value rule;
-        rule["if"]["required"].append("type");
-        rule["if"]["properties"]["type"]["const"] = std::string(stKind.szType);
-        rule["then"] = Reference(*stKind.pObject);
-        definition["allOf"].append(rule);
-    }
-}
-
-Json::Value CJsonSchema::Property(const Key& stKey)
+Json::Value Property(const Key& stKey, Json::Value& defs)
 {
     Json::Value schema;
     const bool bPlain = stKey.eType <= Type::SCALAR;
@@ -181,9 +122,9 @@ Json::Value CJsonSchema::Property(const Key& stKey)
             if (szType != nullptr) schema["type"].append(szType);
     if (stKey.eType == Type::INTEGER || stKey.eType == Type::TEXT_OR_INTEGER) LimitIntegers(schema);
     if (stKey.eType == Type::ANYTHING) schema["deprecated"] = true;
-    if (stKey.eType == Type::OBJECT) schema = Reference(*stKey.pObject);
+    if (stKey.eType == Type::OBJECT) schema = Reference(*stKey.pObject, defs);
     if (bList) schema["type"].append("array");
-    if (bList) schema["items"] = Element(stKey);
+    if (bList) schema["items"] = Element(stKey, defs);
     if (!stKey.bNeeded && (bPlain || bList)) schema["type"].append("null");
     if (stKey.bNeeded && stKey.eType == Type::OBJECT) schema["type"] = "object";
     if (stKey.bNeeded && stKey.eType == Type::TEXT) schema["minLength"] = 1;
@@ -198,26 +139,64 @@ Json::Value CJsonSchema::Property(const Key& stKey)
     return schema;
 }
 
-Json::Value CJsonSchema::Element(const Key& stKey)
+// An object whose key "type" says what else it holds.
+void Kinds(const Object& stObject, Json::Value& definition, Json::Value& defs)
 {
-    Json::Value schema;
-    if (stKey.eType == Type::OBJECTS) {
-        schema = Reference(*stKey.pObject);
-        schema["type"] = "object";  // an element that is null is none
-    } else if (stKey.eType == Type::INTEGERS) {
-        schema["type"] = "integer";
-        LimitIntegers(schema);
-    } else {
-        schema["type"] = "string";
+    definition["required"].append("type");
+    for (std::size_t i = 0; i < stObject.nKinds; ++i) {
+        const Kind& stKind = stObject.pKinds[i];
+        Json::Value rule;
+        rule["if"]["required"].append("type");
+        rule["if"]["properties"]["type"]["const"] = std::string(stKind.szType);
+        rule["then"] = Reference(*stKind.pObject, defs);
+        definition["allOf"].append(rule);
     }
-    return schema;
+}
+
+void Define(const Object& stObject, Json::Value& defs)
+{
+    Json::Value definition;
+    defs[stObject.szName] = definition;  // the place is taken before its parts are defined
+    definition["description"] = stObject.szComment;
+    for (const char* szType : {"object", "null"}) definition["type"].append(szType);
+    Json::Value needed;
+    for (const Key& stKey : stObject) {
+        definition["properties"][std::string(stKey.szName)] = Property(stKey, defs);
+        if (stKey.bNeeded) needed.append(std::string(stKey.szName));
+    }
+    const bool bMayFail = stObject.Find("stat") != nullptr && !needed.isNull();  // a failure needs nothing
+    if (bMayFail) definition["if"]["required"].append("stat");
+    if (bMayFail) definition["if"]["properties"]["stat"]["const"] = "fail";
+    if (!needed.isNull()) (bMayFail ? definition["else"] : definition)["required"] = needed;
+    if (stObject.Find("intent") != nullptr) definition["allOf"] = NeededParams();
+    if (stObject.pKinds == nullptr)
+        definition["additionalProperties"] = false;
+    else
+        Kinds(stObject, definition, defs);
+    defs[stObject.szName] = definition;
+}
+
+Json::Value Reference(const Object& stObject, Json::Value& defs)
+{
+    if (!defs.isMember(stObject.szName)) Define(stObject, defs);
+    Json::Value reference;
+    reference["$ref"] = std::string("#/$defs/") + stObject.szName;
+    return reference;
 }
 
 }  // namespace
 
 std::string JsonSchemaOf(const std::string& strDocument)
 {
-    CJsonSchema schema(strDocument == "search" ? Description::kSearchSchema : Description::kReply);
-    if (strDocument == "conversation") schema.MakeTurn();
-    return schema.Text();
+    const Object& stObject = strDocument == "search" ? Description::kSearchSchema : Description::kReply;
+    Json::Value root;
+    root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
+    root["title"] = stObject.szComment;
+    root["$defs"] = Json::objectValue;
+    root["$ref"] = Reference(stObject, root["$defs"])["$ref"];
+    root["type"] = "object";
+    if (strDocument == "conversation") MakeTurn(root);
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "  ";
+    return Json::writeString(builder, root) + '\n';
 }

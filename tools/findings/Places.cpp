@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "reading/Input.h"
-
 namespace
 {
 

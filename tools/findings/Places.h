@@ -7,11 +7,7 @@
 #include <string_view>
 #include <vector>
 
-// A piece of the text, in bytes.
-struct Span {
-    std::size_t nStart = 0;
-    std::size_t nLength = 0;
-};
+#include "reading/Input.h"
 
 // A key of an object, quotes included.
 struct KeyPlace {

@@ -12,12 +12,6 @@ namespace
 
 constexpr std::size_t kMostFindings = 10000;
 
-Span SpanOf(const Json::Value& value)
-{
-    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
-    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
-}
-
 }  // namespace
 
 std::string PointerStep(std::string_view szKey)
@@ -59,12 +53,12 @@ int Node::Number() const
 
 void CReport::AtKey(const Node& object, std::string_view szKey, Remark stRemark)
 {
-    const auto nObject = static_cast<std::size_t>(object.value.getOffsetStart());
-    At(m_places.Key(nObject, szKey), object.strPointer + PointerStep(szKey), std::move(stRemark));
+    At(m_places.Key(SpanOf(object.value).nStart, szKey), object.strPointer + PointerStep(szKey), std::move(stRemark));
 }
 
 void CReport::AtValue(const Node& node, Remark stRemark)
 {
+    stRemark.strText = Outcome(node, stRemark.strText);
     At(SpanOf(node.value), node.strPointer, std::move(stRemark));
 }
 
@@ -105,11 +99,12 @@ void CReport::AtMissing(const Node& object, std::string_view szKey, const char* 
              (bEmpty ? Quoted(szKey) + " is empty: " : strObject + " has no " + Quoted(szKey) + ": ") + strOutcome});
 }
 
-bool CReport::IsForApplication(const Node& node) const
+std::string CReport::Outcome(const Node& node, const std::string& strText) const
 {
     const std::string strPointer = node.strPointer + '/';
-    return std::any_of(m_vForApplication.begin(), m_vForApplication.end(),
-                       [&](const std::string& strPart) { return strPointer.compare(0, strPart.size(), strPart) == 0; });
+    const auto Holds = [&](const std::string& strPart) { return strPointer.compare(0, strPart.size(), strPart) == 0; };
+    if (std::none_of(m_vForApplication.begin(), m_vForApplication.end(), Holds)) return strText;
+    return strText.substr(0, strText.rfind(": ")) + ": left to the application, which reads it";
 }
 
 std::string_view CReport::Source(const Json::Value& value) const

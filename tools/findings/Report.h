@@ -65,9 +65,10 @@ public:
     void AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,
                    const std::string& strOutcome);
 
-    // Remembers that the library leaves what is at the pointer and below to the application.
+    // Remembers that the library leaves what is at the pointer and below to the application: Outcome is what a
+    // finding's text says then, as nobody knows what comes of it.
     void LeaveToApplication(const std::string& strPointer) { m_vForApplication.push_back(strPointer + '/'); }
-    bool IsForApplication(const Node& node) const;
+    std::string Outcome(const Node& node, const std::string& strText) const;
 
     const CPlaces& Places() const { return m_places; }
     std::string_view Source(const Json::Value& value) const;  // the value's text as it stands

@@ -92,6 +92,65 @@ std::vector<Owner> WithParts(const Object& stObject)
     return vOwners;
 }
 
+// How a value of the wrong type could be written.
+std::string Mended(const Json::Value& value, Type eType, bool bAnyText, const CReport& report)
+{
+    if (eType == Type::TEXT && value.isNumeric() && bAnyText) return DidYouMean(report.Source(value));
+    if (eType == Type::INTEGER && value.isString()) {
+        const std::string strInner = value.asString();
+        const bool bNumber =
+            !strInner.empty() && strInner.size() < 10 &&
+            strInner.find_first_not_of("0123456789", strInner[0] == '-' ? 1 : 0) == std::string::npos &&
+            strInner != "-";
+        if (bNumber) return "did you mean " + strInner + " without quotation marks?";
+    }
+    const bool bList = WordsOf(eType).szSkipped != nullptr;
+    if (bList && (value.isObject() ? eType == Type::OBJECTS : eType != Type::OBJECTS)) return "put it into a list";
+    return {};
+}
+
+void WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome, CReport& report,
+               bool bAnyText = false)
+{
+    const char* szWanted = WordsOf(eType).szWords;
+    const bool bInteger = eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER;
+    if (bInteger && node.value.isNumeric() && IsWhole(node.value))
+        return report.AtValue(node,
+                              {Severity::ERROR, "out-of-range",
+                               strName + " is an integer out of range (-2147483648 to 2147483647): " + strOutcome});
+    report.AtValue(node, {Severity::ERROR, "wrong-type",
+                          strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome,
+                          Mended(node.value, eType, bAnyText, report)});
+}
+
+// A scalar that is read as a text though it is none.
+void Converted(const Node& node, const std::string& strName, CReport& report)
+{
+    if (node.value.isString()) return;
+    report.AtValue(node,
+                   {Severity::NOTE, "converted",
+                    strName + " is " + KindOf(node.value) + ", not a text: reads as " + Quoted(node.value.asString())});
+}
+
+void CheckWord(const Node& node, const Key& stKey, CReport& report)
+{
+    const std::string strWord = node.Text();
+    if (strWord.empty()) return;
+    if (!stKey.szExact.empty() && strWord != stKey.szExact && !MostAlike(strWord, {stKey.szExact}).empty())
+        report.AtValue(node, {Severity::ERROR, "unknown-word",
+                              Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
+                                  Quoted(stKey.szExact) + ": taken like any other text",
+                              DidYouMean(stKey.szExact)});
+    if (stKey.pWords == nullptr) return;
+    const std::vector<std::string_view> vWords = stKey.pWords();
+    for (const std::string_view szWord : vWords)
+        if (szWord == strWord) return;
+    report.AtValue(node, {Severity::ERROR, "unknown-word",
+                          Quoted(stKey.szName) + " is " + Quoted(strWord) + ", an unknown word" +
+                              (stKey.szOtherwise == nullptr ? "" : std::string(": ") + stKey.szOtherwise),
+                          DidYouMean(Nearest(strWord, vWords))});
+}
+
 class CShapeWalk
 {
 public:
@@ -102,13 +161,7 @@ private:
     void Unknown(const Node& object, const KeyPlace& stPlace);
     std::string Meant(const Node& object, const std::string& strKey);
     std::string Elsewhere(std::string_view szKey, bool bNear);
-    std::string Outcome(const Node& node, const std::string& strOutcome) const;
     void Value(const Node& node, const Key& stKey, const Object& stObject);
-    void WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome,
-                   bool bAnyText = false);
-    std::string Mended(const Json::Value& value, Type eType, bool bAnyText) const;
-    void Converted(const Node& node, const std::string& strName);
-    void Word(const Node& node, const Key& stKey);
     void Element(const Node& node, const Key& stKey, bool bFirst);
     void ObjectElement(const Node& node, const std::string& strName, const Object& stObject);
 
@@ -120,10 +173,9 @@ private:
 void CShapeWalk::Members(const Node& object, const Object& stObject)
 {
     std::map<std::string_view, std::size_t> mapSeen;
-    const auto nStart = static_cast<std::size_t>(object.value.getOffsetStart());
     m_vWithin.push_back(&stObject);
     if (stObject.Find("intent") != nullptr) m_stAction = RowOf(ActionIn(object, m_report).Text());
-    for (const KeyPlace& stPlace : m_report.Places().Keys(nStart)) {
+    for (const KeyPlace& stPlace : m_report.Places().Keys(SpanOf(object.value).nStart)) {
         const Node member = object.Member(stPlace.strKey);
         const Key* pKey = stObject.Find(stPlace.strKey);
         const auto [itFirst, bFirst] = mapSeen.emplace(stPlace.strKey, stPlace.stSpan.nStart);
@@ -141,10 +193,10 @@ void CShapeWalk::Members(const Node& object, const Object& stObject)
 
 void CShapeWalk::Unknown(const Node& object, const KeyPlace& stPlace)
 {
-    m_report.At(
-        stPlace.stSpan, object.Member(stPlace.strKey).strPointer,
-        {Severity::ERROR, "unknown-key", Outcome(object, Quoted(stPlace.strKey) + " is an unknown key: ignored"),
-         Meant(object, stPlace.strKey)});
+    m_report.At(stPlace.stSpan, object.Member(stPlace.strKey).strPointer,
+                {Severity::ERROR, "unknown-key",
+                 m_report.Outcome(object, Quoted(stPlace.strKey) + " is an unknown key: ignored"),
+                 Meant(object, stPlace.strKey)});
 }
 
 // What the author of an unknown key meant: one that the action takes, a slip of one that belongs there, one of another
@@ -195,93 +247,24 @@ std::string CShapeWalk::Elsewhere(std::string_view szKey, bool bNear)
 void CShapeWalk::Value(const Node& node, const Key& stKey, const Object& stObject)
 {
     const TypeWords& stWords = WordsOf(stKey.eType);
-    if (stKey.eType == Type::SCALAR && IsScalar(node.value)) return Converted(node, Quoted(stKey.szName));
+    if (stKey.eType == Type::SCALAR && IsScalar(node.value)) return Converted(node, Quoted(stKey.szName), m_report);
     if (!Fits(node.value, stKey.eType)) {
         const bool bTaken = stObject.eReading == Reading::TAKE && stKey.pObject == nullptr;
         const char* szOutcome = stKey.szOtherwise != nullptr ? stKey.szOtherwise
                                 : bTaken                     ? "ignored"
                                                              : stWords.szFilled;
         const bool bAnyText = stKey.pWords == nullptr && stKey.szExact.empty();
-        return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome, bAnyText);
+        return WrongType(node, Quoted(stKey.szName), stKey.eType, szOutcome, m_report, bAnyText);
     }
-    if (node.value.isString()) Word(node, stKey);
+    if (node.value.isString()) CheckWord(node, stKey, m_report);
     if (node.value.isObject() && stKey.pObject != nullptr) Members(node, *stKey.pObject);
     for (Json::ArrayIndex i = 0; i < node.Size() && stKey.eType != Type::ANYTHING; ++i)
         Element(node.Element(i), stKey, i == 0);
 }
 
-// What a finding's text says comes of it; of what the application reads that is not known.
-std::string CShapeWalk::Outcome(const Node& node, const std::string& strOutcome) const
-{
-    if (!m_report.IsForApplication(node)) return strOutcome;
-    return strOutcome.substr(0, strOutcome.rfind(": ")) + ": left to the application, which reads it";
-}
-
-void CShapeWalk::WrongType(const Node& node, const std::string& strName, Type eType, const std::string& strOutcome,
-                           bool bAnyText)
-{
-    const char* szWanted = WordsOf(eType).szWords;
-    const bool bInteger = eType == Type::INTEGER || eType == Type::TEXT_OR_INTEGER;
-    if (bInteger && node.value.isNumeric() && IsWhole(node.value))
-        return m_report.AtValue(
-            node, {Severity::ERROR, "out-of-range",
-                   Outcome(node, strName + " is an integer out of range (-2147483648 to 2147483647): " + strOutcome)});
-    m_report.AtValue(node,
-                     {Severity::ERROR, "wrong-type",
-                      Outcome(node, strName + " is " + KindOf(node.value) + ", not " + szWanted + ": " + strOutcome),
-                      Mended(node.value, eType, bAnyText)});
-}
-
-// A scalar that is read as a text though it is none.
-void CShapeWalk::Converted(const Node& node, const std::string& strName)
-{
-    if (node.value.isString()) return;
-    m_report.AtValue(node, {Severity::NOTE, "converted",
-                            Outcome(node, strName + " is " + KindOf(node.value) + ", not a text: reads as " +
-                                              Quoted(node.value.asString()))});
-}
-
-// How a value of the wrong type could be written.
-std::string CShapeWalk::Mended(const Json::Value& value, Type eType, bool bAnyText) const
-{
-    const std::string strSource(m_report.Source(value));
-    if (eType == Type::TEXT && value.isNumeric() && bAnyText) return DidYouMean(strSource);
-    if (eType == Type::INTEGER && value.isString()) {
-        const std::string strInner = value.asString();
-        const bool bNumber =
-            !strInner.empty() && strInner.size() < 10 &&
-            strInner.find_first_not_of("0123456789", strInner[0] == '-' ? 1 : 0) == std::string::npos &&
-            strInner != "-";
-        if (bNumber) return "did you mean " + strInner + " without quotation marks?";
-    }
-    const bool bList = WordsOf(eType).szSkipped != nullptr;
-    if (bList && (value.isObject() ? eType == Type::OBJECTS : eType != Type::OBJECTS)) return "put it into a list";
-    return {};
-}
-
-void CShapeWalk::Word(const Node& node, const Key& stKey)
-{
-    const std::string strWord = node.Text();
-    if (strWord.empty()) return;
-    if (!stKey.szExact.empty() && strWord != stKey.szExact && !MostAlike(strWord, {stKey.szExact}).empty())
-        m_report.AtValue(node, {Severity::ERROR, "unknown-word",
-                                Outcome(node, Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
-                                                  Quoted(stKey.szExact) + ": taken like any other text"),
-                                DidYouMean(stKey.szExact)});
-    if (stKey.pWords == nullptr) return;
-    const std::vector<std::string_view> vWords = stKey.pWords();
-    for (const std::string_view szWord : vWords)
-        if (szWord == strWord) return;
-    m_report.AtValue(node,
-                     {Severity::ERROR, "unknown-word",
-                      Outcome(node, Quoted(stKey.szName) + " is " + Quoted(strWord) + ", an unknown word" +
-                                        (stKey.szOtherwise == nullptr ? "" : std::string(": ") + stKey.szOtherwise)),
-                      DidYouMean(Nearest(strWord, vWords))});
-}
-
 void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, const Object& stObject)
 {
-    if (!node.value.isObject()) return WrongType(node, strName, Type::OBJECT, stObject.szNoObject);
+    if (!node.value.isObject()) return WrongType(node, strName, Type::OBJECT, stObject.szNoObject, m_report);
     if (stObject.pKinds == nullptr) return Members(node, stObject);
     // The key that tells the kind, or the one that is meant to.
     const Json::Value::Members vKeys = node.value.getMemberNames();
@@ -292,9 +275,8 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
         return Members(node, *pKind->pObject);
     if (node.Has("type")) return Value(node.Member("type"), *stObject.pKeys, stObject);
     if (itMeant == vKeys.end()) return;
-    const auto nStart = static_cast<std::size_t>(node.value.getOffsetStart());
     m_vWithin.push_back(&stObject);
-    Unknown(node, {m_report.Places().Key(nStart, strKey), strKey});
+    Unknown(node, {m_report.Places().Key(SpanOf(node.value).nStart, strKey), strKey});
     m_vWithin.pop_back();
 }
 
@@ -302,13 +284,14 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 {
     const std::string strName = "an element of " + Quoted(stKey.szName);
     if (stKey.pObject != nullptr) return ObjectElement(node, strName, *stKey.pObject);
-    if (stKey.eType == Type::SCALARS && IsScalar(node.value)) return Converted(node, strName);
+    if (stKey.eType == Type::SCALARS && IsScalar(node.value)) return Converted(node, strName, m_report);
     const bool bIntegers = stKey.eType == Type::INTEGERS;
     const Type eElement = bIntegers ? Type::INTEGER : Type::TEXT;
     if (!Fits(node.value, eElement))
         WrongType(node, strName, eElement,
                   bIntegers && bFirst ? "as the first one it counts as " + std::to_string(node.Number())
-                                      : WordsOf(stKey.eType).szSkipped);
+                                      : WordsOf(stKey.eType).szSkipped,
+                  m_report);
 }
 
 }  // namespace

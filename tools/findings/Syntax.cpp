@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cctype>
 #include <exception>
+#include <utility>
 
-#include "reading/Input.h"
 #include "text/Text.h"
 
 namespace
@@ -15,12 +15,8 @@ namespace
 
 constexpr std::size_t kNowhere = std::string_view::npos;
 
-struct Reason {
-    std::string_view szMessage;  // what the JSON library's message contains
-    const char* szText;
-};
-
-constexpr Reason kReasons[] = {
+// By what the JSON library's message contains.
+constexpr std::pair<std::string_view, const char*> kReasons[] = {
     {"Missing ':'", "a colon is missing between this key and its value"},
     {"Missing ',' or '}'", "a comma is missing here, or the object's closing brace"},
     {"Missing ',' or ']'", "a comma is missing here, or the list's closing bracket"},
@@ -33,12 +29,7 @@ constexpr Reason kReasons[] = {
     {"surrogate pair", "this is one half of a surrogate pair: the other \\u is missing"},
 };
 
-struct ForeignWord {
-    std::string_view szWord;
-    const char* szMeant;
-};
-
-constexpr ForeignWord kForeignWords[] = {
+constexpr std::pair<std::string_view, const char*> kForeignWords[] = {
     {"True", "did you mean true?"},   {"TRUE", "did you mean true?"},      {"False", "did you mean false?"},
     {"FALSE", "did you mean false?"}, {"None", "did you mean null?"},      {"NULL", "did you mean null?"},
     {"Null", "did you mean null?"},   {"undefined", "did you mean null?"},
@@ -103,8 +94,8 @@ void TellUnexpected(std::string_view szText, Span& stSpan, Remark& stRemark)
     } else if (!szWord.empty()) {
         stRemark.strText += ", not " + Quoted(szWord);
         stSpan = stWord;
-        for (const ForeignWord& stForeign : kForeignWords)
-            if (szWord == stForeign.szWord) stRemark.strSuggestion = stForeign.szMeant;
+        for (const auto& [szForeign, szMeant] : kForeignWords)
+            if (szWord == szForeign) stRemark.strSuggestion = szMeant;
     } else {
         stSpan.nLength = std::max<std::size_t>(CharacterLength(szText.substr(stSpan.nStart)), 1);
         stRemark.strText += ", not " + Quoted(szText.substr(stSpan.nStart, stSpan.nLength));
@@ -160,8 +151,8 @@ std::size_t OpenBefore(std::string_view szText, std::size_t nWord)
 Remark Explain(std::string_view szText, std::string_view szMessage, Span& stSpan, const CPlaces& places)
 {
     Remark stRemark{Severity::ERROR, "not-json", "it is not JSON"};
-    for (const Reason& stReason : kReasons)
-        if (szMessage.find(stReason.szMessage) != kNowhere) stRemark.strText = stReason.szText;
+    for (const auto& [szPart, szReason] : kReasons)
+        if (szMessage.find(szPart) != kNowhere) stRemark.strText = szReason;
 
     const bool bSyntax = szMessage.find("Missing") == 0 || szMessage.find("Syntax") == 0;
     if (!bSyntax) stSpan = BadEscape(szText, stSpan);
@@ -222,11 +213,6 @@ const char* WideEncoding(std::string_view szText)
 }
 
 }  // namespace
-
-bool HasByteOrderMark(std::string_view szText)
-{
-    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-}
 
 bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report)
 {

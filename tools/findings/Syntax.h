@@ -13,6 +13,3 @@ bool ParseDocument(std::string_view szText, Json::Value& root, CReport& report);
 // Reports on what the library takes although it is no plain JSON: comments, text behind the document, bytes that
 // are not UTF-8.
 void CheckText(std::string_view szText, CReport& report);
-
-// Whether the text begins with a byte order mark of UTF-8.
-bool HasByteOrderMark(std::string_view szText);

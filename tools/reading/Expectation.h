@@ -8,9 +8,6 @@
 
 #include "reading/LineFile.h"
 
-// The line's members; null when it is no object.
-Json::Value MembersOf(std::string_view szLine);
-
 // The line with `expect` as its member "expect", put in at its end when it has none. Every other byte stays.
 std::string WithExpectation(std::string_view szLine, const Json::Value& expect);
 

@@ -15,31 +15,12 @@ namespace
 
 constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
 
-bool IsBlank(std::string_view szLine)
-{
-    return szLine.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
-std::string_view WithoutMark(std::string_view szText)
-{
-    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark ? szText.substr(kByteOrderMark.size()) : szText;
-}
-
-// Takes the next line off the front of `szText`, without its line break. False at the end.
-bool TakeLine(std::string_view& szText, std::string_view& szLine)
-{
-    if (szText.empty()) return false;
-    szLine = szText.substr(0, szText.find('\n'));
-    szText.remove_prefix(std::min(szLine.size() + 1, szText.size()));
-    return true;
-}
-
 // The first line that is not blank; empty when all are.
 std::string_view FirstLine(std::string_view szText)
 {
     std::string_view szLine;
     while (TakeLine(szText, szLine))
-        if (!IsBlank(szLine)) return WithoutMark(szLine);
+        if (!IsBlank(szLine)) return szLine.substr(MarkLength(szLine));
     return {};
 }
 
@@ -47,7 +28,7 @@ bool HasTurn(std::string_view szText)
 {
     std::string_view szLine;
     while (TakeLine(szText, szLine))
-        if (IsTurn(WithoutMark(szLine))) return true;
+        if (IsTurn(szLine.substr(MarkLength(szLine)))) return true;
     return false;
 }
 
@@ -103,7 +84,7 @@ void CEntries::Read(FileForm eForm)
     if (bConversation) return Conversation();
     Entry stEntry = Make(1);
     stEntry.stReply.strUtterance = m_strUtterance;
-    stEntry.stReply.strText = WithoutMark(m_strHead);
+    stEntry.stReply.strText = m_strHead.substr(MarkLength(m_strHead));
     stEntry.stReply.bMark = stEntry.stReply.strText.size() < m_strHead.size();
     m_handle(std::move(stEntry));
 }
@@ -123,11 +104,10 @@ bool CEntries::IsConversation(FileForm eForm)
 {
     const std::string_view szFirst = FirstLine(m_strHead);
     const bool bWanted = eForm == FileForm::CONVERSATION;
-    Json::Value root;
-    const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && !ParseJson(szFirst, true, root);
+    const bool bBegun = !szFirst.empty() && szFirst.front() == '{' && MembersOf(szFirst, true).isNull();
     if (IsTurn(szFirst) || (bWanted && !bBegun)) return true;
     m_file.Rest(kWhole, m_strHead);
-    return bWanted ? !IsReply(m_strHead) : LooksLikeConversation(m_file.Name(), m_strHead);
+    return bWanted ? !MembersOf(m_strHead).isMember("rsp") : LooksLikeConversation(m_file.Name(), m_strHead);
 }
 
 void CEntries::Conversation()
@@ -179,11 +159,23 @@ void CEntries::Refuse(const std::string& strReason, bool bUnreadable)
 
 }  // namespace
 
+bool IsBlank(std::string_view szLine)
+{
+    return szLine.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+bool TakeLine(std::string_view& szText, std::string_view& szLine)
+{
+    if (szText.empty()) return false;
+    szLine = szText.substr(0, szText.find('\n'));
+    szText.remove_prefix(std::min(szLine.size() + 1, szText.size()));
+    return true;
+}
+
 bool LooksLikeConversation(const std::string& strName, std::string_view szText)
 {
     if (IsTurn(FirstLine(szText))) return true;
-    Json::Value root;
-    if (ParseJson(szText, true, root) && root.isObject()) return false;
+    if (!MembersOf(szText, true).isNull()) return false;
     return HasTurn(szText) || std::filesystem::path(strName).extension() == ".jsonl";
 }
 

@@ -15,6 +15,10 @@ enum class FileForm {
     EITHER         // what the file looks like
 };
 
+// Takes the next line off the front of `szText`, without its line break. False at the end.
+bool TakeLine(std::string_view& szText, std::string_view& szLine);
+bool IsBlank(std::string_view szLine);
+
 // Whether the file with that text is a conversation: its first line is a turn, or it is no JSON document and another
 // line is one or its name ends in ".jsonl". Anything else is one reply.
 bool LooksLikeConversation(const std::string& strName, std::string_view szText);

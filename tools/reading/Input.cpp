@@ -30,6 +30,17 @@ std::unique_ptr<Json::CharReader> MakeReader(bool bWhole)
 
 }  // namespace
 
+std::size_t MarkLength(std::string_view szText)
+{
+    return szText.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
+}
+
+Span SpanOf(const Json::Value& value)
+{
+    const auto nStart = static_cast<std::size_t>(value.getOffsetStart());
+    return {nStart, static_cast<std::size_t>(value.getOffsetLimit()) - nStart};
+}
+
 bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root)
 {
     static const std::unique_ptr<Json::CharReader> pReaders[] = {MakeReader(false), MakeReader(true)};
@@ -41,10 +52,15 @@ bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root)
     }
 }
 
+Json::Value MembersOf(std::string_view szText, bool bWhole)
+{
+    Json::Value root;
+    if (!ParseJson(szText, bWhole, root) || !root.isObject()) root = Json::Value();
+    return root;
+}
+
 bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strReason)
 {
-    // The JSON library skips the mark and counts offsets from behind it.
-    const std::size_t nMark = szLine.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
     Json::Value root;
     strReason = ParseJson(szLine, true, root) ? NoTurn(root) : "the line is not JSON";
     if (!strReason.empty()) return false;
@@ -54,21 +70,13 @@ bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strRea
         stReply.strText = reply.asString();
         return true;
     }
-    const auto nStart = static_cast<std::size_t>(reply.getOffsetStart());
-    stReply.nOffset = nMark + nStart;
-    stReply.strText = szLine.substr(stReply.nOffset, static_cast<std::size_t>(reply.getOffsetLimit()) - nStart);
+    stReply.nOffset = MarkLength(szLine) + SpanOf(reply).nStart;
+    stReply.strText = szLine.substr(stReply.nOffset, SpanOf(reply).nLength);
     return true;
 }
 
 bool IsTurn(std::string_view szLine)
 {
-    Json::Value root;
-    if (!ParseJson(szLine, true, root) || !root.isObject() || root.isMember("rsp")) return false;
-    return root.isMember("utterance") || root.isMember("reply");
-}
-
-bool IsReply(std::string_view szText)
-{
-    Json::Value root;
-    return ParseJson(szText, false, root) && root.isObject() && root.isMember("rsp");
+    const Json::Value root = MembersOf(szLine, true);
+    return !root.isMember("rsp") && (root.isMember("utterance") || root.isMember("reply"));
 }

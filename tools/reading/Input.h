@@ -21,12 +21,24 @@ struct ServerReply {
     std::string_view szTurn = {};  // the line of the conversation, while the reply is handled; empty: none
 };
 
-// The mark that some editors put before a text.
+// The mark that some editors put before a text, and its length where `szText` begins with it, else 0. The JSON library
+// skips it and counts offsets from behind it.
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+std::size_t MarkLength(std::string_view szText);
+
+// A piece of a text, in bytes, and where the JSON library read a value.
+struct Span {
+    std::size_t nStart = 0;
+    std::size_t nLength = 0;
+};
+Span SpanOf(const Json::Value& value);
 
 // Parses `szText`, of two equal keys the last. With `bWhole` nothing may follow the value. When that fails, returns
 // false; `root` is then of no use.
 bool ParseJson(std::string_view szText, bool bWhole, Json::Value& root);
+
+// The object that the text is; null when it is none.
+Json::Value MembersOf(std::string_view szText, bool bWhole = false);
 
 // Takes one line of a conversation, {"utterance": TEXT, "reply": OBJECT or TEXT}, into `stReply`. An object's
 // source text becomes the reply, byte by byte; a text is the raw reply itself, which need not be JSON. When the
@@ -35,6 +47,3 @@ bool ReadTurn(std::string_view szLine, ServerReply& stReply, std::string& strRea
 
 // Whether it is JSON and a turn, or means to be one: an object without "rsp" that has an utterance or a reply.
 bool IsTurn(std::string_view szLine);
-
-// Whether it is JSON and a reply: an object with "rsp".
-bool IsReply(std::string_view szText);
