@@ -188,14 +188,6 @@ std::string RenderWord(const Json::Value& word, const CPaint& paint)
            LineOf("may follow", word["after"].empty() ? "" : "channel and candidate actions", paint);
 }
 
-std::vector<std::string_view> ActionWords()
-{
-    std::vector<std::string_view> vWords;
-    for (const auto& stWord : kActionWords) vWords.push_back(stWord.szWord);
-    for (const auto& szFlowWord : kFlowWords) vWords.emplace_back(szFlowWord[0]);
-    return vWords;
-}
-
 Json::Value Status(int nStatus)
 {
     Json::Value value;

@@ -4,8 +4,6 @@
 #include <json/value.h>
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "text/Text.h"
 
@@ -17,7 +15,6 @@ std::string RenderVocabulary(const Json::Value& vocabulary, const CPaint& paint)
 // such.
 Json::Value Word(const std::string& strWord);
 std::string RenderWord(const Json::Value& word, const CPaint& paint);
-std::vector<std::string_view> ActionWords();  // all that an "action" may be
 
 // An answer of ca_get_conv_status in words, with its number.
 Json::Value Status(int nStatus);

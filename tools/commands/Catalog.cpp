@@ -3,6 +3,7 @@
 
 #include "catalog/Catalog.h"
 #include "commands/Command.h"
+#include "findings/Actions.h"
 #include "findings/JsonSchema.h"
 #include "findings/Suggestion.h"
 #include "parlo-api.h"
@@ -36,8 +37,7 @@ int RunActions(const Options& stOptions, const std::string& strWord)
 {
     const Json::Value value = strWord.empty() ? Vocabulary() : Word(strWord);
     if (value.isNull()) {
-        const std::string strSuggestion = DidYouMean(MostAlike(strWord, ActionWords()));
-        Complain(Quoted(strWord) + " is no action" + (strSuggestion.empty() ? "" : "; " + strSuggestion));
+        Complain(Quoted(strWord) + " is no action" + DidYouMean(MostAlike(strWord, ActionWords()), "; "));
         return kExitFailure;
     }
     const auto pRender = strWord.empty() ? &RenderVocabulary : &RenderWord;

@@ -25,7 +25,7 @@ bool CheckFile(const std::string& strFile, const Options& stOptions, const Check
     if (!ReadAll(strFile, strText, strReason))
         strReason = strFile + " cannot be read: " + strReason;
     else
-        AddRulesBeside(strFile, stRules, strReason);
+        strReason = AddRulesBeside(strFile, stRules);
     if (!strReason.empty()) Fail(strReason);
     if (!strReason.empty()) return false;
 

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
@@ -26,30 +25,18 @@ struct SetOption {
     const char* szFlag;
     const char* szVariable;
     const char* szHelp;
-    std::vector<const char*> vValues;  // patterns of the shell
-    const char* szOther;               // what any other value is
+    const char* szPattern;  // of the shell, for the values that it may have
+    const char* szOther;    // what any other value is
 };
 
-const SetOption kSetOptions[] = {
-    {"--country",
-     "PARLO_COUNTRY",
-     "the set's country code, or none (US)",
-     {"[A-Z][A-Z]", "none", ""},
+constexpr SetOption kSetOptions[] = {
+    {"--country", "PARLO_COUNTRY", "the set's country code, or none (US)", "@([A-Z][A-Z]|none|)",
      " is neither a code like US nor none"},
-    {"--language",
-     "PARLO_LANGUAGE",
-     "the voice language, or none (en_US)",
-     {"[a-z][a-z]_[A-Z][A-Z]", "none", ""},
+    {"--language", "PARLO_LANGUAGE", "the voice language, or none (en_US)", "@([a-z][a-z]_[A-Z][A-Z]|none|)",
      " is neither a code like en_US nor none"},
-    {"--voice-recog",
-     "PARLO_VOICE_RECOG",
-     "whether the set recognises voice (1)",
-     {"0", "1", "none"},
+    {"--voice-recog", "PARLO_VOICE_RECOG", "whether the set recognises voice (1)", "@(0|1|none)",
      " is not one of 0, 1, none"},
-    {"--log",
-     "PARLO_LOG",
-     "what of the library's log goes to standard error (off)",
-     {"off", "error", "debug"},
+    {"--log", "PARLO_LOG", "what of the library's log goes to standard error (off)", "@(off|error|debug)",
      " is not one of off, error, debug"},
 };
 
@@ -70,14 +57,6 @@ std::vector<std::string> Arguments(int argc, char** argv)
     return vArguments;
 }
 
-// "did you mean "--json"?", with what stands before it; nothing when nothing is like it.
-std::string Suggestion(const std::string& strWord, const std::vector<std::string>& vKnown)
-{
-    const std::vector<std::string_view> vWords(vKnown.begin(), vKnown.end());
-    const std::string strSuggestion = DidYouMean(MostAlike(strWord, vWords));
-    return strSuggestion.empty() ? std::string() : ", " + strSuggestion;
-}
-
 // What is wrong with the first argument that nobody took; empty when all were taken. It comes first: what else is
 // wrong may follow from it.
 std::string WrongArgument(const CLI::App& app)
@@ -93,22 +72,23 @@ std::string WrongArgument(const CLI::App& app)
     for (const std::string& strLeft : vLeft) {
         if (strLeft.size() < 2 || strLeft.front() != '-') continue;
         const std::string strName = strLeft.substr(0, strLeft.find('='));
-        return "unknown option " + Quoted(strName) + Suggestion(strName, vNames);
+        return "unknown option " + Quoted(strName) +
+               DidYouMean(MostAlike(strName, {vNames.begin(), vNames.end()}), ", ");
     }
     if (vApps.size() > 1) return Quoted(vLeft.front()) + " is one argument too many";
     vNames.clear();
     for (const CLI::App* pEach : app.get_subcommands(nullptr)) vNames.push_back(pEach->get_name());
-    return "unknown command " + Quoted(vLeft.front()) + Suggestion(vLeft.front(), vNames);
+    return "unknown command " + Quoted(vLeft.front()) +
+           DidYouMean(MostAlike(vLeft.front(), {vNames.begin(), vNames.end()}), ", ");
 }
 
 // What is wrong with a value of the set; empty when nothing is.
 std::string WrongValue(const SetOption& stOption, const std::string& strValue)
 {
-    const auto Fits = [&strValue](const char* szPattern) { return fnmatch(szPattern, strValue.c_str(), 0) == 0; };
-    const auto& vValues = stOption.vValues;
+    const bool bFits = fnmatch(stOption.szPattern, strValue.c_str(), FNM_EXTMATCH) == 0;
     // The program itself looks at the last one.
     if (&stOption != std::end(kSetOptions) - 1 && !SubstituteAnswers()) return "this set answers by itself";
-    return std::any_of(vValues.begin(), vValues.end(), Fits) ? std::string() : Quoted(strValue) + stOption.szOther;
+    return bFits ? std::string() : Quoted(strValue) + stOption.szOther;
 }
 
 std::string WrongVariable()

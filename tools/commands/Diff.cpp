@@ -52,7 +52,6 @@ bool TellDifference(const Told* pOne, const Told* pOther, const CPaint& paint)
 {
     if (pOne == nullptr || pOther == nullptr) {
         const Told* const pAlone = pOne == nullptr ? pOther : pOne;
-        if (pAlone == nullptr) return false;
         Print(paint.Title(Shown(pAlone->strSource)) + "\n    has no counterpart\n");
         return true;
     }

@@ -7,6 +7,7 @@
 #include "commands/Command.h"
 #include "comparing/Difference.h"
 #include "comparing/JUnit.h"
+#include "findings/Check.h"
 #include "reading/Expectation.h"
 #include "session/Session.h"
 #include "text/Output.h"
@@ -43,9 +44,9 @@ private:
 };
 
 // The outcome under the names that an expectation may use.
-Json::Value Outcome(const Case& stCase, bool bCompact)
+Json::Value Outcome(const Case& stCase)
 {
-    Json::Value outcome = OutcomeJson(stCase, bCompact);
+    Json::Value outcome = OutcomeJson(stCase, false);
     outcome["refused"] = !stCase.bAccepted;
     return outcome;
 }
@@ -53,12 +54,10 @@ Json::Value Outcome(const Case& stCase, bool bCompact)
 // What the line should expect: the parts that it names so far, or everything that is filled.
 Json::Value Renewed(const Case& stCase, const Json::Value& expect)
 {
-    if (!stCase.bAccepted) {
-        Json::Value refused;
-        refused["refused"] = true;
-        return refused;
-    }
-    Json::Value part = PartLike(Outcome(stCase, false), expect);
+    Json::Value part;
+    part["refused"] = true;
+    if (!stCase.bAccepted) return part;
+    part = PartLike(Outcome(stCase), expect);
     if (part.isObject() && !part.empty() && expect["refused"] != true) return part;
     part = OutcomeJson(stCase, true);
     part.removeMember("accepted");
@@ -68,11 +67,7 @@ Json::Value Renewed(const Case& stCase, const Json::Value& expect)
 // Whether the expectation names a field that there is not, whatever the outcome.
 bool IsMisspelt(const Case& stCase, const Json::Value& expect)
 {
-    const CADataRepository::_ConvActionInfo fresh;
-    Case stAny;
-    stAny.bAccepted = true;
-    stAny.pInfo = stCase.bAccepted ? stCase.pInfo : &fresh;
-    Json::Value names = Outcome(stAny, false);
+    Json::Value names = stCase.bAccepted ? Outcome(stCase) : OutcomeNames();
     names["reason"] = "";
     const std::vector<Difference> vDifferences = Differences(expect, names, true);
     return std::any_of(vDifferences.begin(), vDifferences.end(),
@@ -84,7 +79,7 @@ std::vector<std::string> Failures(const Case& stCase, const Json::Value& expect)
     if (expect.isNull()) return {Shown(stCase.strRefusal)};
     if (!expect.isObject()) return {"\"expect\" is no object"};
     std::vector<std::string> vFailures;
-    for (const Difference& stDifference : Differences(expect, Outcome(stCase, false), true))
+    for (const Difference& stDifference : Differences(expect, Outcome(stCase), true))
         vFailures.push_back(DifferenceText(stDifference, "expected", "got"));
     if (!vFailures.empty() && !stCase.bAccepted) vFailures.back() += "\n    refused: " + Shown(stCase.strRefusal);
     return vFailures;

@@ -17,55 +17,40 @@ std::string Hint(const std::string& strName, const Json::Value& other)
     return DidYouMean(MostAlike(strName, {vNames.begin(), vNames.end()}));
 }
 
-class CComparison
+void Compare(const std::string& strPath, const Json::Value& one, const Json::Value& other, bool bPart,
+             std::vector<Difference>& vDifferences)
 {
-public:
-    explicit CComparison(bool bPart) : m_bPart(bPart) {}
-    void Compare(const std::string& strPath, const Json::Value& one, const Json::Value& other);
-
-    std::vector<Difference> m_vDifferences;
-
-private:
-    void Members(const std::string& strPath, const Json::Value& one, const Json::Value& other);
-    bool m_bPart;
-};
-
-void CComparison::Members(const std::string& strPath, const Json::Value& one, const Json::Value& other)
-{
-    const std::vector<std::string> vOne = one.getMemberNames();
-    std::set<std::string> names(vOne.begin(), vOne.end());
-    if (!m_bPart)
-        for (const std::string& strName : other.getMemberNames()) names.insert(strName);
-    for (const std::string& strName : names) {
-        std::string strMember = strPath;
-        strMember.append(strPath.empty() ? "" : ".").append(strName);
-        if (one.isMember(strName) && other.isMember(strName))
-            Compare(strMember, one[strName], other[strName]);
-        else if (one.isMember(strName))
-            m_vDifferences.push_back({strMember, JsonText(one[strName]), {}, m_bPart ? Hint(strName, other) : ""});
-        else
-            m_vDifferences.push_back({strMember, {}, JsonText(other[strName]), {}});
-    }
-}
-
-void CComparison::Compare(const std::string& strPath, const Json::Value& one, const Json::Value& other)
-{
-    if (one.isObject() && other.isObject()) return Members(strPath, one, other);
-    if (!one.isArray() || !other.isArray() || one.size() != other.size()) {
-        if (one != other) m_vDifferences.push_back({strPath, JsonText(one), JsonText(other), {}});
+    if (one.isArray() && other.isArray() && one.size() == other.size()) {
+        for (Json::ArrayIndex i = 0; i < one.size(); ++i)
+            Compare(strPath + '[' + std::to_string(i) + ']', one[i], other[i], bPart, vDifferences);
         return;
     }
-    for (Json::ArrayIndex i = 0; i < one.size(); ++i)
-        Compare(strPath + '[' + std::to_string(i) + ']', one[i], other[i]);
+    if (!one.isObject() || !other.isObject()) {
+        if (one != other) vDifferences.push_back({strPath, JsonText(one), JsonText(other), {}});
+        return;
+    }
+    const std::vector<std::string> vOne = one.getMemberNames();
+    std::set<std::string> names(vOne.begin(), vOne.end());
+    if (!bPart)
+        for (const std::string& strName : other.getMemberNames()) names.insert(strName);
+    for (const std::string& strName : names) {
+        const std::string strMember = strPath + (strPath.empty() ? "" : ".") + strName;
+        if (one.isMember(strName) && other.isMember(strName))
+            Compare(strMember, one[strName], other[strName], bPart, vDifferences);
+        else if (one.isMember(strName))
+            vDifferences.push_back({strMember, JsonText(one[strName]), {}, bPart ? Hint(strName, other) : ""});
+        else
+            vDifferences.push_back({strMember, {}, JsonText(other[strName]), {}});
+    }
 }
 
 }  // namespace
 
 std::vector<Difference> Differences(const Json::Value& one, const Json::Value& other, bool bPart)
 {
-    CComparison comparison(bPart);
-    comparison.Compare("", one, other);
-    return std::move(comparison.m_vDifferences);
+    std::vector<Difference> vDifferences;
+    Compare("", one, other, bPart, vDifferences);
+    return vDifferences;
 }
 
 Json::Value PartLike(const Json::Value& value, const Json::Value& part)

@@ -19,13 +19,12 @@ constexpr Lookup kLookups[] = {
 };
 
 // The action word that counts: the last one that the command or its "params" give.
-std::string ActionOf(const Json::Value& command)
+std::string ActionOf(const Node& command)
 {
-    std::string strAction = TextOf(Child(command, "action"));
-    const Json::Value& params = Child(command, "params");
-    if (!params.isArray()) return strAction;
-    for (const Json::Value& param : params)
-        if (Child(param, "action").isString()) strAction = TextOf(Child(param, "action"));
+    std::string strAction = command.Member("action").Text();
+    const Node params = command.Member("params");
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        if (const Node action = params.Element(i).Member("action"); action.value.isString()) strAction = action.Text();
     return strAction;
 }
 
@@ -183,14 +182,14 @@ void TellCommands(CTeller& teller)
     const std::size_t nCount = vRead.size();
     const std::size_t nBefore = vAll.size() > nCount ? vAll.size() - nCount : 0;  // commands that an earlier reply left
     const bool bFollowUps = teller.Find("t_Get2ndAction", "2ndeAction is ") != nullptr;
-    const Json::Value& commands = Child(teller.Rsp(), "tvcontrol");
+    const Node commands = teller.Rsp().Member("tvcontrol");
     for (std::size_t i = 0; i < nCount; ++i) {
         const std::size_t n = nBefore + i;
-        const Json::Value& command = Element(commands, i);
+        const Node command = commands.Element(static_cast<Json::ArrayIndex>(i));
         const std::string strAction =
-            command.isNull() ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr) : ActionOf(command);
+            command.value.isNull() ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr) : ActionOf(command);
         teller.Begin("command " + std::to_string(i + 1) + " of " + std::to_string(nCount) + ": " + Quoted(strAction),
-                     "/rsp/tvcontrol/" + std::to_string(i));
+                     command.strPointer);
         if (!teller.m_stCase.bAccepted) continue;
         if (n == 0)
             TellFirst(teller);

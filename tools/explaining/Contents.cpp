@@ -70,10 +70,11 @@ void TellItem(CTeller& teller, const std::vector<const LogLine*>& vLines)
 }
 
 // What the item is called: by the reply, or by the log where there is none.
-std::string TitleOf(const Json::Value& item, const std::vector<const LogLine*>& vLines)
+std::string TitleOf(const Node& item, const std::vector<const LogLine*>& vLines)
 {
-    const Json::Value& title = Child(item, "title");
-    if (!item.isNull()) return TextOf(title.isString() ? title : Child(Child(item, "app_info"), "title"));
+    const Node title = item.Member("title");
+    if (!item.value.isNull())
+        return title.value.isString() ? title.Text() : item.Member("app_info").Member("title").Text();
     for (const LogLine* pLine : vLines) {
         const std::size_t nTitle = pLine->strMessage.find("Content:");
         const std::size_t nArrow = pLine->strMessage.find("->", std::min(nTitle, pLine->strMessage.size()));
@@ -99,22 +100,21 @@ void TellEnd(CTeller& teller)
 
 std::size_t KeptItems(const CTeller& teller)
 {
-    std::size_t nKept = 0;
-    for (const LogLine& stLine : teller.m_stCase.vLog) nKept += IsKept(stLine) ? 1 : 0;
-    return nKept;
+    const std::vector<LogLine>& vLog = teller.m_stCase.vLog;
+    return static_cast<std::size_t>(std::count_if(vLog.begin(), vLog.end(), IsKept));
 }
 
 void TellContents(CTeller& teller)
 {
     const std::vector<std::vector<const LogLine*>> vItems = Items(teller);
-    const Json::Value& contents = Child(teller.Rsp(), "tvcontent");
+    const Node contents = teller.Rsp().Member("tvcontent");
     for (std::size_t i = 0; i < vItems.size(); ++i) {
         const LogLine& stFirst = *vItems[i].front();
         const std::string strType = Is(stFirst, kReplyReader, "Type[") ? Behind(stFirst, "Type[") : "";
-        const std::string strTitle = TitleOf(Element(contents, i), vItems[i]);
+        const Node item = contents.Element(static_cast<Json::ArrayIndex>(i));
         teller.Begin("content " + std::to_string(i + 1) + " of " + std::to_string(vItems.size()) + ": " +
-                         (strType.empty() ? std::string() : Shown(strType) + ' ') + Quoted(strTitle),
-                     "/rsp/tvcontent/" + std::to_string(i));
+                         (strType.empty() ? std::string() : Shown(strType) + ' ') + Quoted(TitleOf(item, vItems[i])),
+                     item.strPointer);
         TellItem(teller, vItems[i]);
     }
     teller.Begin("contents", "/rsp/tvcontent");

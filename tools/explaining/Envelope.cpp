@@ -17,11 +17,11 @@ bool IsWholeLog(const CTeller& teller)
 }
 
 // `pRecord`: the line that says that it is in the record; null: it is not, or another one is.
-void TellRequest(CTeller& teller, const std::string& strName, const Json::Value& request, bool bLast,
-                 const LogLine* pStored, const LogLine* pRecord)
+void TellRequest(CTeller& teller, const std::string& strName, const Node& request, bool bLast, const LogLine* pStored,
+                 const LogLine* pRecord)
 {
-    const std::string strAction = TextOf(Child(request, "action"));
-    const std::string strWhat = request.isObject() ? strName + ": " + Quoted(strAction) : strName;
+    const std::string strAction = request.Member("action").Text();
+    const std::string strWhat = request.value.isObject() ? strName + ": " + Quoted(strAction) : strName;
     if (bLast && pRecord != nullptr) return teller.Say(strWhat + "; it is in the record", pRecord);
     teller.Say(strWhat + (!bLast                      ? "; a later request replaces it: ignored"
                           : teller.m_stCase.bAccepted ? "; it does not reach the record"
@@ -51,7 +51,7 @@ void TellSentence(CTeller& teller)
 void TellRequests(CTeller& teller)
 {
     teller.Begin("display control", "/rsp/displaycontrol");
-    const Json::Value& requests = Child(teller.Rsp(), "displaycontrol");
+    const Node requests = teller.Rsp().Member("displaycontrol");
     const std::vector<const LogLine*> vTypes = teller.FindAll("t_ParseDisplayControl", "disobj type is ");
     const std::vector<const LogLine*> vStored = teller.FindAll("SetDisplayControlResult", "");
     const LogLine* pRecord = teller.Find("t_SetSpeechInfo", "nAction:");
@@ -64,7 +64,8 @@ void TellRequests(CTeller& teller)
             continue;
         }
         if (nStored == vStored.size()) return;
-        TellRequest(teller, strName, Element(requests, i), nStored + 1 == vStored.size(), vStored[nStored], pRecord);
+        TellRequest(teller, strName, requests.Element(static_cast<Json::ArrayIndex>(i)), nStored + 1 == vStored.size(),
+                    vStored[nStored], pRecord);
         ++nStored;
     }
 }

@@ -5,6 +5,7 @@
 
 #include "explaining/Render.h"
 #include "explaining/Teller.h"
+#include "findings/FindingText.h"
 #include "records/RecordJson.h"
 
 namespace
@@ -21,14 +22,9 @@ std::string FindingText(const Finding& stFinding)
 
 Json::Value FindingValue(const Finding& stFinding)
 {
-    Json::Value value;
-    value["severity"] = SeverityWord(stFinding.eSeverity);
-    value["code"] = stFinding.strCode;
-    value["pointer"] = stFinding.strPointer;
-    value["line"] = static_cast<Json::UInt64>(stFinding.nLine);
-    if (stFinding.nColumn > 0) value["column"] = static_cast<Json::UInt64>(stFinding.nColumn);
-    value["text"] = stFinding.strText;
-    if (!stFinding.strSuggestion.empty()) value["suggestion"] = stFinding.strSuggestion;
+    Json::Value value = FindingMembers(stFinding);
+    if (stFinding.nColumn == 0) value.removeMember("column");
+    if (stFinding.strSuggestion.empty()) value.removeMember("suggestion");
     return value;
 }
 

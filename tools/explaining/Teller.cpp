@@ -88,11 +88,6 @@ const LogLine* CTeller::FindLast(std::string_view szFunction, std::string_view s
     return vFound.empty() ? nullptr : vFound.back();
 }
 
-std::string TextOf(const Json::Value& value)
-{
-    return value.isString() ? value.asString() : std::string();
-}
-
 CTeller::CTeller(const Case& stCase) : m_stCase(stCase)
 {
     const ServerReply& stReply = stCase.stReply;

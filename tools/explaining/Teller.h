@@ -1,33 +1,15 @@
 // What the parts of an explanation share: the case, its log, and the section that is being told.
 #pragma once
 
-#include <json/value.h>
-
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "findings/Finding.h"
+#include "findings/Report.h"
 #include "session/Case.h"
 
 constexpr const char* kReplyReader = "t_ParseSearchServer";
-
-// The member `szKey`; null when it is missing or `parent` is not an object.
-inline const Json::Value& Child(const Json::Value& parent, const char* szKey)
-{
-    return parent.isObject() ? parent[szKey] : Json::Value::nullSingleton();
-}
-
-// The n-th element; null when there is none or `list` is no list.
-inline const Json::Value& Element(const Json::Value& list, std::size_t n)
-{
-    const bool bThere = list.isArray() && n < list.size();
-    return bThere ? list[static_cast<Json::ArrayIndex>(n)] : Json::Value::nullSingleton();
-}
-
-// The text of a JSON string; empty for anything else.
-std::string TextOf(const Json::Value& value);
 
 // Whether it is a line of `szFunction` whose message begins with `szStart`.
 bool Is(const LogLine& stLine, std::string_view szFunction, std::string_view szStart);
@@ -72,7 +54,7 @@ public:
     std::vector<Section> Sections() &&;
 
     const Case& m_stCase;
-    const Json::Value& Rsp() const { return Child(m_root, "rsp"); }
+    Node Rsp() const { return Node{m_root, ""}.Member("rsp"); }
 
 private:
     Json::Value m_root;

@@ -5,6 +5,13 @@
 
 using namespace CADataRepository;
 
+std::vector<std::string_view> ActionWords()
+{
+    std::vector<std::string_view> vWords = AllOf<kActionWords>();
+    vWords.insert(vWords.end(), {"display_content", "search_failed"});
+    return vWords;
+}
+
 ActionRow RowOf(std::string_view szWord)
 {
     int nCode = 0;

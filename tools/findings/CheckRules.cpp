@@ -62,31 +62,27 @@ bool CheckRules::Wants(const Finding& stFinding) const
 std::string WrongCode(const std::string& strCode)
 {
     if (std::find(std::begin(kCodes), std::end(kCodes), strCode) != std::end(kCodes)) return {};
-    const std::string strSuggestion = DidYouMean(Nearest(strCode, {std::begin(kCodes), std::end(kCodes)}));
-    return Quoted(strCode) + " is no code of a finding" + (strSuggestion.empty() ? "" : ", " + strSuggestion);
+    return Quoted(strCode) + " is no code of a finding" +
+           DidYouMean(Nearest(strCode, {std::begin(kCodes), std::end(kCodes)}), ", ");
 }
 
-bool AddRulesBeside(const std::string& strFile, CheckRules& stRules, std::string& strReason)
+std::string AddRulesBeside(const std::string& strFile, CheckRules& stRules)
 {
     namespace fs = std::filesystem;
     std::error_code error;
     fs::path folder = fs::absolute(strFile == "-" ? "." : strFile, error).lexically_normal();
     if (!fs::is_directory(folder, error)) folder = folder.parent_path();
     while (!fs::is_regular_file(folder / ".parlo-check", error)) {
-        if (folder == folder.parent_path()) return true;
+        if (folder == folder.parent_path()) return {};
         folder = folder.parent_path();
     }
     std::string strText;
+    std::string strReason;
     const std::string strRules = folder / ".parlo-check";
-    if (!ReadAll(strRules, strText, strReason)) {
-        strReason = strRules + " cannot be read: " + strReason;
-        return false;
-    }
+    if (!ReadAll(strRules, strText, strReason)) return strRules + " cannot be read: " + strReason;
     std::istringstream lines(strText);
     std::size_t nLine = 0;
-    std::string strWrong;
-    for (std::string strLine; strWrong.empty() && std::getline(lines, strLine); ++nLine)
-        strWrong = AddLine(strLine, stRules);
-    if (!strWrong.empty()) strReason = strRules + ':' + std::to_string(nLine) + ": " + strWrong;
-    return strReason.empty();
+    for (std::string strLine; strReason.empty() && std::getline(lines, strLine); ++nLine)
+        strReason = AddLine(strLine, stRules);
+    return strReason.empty() ? strReason : strRules + ':' + std::to_string(nLine) + ": " + strReason;
 }

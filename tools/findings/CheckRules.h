@@ -19,5 +19,6 @@ struct CheckRules {
 std::string WrongCode(const std::string& strCode);
 
 // Adds what the file ".parlo-check" beside `strFile` says, or the first one in the folders above: an option a line as
-// on the command line; blank lines and those that begin with '#' say nothing. False with the reason when it is wrong.
-bool AddRulesBeside(const std::string& strFile, CheckRules& stRules, std::string& strReason);
+// on the command line; blank lines and those that begin with '#' say nothing. Returns what is wrong with it; empty when
+// nothing is.
+std::string AddRulesBeside(const std::string& strFile, CheckRules& stRules);

@@ -2,6 +2,7 @@
 #include "findings/Description.h"
 
 #include "CADataRepository.h"
+#include "findings/Actions.h"
 
 namespace Description
 {
@@ -11,26 +12,10 @@ namespace
 
 using namespace CADataRepository;
 
-template <const auto& kWords>
-std::vector<std::string_view> All()
-{
-    std::vector<std::string_view> vWords;
-    for (const auto& stWord : kWords) vWords.push_back(stWord.szWord);
-    return vWords;
-}
-
-// The actions, and two words that stand for a way of handling the reply and have no code.
-std::vector<std::string_view> Actions()
-{
-    std::vector<std::string_view> vWords = All<kActionWords>();
-    vWords.insert(vWords.end(), {"display_content", "search_failed"});
-    return vWords;
-}
-
 // None, or what the viewer was after.
 std::vector<std::string_view> Intents()
 {
-    std::vector<std::string_view> vWords = All<kIntentWords>();
+    std::vector<std::string_view> vWords = AllOf<kIntentWords>();
     vWords.emplace_back("");
     return vWords;
 }
@@ -53,9 +38,7 @@ constexpr Key kDialogKeys[] = {
 };
 constexpr Object kDialog = Make("Dialog", "\"dialog\"", "Where in the dialog this reply stands.", kDialogKeys);
 
-constexpr Key kNluInfoKeys[] = {
-    {"dialog_type", Type::INTEGER, "The dialog's type. Without it the last one stays."},
-};
+constexpr Key kNluInfoKeys[] = {{"dialog_type", Type::INTEGER, "The dialog's type. Without it the last one stays."}};
 constexpr Object kNluInfo =
     Make("NluInfo", "\"nlu_info\"", "What the language engine found.", kNluInfoKeys, Reading::TAKE);
 
@@ -98,9 +81,7 @@ constexpr Key kUMDChannelKeys[] = {
 constexpr Object kUMDChannel =
     Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.", kUMDChannelKeys);
 
-constexpr Key kUMDElementKeys[] = {
-    Key{"umd_channel", Type::OBJECT, "The channel itself."}.Of(kUMDChannel),
-};
+constexpr Key kUMDElementKeys[] = {Key{"umd_channel", Type::OBJECT, "The channel itself."}.Of(kUMDChannel)};
 constexpr Object kUMDElement = Make("CableChannelEntry", "an object of \"umd_channels\"",
                                     "Holds one channel of a cable or satellite line-up.", kUMDElementKeys);
 
@@ -122,7 +103,7 @@ constexpr Key kParamKeys[] = {
     {"website", Type::TEXT, "The address of a page."},
     {"type", Type::TEXT, "A type. No action takes it."},
     {"channel_no", Type::TEXT, "The number of a channel."},
-    Key{"action", Type::TEXT, "Replaces the command's action."}.OneOf(Actions),
+    Key{"action", Type::TEXT, "Replaces the command's action."}.OneOf(ActionWords),
     Key{"names", Type::SCALARS, "Names to choose from. They replace earlier ones."}.Otherwise("clears the names"),
     Key{"channels", Type::OBJECTS, "Channels to choose from."}.Of(kChannel),
     Key{"umd_channels", Type::OBJECTS, "Channels of a line-up, behind \"channels\"."}.Of(kUMDElement),
@@ -137,7 +118,7 @@ namespace
 {
 
 constexpr Key kCommandKeys[] = {
-    Key{"action", Type::TEXT, "What the set shall do."}.Needed().OneOf(Actions),
+    Key{"action", Type::TEXT, "What the set shall do."}.Needed().OneOf(ActionWords),
     Key{"intent", Type::TEXT,
         "What the viewer was after. Looked up beside names to choose from, of two or three commands."}
         .OneOf(Intents),
@@ -155,7 +136,9 @@ constexpr Object kRequestParam = Make("DisplayParam", "an object of \"params\"",
                                       kRequestParamKeys, Reading::TAKE);
 
 constexpr Key kRequestKeys[] = {
-    Key{"action", Type::TEXT, "What shall happen to the entries."}.OneOf(All<kDisplayActionWords>).Otherwise("code -1"),
+    Key{"action", Type::TEXT, "What shall happen to the entries."}
+        .OneOf(AllOf<kDisplayActionWords>)
+        .Otherwise("code -1"),
     Key{"params", Type::OBJECTS, "The entries that are meant."}.Of(kRequestParam),
 };
 constexpr Object kRequest = Make("DisplayRequest", "an object of \"displaycontrol\"",
@@ -194,7 +177,7 @@ constexpr Key kRuleKeys[] = {
     Key{"cycle", Type::TEXT, "The distance between two positions, as a decimal text; 0 for one only."}.Decimal(),
     Key{"rule", Type::TEXT, "Where the rule puts entries."}
         .Needed()
-        .OneOf(All<kSortRuleWords>)
+        .OneOf(AllOf<kSortRuleWords>)
         .Otherwise("takes over the type of the rule before it"),
 };
 constexpr Object kRule =
@@ -202,7 +185,7 @@ constexpr Object kRule =
 
 constexpr Key kEntryKeys[] = {
     Key{"category", Type::TEXT, "The source of results that is meant."}
-        .OneOf(All<kSchemaCategoryWords>)
+        .OneOf(AllOf<kSchemaCategoryWords>)
         .Otherwise("takes over the category of the entry before it"),
     Key{"rules", Type::OBJECTS, "The rules, in order."}.Of(kRule),
 };

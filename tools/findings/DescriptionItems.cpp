@@ -36,9 +36,7 @@ constexpr Key kImagesKeys[] = {
 };
 constexpr Object kImages = Make("Images", "\"images\"", "A picture in several sizes.", kImagesKeys);
 
-constexpr Key kPosterKeys[] = {
-    Key{"images", Type::OBJECT, "The picture."}.Of(kImages),
-};
+constexpr Key kPosterKeys[] = {Key{"images", Type::OBJECT, "The picture."}.Of(kImages)};
 constexpr Object kPoster = Make("Poster", "\"poster\"", kPosterComment, kPosterKeys);
 
 constexpr Key kAppPosterKeys[] = {

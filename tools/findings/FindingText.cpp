@@ -90,19 +90,26 @@ std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, co
            paint.Label('^' + std::string(nMarks - 1, '~')) + '\n';
 }
 
-std::string FindingJson(const std::string& strFile, const Finding& stFinding)
+Json::Value FindingMembers(const Finding& stFinding)
 {
     Json::Value object;
-    object["file"] = strFile;
     object["line"] = static_cast<Json::UInt64>(stFinding.nLine);
     object["column"] = static_cast<Json::UInt64>(stFinding.nColumn);
-    object["offset"] = static_cast<Json::UInt64>(stFinding.nOffset);
-    object["length"] = static_cast<Json::UInt64>(stFinding.nLength);
     object["severity"] = SeverityWord(stFinding.eSeverity);
     object["code"] = stFinding.strCode;
     object["pointer"] = stFinding.strPointer;
-    object["text"] = stFinding.strText + OtherPlace(stFinding);
+    object["text"] = stFinding.strText;
     object["suggestion"] = stFinding.strSuggestion;
+    return object;
+}
+
+std::string FindingJson(const std::string& strFile, const Finding& stFinding)
+{
+    Json::Value object = FindingMembers(stFinding);
+    object["file"] = strFile;
+    object["offset"] = static_cast<Json::UInt64>(stFinding.nOffset);
+    object["length"] = static_cast<Json::UInt64>(stFinding.nLength);
+    object["text"] = stFinding.strText + OtherPlace(stFinding);
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
     return EscapedInJson(Json::writeString(builder, object)) + '\n';

@@ -1,6 +1,8 @@
 // A finding as a line for editors, as an excerpt for a person, as JSON for programs.
 #pragma once
 
+#include <json/value.h>
+
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,9 @@ std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, co
 
 // A line that GitHub makes an annotation of.
 std::string FindingGithub(const std::string& strFile, const Finding& stFinding);
+
+// Its members in JSON, without the file.
+Json::Value FindingMembers(const Finding& stFinding);
 
 // One object on one line, in ASCII.
 std::string FindingJson(const std::string& strFile, const Finding& stFinding);

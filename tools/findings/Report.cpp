@@ -36,7 +36,7 @@ Node Node::Member(std::string_view szKey) const
 
 Node Node::Element(Json::ArrayIndex n) const
 {
-    return {value[n], strPointer + '/' + std::to_string(n)};
+    return {value.isArray() ? value[n] : Json::Value::nullSingleton(), strPointer + '/' + std::to_string(n)};
 }
 
 std::string Node::Text() const

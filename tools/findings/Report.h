@@ -17,7 +17,7 @@ struct Node {
     std::string strPointer;
 
     Node Member(std::string_view szKey) const;  // null when there is none
-    Node Element(Json::ArrayIndex n) const;
+    Node Element(Json::ArrayIndex n) const;     // the same
     bool Has(std::string_view szKey) const { return !Member(szKey).value.isNull(); }
     Json::ArrayIndex Size() const { return value.isArray() ? value.size() : 0; }
     std::string Text() const;  // empty when it is no text

@@ -12,6 +12,7 @@ namespace
 
 constexpr std::size_t kLongestWord = 64;  // longer ones are no slip of a word that is known
 
+// Words that differ in case, blanks, underscores and hyphens only are the same.
 std::string Plain(std::string_view szWord)
 {
     std::string strPlain;
@@ -54,12 +55,6 @@ std::size_t Slips(const std::string& strFrom, const std::string& strTo)
         }
     }
     return vRow.back();
-}
-
-// Whether two words differ at most in case, blanks, underscores and hyphens.
-bool AreAlike(std::string_view szOne, std::string_view szOther)
-{
-    return Plain(szOne) == Plain(szOther);
 }
 
 // The first of `vWords` that `szWord` may be short for: all its characters are there in order, the first one first.
@@ -123,7 +118,7 @@ std::string_view SameMeaning(std::string_view szWord, const std::vector<std::str
     for (const auto& [szOne, szOther] : kSameMeanings)
         for (const std::string& strChanged : {Changed(szOne, szOther), Changed(szOther, szOne)})
             for (const std::string_view szCandidate : vWords)
-                if (!strChanged.empty() && AreAlike(strChanged, szCandidate)) return szCandidate;
+                if (!strChanged.empty() && Plain(strChanged) == Plain(szCandidate)) return szCandidate;
     return {};
 }
 
@@ -135,7 +130,7 @@ std::string_view Nearest(std::string_view szWord, const std::vector<std::string_
     return szNearest.empty() ? Abbreviated(szWord, vWords) : szNearest;
 }
 
-std::string DidYouMean(std::string_view szWord)
+std::string DidYouMean(std::string_view szWord, const char* szBefore)
 {
-    return szWord.empty() ? std::string() : "did you mean " + Quoted(szWord) + '?';
+    return szWord.empty() ? std::string() : std::string(szBefore) + "did you mean " + Quoted(szWord) + '?';
 }

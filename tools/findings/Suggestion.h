@@ -14,5 +14,5 @@ std::string_view SameMeaning(std::string_view szWord, const std::vector<std::str
 // The first of `vWords` that is like `szWord` in any of these ways.
 std::string_view Nearest(std::string_view szWord, const std::vector<std::string_view>& vWords);
 
-// "did you mean \"volumeup\"?"; empty for an empty word.
-std::string DidYouMean(std::string_view szWord);
+// "did you mean \"volumeup\"?" behind `szBefore`; empty for an empty word.
+std::string DidYouMean(std::string_view szWord, const char* szBefore = "");

@@ -26,7 +26,6 @@ namespace
 constexpr std::size_t kLongestKept = 2000;  // bytes; some lines hold a whole reply
 
 LogSink g_Sink;
-int g_nQuiet = 0;
 LogFilter g_pWanted = nullptr;
 bool g_bLogged = false;  // whether lines go on to the platform's log, as long as there is a sink
 
@@ -91,16 +90,6 @@ CLogTap::~CLogTap()
     g_Sink = nullptr;
 }
 
-CLogQuiet::CLogQuiet()
-{
-    ++g_nQuiet;
-}
-
-CLogQuiet::~CLogQuiet()
-{
-    --g_nQuiet;
-}
-
 bool SubstituteAnswers()
 {
     Dl_info stFound{};
@@ -112,7 +101,7 @@ int __dlog_print(int priority, const char* tag, const char* format, ...)
 {
     const bool bWanted = IsWanted(format);
     const bool bLogged = g_Sink ? g_bLogged : IsLogged();
-    if (g_nQuiet > 0 || (!bWanted && !bLogged)) return 0;
+    if (CLogQuiet::IsQuiet() || (!bWanted && !bLogged)) return 0;
 
     using Writer = int (*)(int, const char*, const char*, ...);
     static const auto pPlatformLog = reinterpret_cast<Writer>(dlsym(RTLD_NEXT, "__dlog_print"));

@@ -37,10 +37,14 @@ public:
 class CLogQuiet
 {
 public:
-    CLogQuiet();
-    ~CLogQuiet();
+    CLogQuiet() { ++s_nQuiet; }
+    ~CLogQuiet() { --s_nQuiet; }
     CLogQuiet(const CLogQuiet&) = delete;
     CLogQuiet& operator=(const CLogQuiet&) = delete;
+    static bool IsQuiet() { return s_nQuiet > 0; }
+
+private:
+    static inline int s_nQuiet = 0;
 };
 
 // Whether the substitute of the television's functions answers, and no set's own libraries.

@@ -86,16 +86,12 @@ void CRefusal::Listen(const LogLine& stLine)
         m_bCodeZero = szRest == "0";
         m_strReason = "the server reported error " + std::string(szRest);
     }
-    for (const Meaning& stMeaning : kMeanings) Weigh(stLine, stMeaning.szMessage, stMeaning.szReason);
-}
-
-void CRefusal::Weigh(const LogLine& stLine, std::string_view szBegin, const char* szReason)
-{
-    std::string_view szRest;
-    if (!Behind(stLine.strMessage, szBegin, szRest)) return;
-    m_bCodeZero = false;
-    m_strReason = szReason;
-    m_strLine = stLine.strLine;
+    for (const Meaning& stMeaning : kMeanings) {
+        if (!Behind(stLine.strMessage, stMeaning.szMessage, szRest)) continue;
+        m_bCodeZero = false;
+        m_strReason = stMeaning.szReason;
+        m_strLine = stLine.strLine;
+    }
 }
 
 std::string CRefusal::Reason(std::string_view szReply) const

@@ -27,8 +27,6 @@ public:
     const std::string& Line() const { return m_strLine; }
 
 private:
-    void Weigh(const LogLine& stLine, std::string_view szBegin, const char* szReason);
-
     std::string m_strReason;
     std::string m_strLine;
     std::string m_strServerMessage;
