@@ -77,9 +77,8 @@ int RunDiff(const Options& stOptions)
     const CPaint paint = stOptions.Paint();
     bool bDiffer = false;
     for (std::size_t i = 0; i < std::max(vOne.size(), vOther.size()); ++i)
-        bDiffer =
-            TellDifference(i < vOne.size() ? &vOne[i] : nullptr, i < vOther.size() ? &vOther[i] : nullptr, paint) ||
-            bDiffer;
+        if (TellDifference(i < vOne.size() ? &vOne[i] : nullptr, i < vOther.size() ? &vOther[i] : nullptr, paint))
+            bDiffer = true;
     return bDiffer ? kExitFailure : kExitOk;
 }
 

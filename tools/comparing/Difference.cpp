@@ -34,7 +34,8 @@ void Compare(const std::string& strPath, const Json::Value& one, const Json::Val
     if (!bPart)
         for (const std::string& strName : other.getMemberNames()) names.insert(strName);
     for (const std::string& strName : names) {
-        const std::string strMember = strPath + (strPath.empty() ? "" : ".") + strName;
+        std::string strMember = strPath;
+        strMember.append(strPath.empty() ? "" : ".").append(strName);
         if (one.isMember(strName) && other.isMember(strName))
             Compare(strMember, one[strName], other[strName], bPart, vDifferences);
         else if (one.isMember(strName))

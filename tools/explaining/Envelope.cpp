@@ -55,11 +55,10 @@ void TellRequests(CTeller& teller)
     const std::vector<const LogLine*> vTypes = teller.FindAll("t_ParseDisplayControl", "disobj type is ");
     const std::vector<const LogLine*> vStored = teller.FindAll("SetDisplayControlResult", "");
     const LogLine* pRecord = teller.Find("t_SetSpeechInfo", "nAction:");
-    constexpr int kObject = Json::objectValue;
     std::size_t nStored = 0;
     for (std::size_t i = 0; i < vTypes.size(); ++i) {
         const std::string strName = "request " + std::to_string(i + 1);
-        if (NumberOf(*vTypes[i]) != kObject) {
+        if (NumberOf(*vTypes[i]) != Json::objectValue) {
             teller.Say(strName + " is no object: skipped", vTypes[i]);
             continue;
         }
