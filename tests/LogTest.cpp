@@ -12,7 +12,6 @@
 
 #include "Printable.h"
 #include "log/LogCalls.h"
-#include "log/LogExtract.h"
 #include "log/LogReplay.h"
 #include "parlo-api.h"
 

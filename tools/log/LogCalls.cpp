@@ -8,9 +8,6 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "log/LineCompare.h"
-#include "text/Text.h"
-
 namespace
 {
 
@@ -76,31 +73,12 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& 
     return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
 }
 
-// What a gap with a known place is, and what one of unknown place.
-std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
-{
-    if (stGap.bPlace)
-        return Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
-    if (!reply.HasSize()) return "how long the reply was";
-    if (reply.Pieces() >= reply.Wanted()) return "the order of the reply's pieces, of which there are too many";
-    return std::to_string(reply.Wanted() - reply.Pieces()) + " of the reply's " +
-           Count(reply.Wanted(), "piece", "pieces");
-}
-
 }  // namespace
 
 std::vector<std::string> LogCall::Missing() const
 {
     std::vector<std::string> vMissing = digest.Missing();
-    for (std::string& strMissing : MissingOfReply()) vMissing.push_back(std::move(strMissing));
-    return vMissing;
-}
-
-std::vector<std::string> LogCall::MissingOfReply() const
-{
-    std::vector<std::string> vMissing;
-    if (!reply.IsThere()) return vMissing;
-    for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
+    for (std::string& strMissing : reply.Missing()) vMissing.push_back(std::move(strMissing));
     return vMissing;
 }
 
@@ -122,7 +100,7 @@ void CLogCalls::Pause()
     for (auto& [key, stStream] : m_mapStreams) {
         if (!stStream.vHeld.empty() || stStream.Lacks()) continue;
         Finish(stStream);
-        if (stStream.call && stStream.call->digest.HasEnded()) Close(stStream);
+        if (stStream.call && stStream.call->digest.Has(ENDS)) Close(stStream);
     }
 }
 

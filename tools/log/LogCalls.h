@@ -41,10 +41,8 @@ struct LogCall {
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
-    // Everything that the log lost of it, in words, and of its reply alone. Empty: it is whole, as far as its lines can
-    // tell.
+    // Everything that the log lost of it, in words. Empty: it is whole, as far as its lines can tell.
     std::vector<std::string> Missing() const;
-    std::vector<std::string> MissingOfReply() const;
 };
 
 // What was logged in a process and thread.

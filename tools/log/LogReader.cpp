@@ -17,11 +17,6 @@ constexpr std::size_t kLongestLine = 1 << 16;  // bytes; more is dropped
 constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
                                        "CADataHandler", "CADataSortFilter", "CAImageSizeTable",  "parlo-api"};
 
-void AppendBounded(std::string& strText, std::string_view szMore)
-{
-    strText += szMore.substr(0, kLongestLine - std::min(strText.size(), kLongestLine));
-}
-
 }  // namespace
 
 void CLogReader::BeginFile(const std::string& strFile)
@@ -35,14 +30,9 @@ void CLogReader::Feed(std::string_view szBytes)
     std::string& strPart = m_stFile.strPart;
     while (!szBytes.empty()) {
         const std::size_t nEnd = szBytes.find('\n');
-        const std::string_view szPart = szBytes.substr(0, nEnd);
-        if (nEnd == std::string_view::npos) return AppendBounded(strPart, szPart);
+        strPart += szBytes.substr(0, std::min(nEnd, kLongestLine - strPart.size()));
+        if (nEnd == szBytes.npos) return;
         szBytes.remove_prefix(nEnd + 1);
-        if (strPart.empty()) {
-            TakeLine(szPart.substr(0, kLongestLine));
-            continue;
-        }
-        AppendBounded(strPart, szPart);
         TakeLine(strPart);
         strPart.clear();
     }
@@ -51,7 +41,6 @@ void CLogReader::Feed(std::string_view szBytes)
 void CLogReader::EndFile()
 {
     if (!m_stFile.strPart.empty()) TakeLine(m_stFile.strPart);
-    m_stFile.strPart.clear();
 }
 
 void CLogReader::TakeLine(std::string_view szLine)

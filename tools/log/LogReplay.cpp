@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
-#include "log/LineCompare.h"
 #include "parlo-api.h"
+#include "session/LogForm.h"
 
 namespace
 {
@@ -16,7 +16,94 @@ constexpr std::size_t kMostProcesses = 64;
 constexpr std::size_t kMostLeftBehind = 1 << 20;  // bytes of replies
 constexpr std::size_t kLongestUtterance = 1 << 20;
 constexpr int kUnsupported = 4;
+constexpr int kErrorPriority = 6;
+constexpr std::size_t kCutLine = 500;                    // bytes; a set's log may cut lines that are longer
+constexpr std::size_t kKeptLine = 1900;                  // bytes; more than that may be cut here
+constexpr std::string_view kAnswer = "GetData return:";  // what the television answers follows
 constexpr const char* kPlaceholder = "(utterance)";
+
+// Readers take blanks and colours off the end of a line.
+std::string_view Trimmed(std::string_view szText)
+{
+    szText = szText.substr(0, szText.find_last_not_of("\r\n") + 1);
+    CutShownColour(szText);
+    return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
+}
+
+std::string WithoutBlanks(std::string_view szText)
+{
+    std::string strText(szText);
+    const auto IsBlank = [](char c) { return std::string_view(" \t\r\n").find(c) != std::string_view::npos; };
+    strText.erase(std::remove_if(strText.begin(), strText.end(), IsBlank), strText.end());
+    return strText;
+}
+
+// Whether the lines of a message that has several stand in `szHere`, whatever blanks a log's reader has put between
+// them and whichever it has lost.
+bool HasLines(std::string_view szHere, std::string_view szSet)
+{
+    if (szSet.find('\n') == szSet.npos && szHere.find('\n') == szHere.npos) return false;
+    const std::string strHere = WithoutBlanks(szHere);
+    std::size_t nFound = 0;
+    for (std::size_t nStart = 0; nStart <= szSet.size() && nFound != strHere.npos;) {
+        const std::size_t nEnd = std::min(szSet.find('\n', nStart), szSet.size());
+        const std::string strLine = WithoutBlanks(szSet.substr(nStart, nEnd - nStart));
+        const std::size_t nLine = strHere.find(strLine, nFound);
+        nFound = nLine == strHere.npos ? nLine : nLine + strLine.size();
+        nStart = nEnd + 1;
+    }
+    return nFound != strHere.npos || szHere.size() >= kKeptLine;
+}
+
+bool IsSameMessage(std::string_view szSet, std::string_view szHere)
+{
+    if (Begins(szSet, kAnswer) && Begins(szHere, kAnswer)) return true;
+    szSet = Trimmed(szSet);
+    szHere = Trimmed(szHere);
+    if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
+    if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
+    // Behind the message there may be lines that only seem to belong to it.
+    const std::string_view szBehind = szSet.substr(szHere.size());
+    return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
+}
+
+bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
+{
+    const std::string_view szSet = stSet.strLine;
+    const std::string_view szHere = stHere.strLine;
+    return szSet.substr(0, szSet.find('(')) == szHere.substr(0, szHere.find('(')) &&
+           IsSameMessage(stSet.strMessage, stHere.strMessage);
+}
+
+// Compares the set's lines, which have no answers, with this library's. The numbers of the source lines are not
+// compared, nor is what the television's own functions answered. With `bCut` there were more lines than `vSet` has.
+// `bDebug`: the set is known to log at debug priority, as one of its lines may show.
+Comparison CompareLines(const std::vector<LogLine>& vSet, bool bCut, const std::vector<LogLine>& vHere, bool& bDebug)
+{
+    const auto IsDebug = [&vHere](std::size_t n) { return vHere[n].nPriority < kErrorPriority; };
+    std::vector<std::size_t> vMissing;
+    std::size_t nNext = 0;    // the set's line whose like is awaited
+    std::size_t nBehind = 0;  // where the lines behind the last one that the log has begin
+    for (std::size_t n = 0; n < vHere.size(); ++n) {
+        if (nNext == vSet.size() || !IsSameLine(vSet[nNext], vHere[n])) {
+            vMissing.push_back(n);
+            continue;
+        }
+        ++nNext;
+        nBehind = n + 1;
+        bDebug = bDebug || IsDebug(n);
+    }
+    if (nNext < vSet.size())
+        return {Comparison::Result::DIFFERS, "", vSet[nNext].strLine,
+                nBehind < vHere.size() ? vHere[nBehind].strLine : "", 0};
+    const auto IsNoLoss = [&](std::size_t n) { return (bCut && n >= nBehind) || (!bDebug && IsDebug(n)); };
+    vMissing.erase(std::remove_if(vMissing.begin(), vMissing.end(), IsNoLoss), vMissing.end());
+    if (vMissing.empty()) return {Comparison::Result::SAME, "", "", "", 0};
+    const auto Rank = [&](std::size_t n) { return std::pair(n >= nBehind, IsDebug(n)); };
+    const auto Before = [&](std::size_t a, std::size_t b) { return Rank(a) < Rank(b); };
+    const std::size_t nFirst = *std::min_element(vMissing.begin(), vMissing.end(), Before);
+    return {Comparison::Result::MISSING, "", "", vHere[nFirst].strLine, vMissing.size()};
+}
 
 // Hands a reply to the library; what it logs goes nowhere, what it says is the result.
 bool Ask(const std::string& strUtterance, std::string strReply)
@@ -38,7 +125,7 @@ template <typename Function>
 Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 {
     CCallDigest digest(call.digest.Kind());
-    CLineCompare compare(call.vLines, call.bLinesDropped, bDebug);
+    std::vector<LogLine> vHere;
     std::size_t nPieces = 0;
     {
         const CLogTap tap([&](const LogLine& stLine) {
@@ -48,12 +135,11 @@ Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
             }
             if (stLine.strMessage.rfind("###########strRawData", 0) == 0) nPieces = call.reply.Pieces();
             digest.Listen(stLine);
-            compare.Here(stLine);
+            if (!IsAnswer(stLine)) vHere.push_back(stLine);
         });
         ask();
     }
-    bDebug = compare.LogsDebug();
-    Comparison stResult = compare.Result();
+    Comparison stResult = CompareLines(call.vLines, call.bLinesDropped, vHere, bDebug);
     const bool bDecided = call.digest.GetResult() != CCallDigest::Result::UNKNOWN;
     const bool bSame = call.digest.GetResult() == digest.GetResult() && call.digest.Code() == digest.Code();
     if (stResult.eResult != Comparison::Result::DIFFERS && bDecided && !bSame && call.digest.Missing().empty()) {
@@ -68,38 +154,30 @@ Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 CLogReplay::~CLogReplay()
 {
     const CLogQuiet quiet;
-    const auto process = m_mapProcesses.find(m_strProcess);
-    if (process != m_mapProcesses.end() && process->second.bStarted) ca_uninitial();
+    if (m_pProcess != nullptr && m_pProcess->bStarted) ca_uninitial();
 }
 
 Comparison CLogReplay::Run(const LogCall& call)
 {
     Process& stProcess = Enter(call);
     call.stSet.Apply();
-    switch (call.digest.Kind()) {
-        case CallKind::START:
-            SetService(stProcess, call.digest.StartedTwice());
-            stProcess.bStarted = true;
-            return Compare(call, m_bDebug, [&call] { ca_initial_service(call.strAppName); });
-        case CallKind::STOP:
-            SetService(stProcess, !call.digest.NoService());
-            stProcess = Process();
-            return Compare(call, m_bDebug, [] { ca_uninitial(); });
-        case CallKind::STATUS:
-            SetService(stProcess, !call.digest.NoService());
-            return Compare(call, m_bDebug, [] { ca_get_conv_status(); });
-        case CallKind::REPLY:
-            SetService(stProcess, !call.digest.NoService());
-            return RunReply(call, stProcess);
+    const CallKind eKind = call.digest.Kind();
+    SetService(stProcess, eKind == CallKind::START ? call.digest.Has(TWICE) : !call.digest.Has(NO_SERVICE));
+    if (eKind == CallKind::REPLY) return RunReply(call, stProcess);
+    if (eKind == CallKind::STATUS) return Compare(call, m_bDebug, [] { ca_get_conv_status(); });
+    if (eKind == CallKind::START) {
+        stProcess.bStarted = true;
+        return Compare(call, m_bDebug, [&call] { ca_initial_service(call.strAppName); });
     }
-    return {};
+    stProcess = {false, false, {}, stProcess.nUsed};
+    return Compare(call, m_bDebug, [] { ca_uninitial(); });
 }
 
 std::optional<int> CLogReplay::Status(const LogCall& call)
 {
-    if (call.digest.Kind() != CallKind::STATUS || !call.digest.HasEnded()) return {};
+    if (call.digest.Kind() != CallKind::STATUS || !call.digest.Has(ENDS)) return {};
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
-    if (call.digest.Unsupported()) return kUnsupported;
+    if (call.digest.Has(UNSUPPORTED)) return kUnsupported;
     if (!call.stSet.strCountry || !call.stSet.strLanguage) return {};
     // The set came to compare country and language: that it recognises voice and has conversation there is sure.
     SetService(Enter(call), true);
@@ -114,21 +192,16 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
 // Puts the service into the state of the call's process.
 CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
 {
-    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
-        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-        const auto oldest = std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older);
-        if (oldest->first != m_strProcess) m_mapProcesses.erase(oldest);
-    }
-    if (m_strProcess != call.stPrefix.strProcess) {
-        const auto before = m_mapProcesses.find(m_strProcess);
-        const CLogQuiet quiet;
-        if (before != m_mapProcesses.end() && before->second.bStarted) ca_uninitial();
-    }
+    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses)
+        m_mapProcesses.erase(std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older));
     Process& stProcess = m_mapProcesses[call.stPrefix.strProcess];
     stProcess.nUsed = ++m_nTime;
-    if (std::exchange(m_strProcess, call.stPrefix.strProcess) == call.stPrefix.strProcess || !stProcess.bStarted)
-        return stProcess;
+    const Process* pBefore = std::exchange(m_pProcess, &stProcess);
+    if (pBefore == &stProcess) return stProcess;
     const CLogQuiet quiet;
+    if (pBefore != nullptr && pBefore->bStarted) ca_uninitial();
+    if (!stProcess.bStarted) return stProcess;
     ca_initial_service("parlo");
     for (const std::string& strReply : stProcess.vLeftBehind) Ask(kPlaceholder, strReply);
     return stProcess;
@@ -139,14 +212,11 @@ void CLogReplay::SetService(Process& stProcess, bool bStarted)
 {
     if (stProcess.bStarted == bStarted) return;
     const CLogQuiet quiet;
-    const std::size_t nUsed = stProcess.nUsed;
     if (bStarted)
         ca_initial_service("parlo");
     else
         ca_uninitial();
-    stProcess = Process();
-    stProcess.bStarted = bStarted;
-    stProcess.nUsed = nUsed;
+    stProcess = {bStarted, false, {}, stProcess.nUsed};
 }
 
 Comparison CLogReplay::Skip(const LogCall& call, Process& stProcess, const std::string& strWhy)
@@ -160,14 +230,12 @@ Comparison CLogReplay::Skip(const LogCall& call, Process& stProcess, const std::
     } else if (call.digest.GetResult() != CCallDigest::Result::REFUSED || call.digest.HasRecord()) {
         stProcess.bUnknown = true;
     }
-    Comparison stResult;
-    stResult.strWhy = strWhy;
-    return stResult;
+    return {Comparison::Result::NOT_COMPARED, strWhy, "", "", 0};
 }
 
 Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 {
-    if (call.digest.NoService()) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
+    if (call.digest.Has(NO_SERVICE)) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
     if (!call.strNoReply.empty()) {
         const std::size_t nLength = std::min(UtteranceLength(call.strNoReply), kLongestUtterance);
         return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });

@@ -6,6 +6,8 @@
 #include <tuple>
 #include <utility>
 
+#include "text/Text.h"
+
 namespace
 {
 
@@ -115,20 +117,19 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
     }
     if (bLong && eEscape == Escape::NONE && AddUnindented(strWhole)) return;
     m_bAltered = m_bAltered || strWhole.size() > nMost;
-    m_vLengths.push_back(strWhole.size());
     Append(strWhole);
 }
 
-void CLogReply::Append(std::string_view szText)
+void CLogReply::Append(std::string_view szPiece)
 {
-    m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
+    m_vLengths.push_back(szPiece.size());
+    m_strText += szPiece.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
 bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent)
 {
     for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
         if (!Fits(strPlain, nLength, eEscape)) continue;
-        m_vLengths.push_back(nLength);
         if (eEscape == Escape::NONE && strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
         Append(std::string_view(strPlain).substr(0, nLength));
         return true;
@@ -190,4 +191,28 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
         if (m_vLengths[i] < LengthOf(i))
             vGaps.push_back({true, i * kPiece + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
     return vGaps;
+}
+
+std::vector<std::string> CLogReply::Missing() const
+{
+    std::vector<std::string> vMissing;
+    if (!IsThere()) return vMissing;
+    for (const Gap& stGap : Gaps()) vMissing.push_back(GapText(stGap));
+    return vMissing;
+}
+
+// What a gap with a known place is, and what one of unknown place.
+std::string CLogReply::GapText(const Gap& stGap) const
+{
+    if (stGap.bPlace)
+        return Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
+    if (!m_nSize) return "how long the reply was";
+    if (Pieces() >= Wanted()) return "the order of the reply's pieces, of which there are too many";
+    return std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces");
+}
+
+const char* NameOf(CLogReply::State eState)
+{
+    constexpr const char* kNames[] = {"none", "whole", "cut", "gaps", "altered"};
+    return kNames[static_cast<int>(eState)];
 }

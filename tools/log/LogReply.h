@@ -53,8 +53,7 @@ public:
     void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
     bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
-    bool HasSize() const { return m_nSize.has_value(); }
-    std::size_t Size() const { return m_nSize.value_or(0); }
+    const std::optional<std::size_t>& Size() const { return m_nSize; }
     bool IsComplete() const { return m_nSize && m_vLengths.size() >= Wanted(); }
 
     // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
@@ -66,6 +65,9 @@ public:
     State GetState() const;
     std::vector<Gap> Gaps() const;
 
+    // The gaps in words; none of a reply that is not there at all.
+    std::vector<std::string> Missing() const;
+
     // What the log did to the pieces and was taken back, since then their size is right: "#ooo".
     const std::set<std::string>& Undone() const { return m_vUndone; }
 
@@ -75,7 +77,8 @@ public:
 
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
-    void Append(std::string_view szText);
+    std::string GapText(const Gap& stGap) const;
+    void Append(std::string_view szPiece);
     bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);
 
@@ -88,3 +91,6 @@ private:
     std::set<std::string> m_vUndone;
     std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
+
+// "none", "whole", "cut", "gaps", "altered"
+const char* NameOf(CLogReply::State eState);

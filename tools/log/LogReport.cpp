@@ -2,11 +2,16 @@
 #include "log/LogReport.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "catalog/Catalog.h"
-#include "log/LogExtract.h"
 #include "records/RecordJson.h"
 
 namespace
@@ -38,7 +43,7 @@ std::string OutcomeOf(const LogCall& call, const CallReport& stReport)
 std::string ReplyText(const CLogReply& reply)
 {
     std::string strText = std::string("reply ") + NameOf(reply.GetState()) + ": " + std::to_string(reply.Text().size());
-    if (reply.HasSize()) strText += " of " + std::to_string(reply.Size());
+    if (reply.Size()) strText += " of " + std::to_string(*reply.Size());
     strText += " bytes";
     for (const std::string& strUndone : reply.Undone()) strText += ", with " + strUndone + " taken back";
     return strText;
@@ -81,7 +86,7 @@ Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
 {
     Json::Value value;
     value["state"] = NameOf(reply.GetState());
-    if (reply.HasSize()) value["size"] = Number(reply.Size());
+    if (reply.Size()) value["size"] = Number(*reply.Size());
     value["bytes"] = Number(reply.Text().size());
     value["pieces"] = Number(reply.Pieces());
     value["gaps"] = Json::arrayValue;
@@ -104,6 +109,34 @@ Json::Value ReplayJson(const Comparison& stComparison)
     if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
     if (stComparison.nMissing > 0) value["missing"] = Number(stComparison.nMissing);
     return value;
+}
+
+// "reply-0001.json"; one that is not whole is ".partial", since nobody should take it for the reply.
+std::string NameFor(const LogCall& call)
+{
+    const std::string strNumber = std::to_string(call.nNumber);
+    const std::string strZeros(strNumber.size() < 4 ? 4 - strNumber.size() : 0, '0');
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE;
+    return "reply-" + strZeros + strNumber + (bWhole ? ".json" : ".partial");
+}
+
+// "conversation-1480.jsonl". A process is what the log says it is, which may be no number.
+std::string ConversationOf(const LogCall& call)
+{
+    constexpr std::size_t kLongest = 32;
+    std::string strProcess = call.stPrefix.strProcess.substr(0, kLongest);
+    for (char& c : strProcess)
+        if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
+    return "conversation" + (strProcess.empty() ? "" : '-' + strProcess) + ".jsonl";
+}
+
+void Write(const std::string& strFile, const char* szMode, const std::string& strText)
+{
+    std::FILE* pFile = std::fopen(strFile.c_str(), szMode);
+    const bool bWritten = pFile != nullptr && std::fwrite(strText.data(), 1, strText.size(), pFile) == strText.size();
+    const bool bClosed = pFile != nullptr && std::fclose(pFile) == 0;
+    if (bWritten && bClosed) return;
+    throw std::runtime_error(strFile + " cannot be written: " + std::system_category().message(errno));
 }
 
 }  // namespace
@@ -131,7 +164,12 @@ std::string CCallList::Heading() const
 
 std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
 {
-    CountCall(call, stReport);
+    ++m_nCalls;
+    m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
+    m_nNotWhole += call.reply.IsThere() && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
+    m_bMixed = m_bMixed || call.nNumber < m_nLast;
+    m_nLast = call.nNumber;
+    if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
     std::string strText =
         Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
              NameOf(call.digest.Kind()), Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
@@ -142,7 +180,7 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
     if (call.reply.IsThere() && (!stReport.strFile.empty() || !bWhole))
         vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
     std::vector<std::string> vMissing = call.digest.MissingWords();
-    for (std::string& strMissing : call.MissingOfReply()) vMissing.push_back(std::move(strMissing));
+    for (std::string& strMissing : call.reply.Missing()) vMissing.push_back(std::move(strMissing));
     if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
     if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
     if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
@@ -150,16 +188,6 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
         for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
     for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
     return strText + stReport.strExplanation;
-}
-
-void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
-{
-    ++m_nCalls;
-    m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
-    m_nNotWhole += call.reply.IsThere() && call.reply.GetState() != CLogReply::State::WHOLE ? 1 : 0;
-    m_bMixed = m_bMixed || call.nNumber < m_nLast;
-    m_nLast = call.nNumber;
-    if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
 }
 
 std::string CCallList::Closing(std::size_t nStrays) const
@@ -200,4 +228,32 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
     if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;
+}
+
+void BeginExtraction(const std::string& strFolder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(strFolder, error);
+    if (error) throw std::runtime_error(strFolder + " cannot be made: " + error.message());
+    for (const auto& entry : std::filesystem::directory_iterator(strFolder, error)) {
+        const std::string strName = entry.path().filename().string();
+        if (strName.rfind("reply-", 0) == 0 || strName.rfind("conversation", 0) == 0)
+            throw std::runtime_error(strFolder + " holds an extraction already");
+    }
+}
+
+std::string Extract(const LogCall& call, const std::string& strFolder)
+{
+    if (call.reply.Text().empty()) return {};
+    std::string strFile = strFolder + '/' + NameFor(call);
+    Write(strFile, "wb", call.reply.Text());
+
+    Json::Value turn;
+    turn["utterance"] = call.strUtterance.empty() ? "(utterance)" : call.strUtterance;
+    if (call.strUtterance.empty()) turn["utterance_known"] = false;
+    turn["reply"] = call.reply.Text();
+    turn["call"] = static_cast<Json::UInt64>(call.nNumber);
+    turn["state"] = NameOf(call.reply.GetState());
+    Write(strFolder + '/' + ConversationOf(call), "ab", JsonLine(turn));
+    return strFile;
 }

@@ -87,7 +87,7 @@ bool LogStream::MayLack() const
 // Whether it must have more.
 bool LogStream::Lacks() const
 {
-    return call && call->reply.HasSize() && MayLack() && !call->reply.MayHave(Length());
+    return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length());
 }
 
 // What a line that follows adds to the record.

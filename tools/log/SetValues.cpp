@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "session/LogForm.h"
 #include "text/Text.h"
 
 namespace
@@ -77,4 +78,10 @@ std::string SetValues::Options() const
         if (const auto& strValue = this->*stOption.pValue)
             strOptions += (strOptions.empty() ? "" : " ") + std::string(stOption.szFlag) + ' ' + Shown(*strValue);
     return strOptions;
+}
+
+bool IsAnswer(const LogLine& stLine)
+{
+    constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
+    return IsOneOf(stLine.strFunction, kAnswering);
 }

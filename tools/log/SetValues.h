@@ -21,3 +21,6 @@ struct SetValues {
     // "--country US --language en_US"; empty when nothing is known.
     std::string Options() const;
 };
+
+// Whether the line says what the television answered, and not what the library made of it.
+bool IsAnswer(const LogLine& stLine);
