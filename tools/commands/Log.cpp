@@ -113,7 +113,6 @@ private:
     void Read(const std::string& strFile);
     void Show(LogCall& call);
     void Close() const;
-    CallReport Report(LogCall& call, bool bWanted);
     void ExplainTo(CallReport& stReport, LogCall& call) const;
 
     const Options& m_stOptions;
@@ -175,28 +174,22 @@ void CLogRun::Read(const std::string& strFile)
 void CLogRun::Show(LogCall& call)
 {
     ++m_nCalls;
-    bool bWanted = m_stLog.Wants(call);
+    const bool bWanted = m_stLog.Wants(call);
     if (!bWanted && !m_stLog.bReplay) return;
-    const CallReport stReport = Report(call, bWanted);
-    if (m_stLog.bDiffers) bWanted = bWanted && stReport.stReplayed->eResult == Comparison::Result::DIFFERS;
-    if (!bWanted) return;
+    CallReport stReport;
+    stReport.nStatus = m_replay.Status(call);
+    if (bWanted && !m_stLog.strFolder.empty()) stReport.strFile = Extract(call, m_stLog.strFolder);
+    if (m_stLog.bReplay) stReport.stReplayed = m_replay.Run(call);
+    const bool bDiffers = stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS;
+    if (bDiffers) NoteFailure();
+    if (!bWanted || (m_stLog.bDiffers && !bDiffers)) return;
+    if (m_stLog.bExplain && call.digest.Kind() == CallKind::REPLY) ExplainTo(stReport, call);
     if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
     m_bFound = true;
     m_bPassed = !m_stLog.bReplay && call.nNumber == m_stLog.nLast;
     Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
-    if (m_stLog.strFolder.empty() && !m_stLog.bReplay)
-        StopWithoutReader();  // the files and the comparison are for all calls
-}
-
-CallReport CLogRun::Report(LogCall& call, bool bWanted)
-{
-    CallReport stReport;
-    stReport.nStatus = m_replay.Status(call);
-    if (!m_stLog.strFolder.empty() && bWanted) stReport.strFile = Extract(call, m_stLog.strFolder);
-    if (m_stLog.bReplay) stReport.stReplayed = m_replay.Run(call);
-    if (stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS) NoteFailure();
-    if (m_stLog.bExplain && bWanted && call.digest.Kind() == CallKind::REPLY) ExplainTo(stReport, call);
-    return stReport;
+    // The files and the comparison are for all calls.
+    if (m_stLog.strFolder.empty() && !m_stLog.bReplay) StopWithoutReader();
 }
 
 void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const

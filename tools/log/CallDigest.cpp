@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -106,12 +107,11 @@ bool IsParsing(const LogLine& stLine)
     return Begins(stLine.strLine, "CAParseJson: ") && stLine.strMessage != "json parse error";
 }
 
-// The number behind `szStart`; false when the line has another message.
-bool Number(const LogLine& stLine, std::string_view szFunction, std::string_view szStart, int& nNumber)
+// The number behind `szStart`; nothing when the message is another one.
+std::optional<int> Number(const std::string& strMessage, std::string_view szStart)
 {
-    if (stLine.strFunction != szFunction || !Begins(stLine.strMessage, szStart)) return false;
-    nNumber = static_cast<int>(std::strtol(stLine.strMessage.c_str() + szStart.size(), nullptr, 10));
-    return true;
+    if (!Begins(strMessage, szStart)) return {};
+    return static_cast<int>(std::strtol(strMessage.c_str() + szStart.size(), nullptr, 10));
 }
 
 }  // namespace
@@ -177,13 +177,13 @@ void CCallDigest::TakeValues(const LogLine& stLine)
             if (Begins(stLine.strMessage, szWord)) TakeAction(stLine.strMessage.substr(szWord.size()));
 
     // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
-    int nCode = 0;
-    if (bLookUp && Number(stLine, stLine.strFunction, "eControl:", nCode) && nCode > 0) {
-        m_nCode = nCode;
+    const std::optional<int> nCode = Number(stLine.strMessage, "eControl:");
+    if (bLookUp && nCode > 0) {
+        m_nCode = *nCode;
         m_bChannel = stLine.strFunction == kLookUps[1];
         if (stLine.strFunction == kLookUps[0]) m_nEffects |= ENDS;
-    } else if (Number(stLine, "t_SetSpeechInfo", "No one match, error ouccured:", nCode)) {
-        m_nCode = nCode;
+    } else if (stLine.strFunction == "t_SetSpeechInfo") {
+        m_nCode = Number(stLine.strMessage, "No one match, error ouccured:").value_or(m_nCode);
     } else if (stLine.strFunction == "t_Get2ndAction" && m_bChannel) {
         m_nEffects |= ENDS;  // no more follows
     }

@@ -2,10 +2,10 @@
 #include "log/LogCalls.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <string_view>
 
 namespace
@@ -23,8 +23,8 @@ constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 
 // What loggers write in place of lines that they drop.
-constexpr std::array<std::string_view, 7> kDropped = {
-    "uppressed ", "messages suppressed", "rate-limit", "message repeated ", "messages lost", " identical ", "log lost"};
+constexpr std::string_view kDropped[] = {"uppressed ",    "messages suppressed", "rate-limit", "message repeated ",
+                                         "messages lost", " identical ",         "log lost"};
 
 LogLine LineOf(const LogForm& stForm, std::string strMessage)
 {
@@ -86,7 +86,8 @@ bool CLogCalls::Take(const LogTextLine& stLine)
 {
     const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
     const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
-    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && std::any_of(kDropped.begin(), kDropped.end(), Says)) {
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore &&
+        std::any_of(std::begin(kDropped), std::end(kDropped), Says)) {
         m_strDropped = stLine.strRaw;
         for (auto& [key, stStream] : m_mapStreams)
             if (stStream.call) stStream.call->strDropped = stLine.strRaw;
@@ -162,20 +163,17 @@ void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
     stStream.LengthWithHeld(false, bOwn);
     bAll = bAll && stLine.eSort != LogTextLine::Sort::MORE;
     if (!bAll && !bOwn && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
-    if (bAll || bOwn) {
-        for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {}))
-            if (bAll || stHeld.eSort == LogTextLine::Sort::MORE) stStream.Append(stHeld);
-    } else {
-        Release(stStream);
+    if (!bAll && !bOwn) {
+        Finish(stStream);
+        m_pLast = nullptr;
+    }
+    for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {})) {
+        if (!bAll && !bOwn)
+            Assign(stHeld);
+        else if (bAll || stHeld.eSort == LogTextLine::Sort::MORE)
+            stStream.Append(stHeld);
     }
     Assign(stLine);
-}
-
-void CLogCalls::Release(LogStream& stStream)
-{
-    Finish(stStream);
-    m_pLast = nullptr;
-    for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {})) Assign(stLine);
 }
 
 // The record is over: its call takes it.

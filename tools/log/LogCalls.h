@@ -100,7 +100,6 @@ private:
     void Assign(const LogTextLine& stLine);
     void Put(LogStream& stStream, const LogTextLine& stLine);
     void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
-    void Release(LogStream& stStream);
     void Finish(LogStream& stStream);
     void Settle(Streams::iterator stream);
     LogCall& CallOf(LogStream& stStream, const LogLine& stLine);

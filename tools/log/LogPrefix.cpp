@@ -32,18 +32,14 @@ constexpr std::string_view kJournalMessage = "\"MESSAGE\"";
 #define PARLO_STRUCTURED R"((?:-|(?:\[(?:[^\]\\]|\\.)*\])+)(?: (?:\xEF\xBB\xBF)?|$))"
 // clang-format on
 
-struct Part {
-    const char* szGroup;
-    std::string LogPrefix::*pField;
-};
-constexpr Part kParts[] = {{"time", &LogPrefix::strTime},
-                           {"process", &LogPrefix::strProcess},
-                           {"thread", &LogPrefix::strThread},
-                           {"priority", &LogPrefix::strPriority}};
+// The groups of a prefix.
+constexpr std::pair<const char*, std::string LogPrefix::*> kParts[] = {{"time", &LogPrefix::strTime},
+                                                                       {"process", &LogPrefix::strProcess},
+                                                                       {"thread", &LogPrefix::strThread},
+                                                                       {"priority", &LogPrefix::strPriority}};
 constexpr std::size_t kPriority = 3;
 
 struct Freer {
-    void operator()(GRegex* pRegex) const { g_regex_unref(pRegex); }
     void operator()(GMatchInfo* pMatch) const { g_match_info_free(pMatch); }
 };
 using Found = std::unique_ptr<GMatchInfo, Freer>;
@@ -51,16 +47,15 @@ using Found = std::unique_ptr<GMatchInfo, Freer>;
 // Null when `szText` has no prefix from `nStart` on.
 Found Find(std::string_view szText, std::size_t nStart)
 {
-    static const std::unique_ptr<GRegex, Freer> pForms = [] {
+    static GRegex* const pForms = [] {
         std::string strAll;
         for (const LogFormat& stFormat : LogFormats())
             strAll.append(strAll.empty() ? "(?:" : "|(?:").append(stFormat.szPattern).append(")");
         constexpr int kFlags = G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES | G_REGEX_ANCHORED;
-        return std::unique_ptr<GRegex, Freer>(
-            g_regex_new(strAll.c_str(), static_cast<GRegexCompileFlags>(kFlags), G_REGEX_MATCH_DEFAULT, nullptr));
+        return g_regex_new(strAll.c_str(), static_cast<GRegexCompileFlags>(kFlags), G_REGEX_MATCH_DEFAULT, nullptr);
     }();
     GMatchInfo* pMatch = nullptr;
-    const gboolean bFound = g_regex_match_full(pForms.get(), szText.data(), static_cast<gssize>(szText.size()),
+    const gboolean bFound = g_regex_match_full(pForms, szText.data(), static_cast<gssize>(szText.size()),
                                                static_cast<gint>(nStart), G_REGEX_MATCH_DEFAULT, &pMatch, nullptr);
     Found match(pMatch);
     return bFound != FALSE ? std::move(match) : nullptr;
@@ -74,11 +69,6 @@ bool Group(const Found& match, const char* szName, std::pair<std::size_t, std::s
     if (g_match_info_fetch_named_pos(match.get(), szName, &nFirst, &nEnd) == FALSE || nFirst < 0) return false;
     span = {static_cast<std::size_t>(nFirst), static_cast<std::size_t>(nEnd - nFirst)};
     return true;
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
 }
 
 // Whether a prefix can begin so. The lines of a reply mostly do not.
@@ -158,28 +148,26 @@ const std::vector<LogFormat>& LogFormats()
 
 LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage)
 {
-    m_bAlone = false;
-    if (IsLikeLast(szLine)) {
-        Take(szLine, m_stLast, stPrefix, strMessage);
-        return LineKind::OURS;
+    Places stPlaces = m_stLast;
+    if (!IsLikeLast(szLine)) {
+        const bool bBegin = bForeign && !szLine.empty() && MayBegin(szLine);
+        if (!bBegin && szLine.find(kTag) == szLine.npos) return LineKind::UNKNOWN;
+        stPlaces = Places();
+        const LineKind eKind = Match(szLine, stPlaces);
+        stPrefix.nForm = stPlaces.nForm;
+        if (eKind != LineKind::OURS) return eKind;
+        if (stPlaces.nMessage == 0) return TakeJournal(szLine, stPrefix, strMessage);
+        const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
+        LogForm stForm;
+        if (nColour > 0 && ParseLogForm(szLine.substr(stPlaces.nMessage + nColour), stForm))
+            stPlaces.nMessage += nColour;
+        if (stPlaces.nBehind == 0 && szLine[stPlaces.nMessage - 1] == ' ') {
+            m_stLast = stPlaces;
+            m_strLast = szLine.substr(0, stPlaces.nMessage);
+        }
     }
-    const bool bBegin = bForeign && !szLine.empty() && MayBegin(szLine);
-    if (!bBegin && szLine.find(kTag) == szLine.npos) return LineKind::UNKNOWN;
-    Places stPlaces;
-    const LineKind eKind = Match(szLine, stPlaces);
-    stPrefix.nForm = stPlaces.nForm;
-    if (eKind == LineKind::OURS && stPlaces.nMessage == 0) return TakeJournal(szLine, stPrefix, strMessage);
-    if (eKind != LineKind::OURS) return eKind;
-    const std::size_t nColour = AnyColourLength(szLine.substr(stPlaces.nMessage));
-    LogForm stForm;
-    if (nColour > 0 && ParseLogForm(szLine.substr(stPlaces.nMessage + nColour), stForm)) stPlaces.nMessage += nColour;
     Take(szLine, stPlaces, stPrefix, strMessage);
-    m_bAlone = stPlaces.bAlone;
-    const bool bSure = stPlaces.nBehind == 0 && szLine[stPlaces.nMessage - 1] == ' ';
-    if (!bSure) return eKind;
-    m_stLast = stPlaces;
-    m_strLast = szLine.substr(0, stPlaces.nMessage);
-    return eKind;
+    return LineKind::OURS;
 }
 
 LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces)
@@ -189,9 +177,8 @@ LineKind CLogPrefixes::Match(std::string_view szLine, Places& stPlaces)
     if (match == nullptr || (m_bKnown && Group(match, "any", span))) return LineKind::UNKNOWN;
     if (Group(match, "journal", span)) return LineKind::OURS;
     for (std::size_t i = 0; i < std::size(kParts); ++i)
-        if (Group(match, kParts[i].szGroup, stPlaces.vParts[i])) stPlaces.nForm |= 1U << i;
-    stPlaces.bAlone = Group(match, "alone", span);
-    if (stPlaces.bAlone) stPlaces.nForm |= 1U << std::size(kParts);
+        if (Group(match, kParts[i].first, stPlaces.vParts[i])) stPlaces.nForm |= 1U << i;
+    if (Group(match, "alone", span)) stPlaces.nForm |= LogPrefix::kAlone;
     if (Group(match, "behind", span)) stPlaces.nBehind = span.second;
     gint nEnd = 0;
     g_match_info_fetch_pos(match.get(), 0, nullptr, &nEnd);
@@ -218,7 +205,7 @@ bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
 void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage)
 {
     for (std::size_t i = 0; i < std::size(kParts); ++i)
-        stPrefix.*kParts[i].pField = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
+        stPrefix.*kParts[i].second = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
     stPrefix.nForm = stPlaces.nForm;
     constexpr std::string_view kEnd = "\033[0m";  // of a reader's colour, which begins before the prefix or the message
     const bool bColour = szLine.front() == '\033' || szLine[stPlaces.nMessage - 1] == 'm';

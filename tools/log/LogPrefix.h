@@ -29,6 +29,10 @@ struct LogPrefix {
     std::string strThread;
     std::string strPriority;  // "E", or the number of another system
     unsigned nForm = 0;       // tells prefixes of different make apart
+
+    // Whether the prefix has a line of its own and the message follows.
+    bool IsAlone() const { return (nForm & kAlone) != 0; }
+    static constexpr unsigned kAlone = 1U << 4U;
 };
 
 enum class LineKind {
@@ -45,9 +49,6 @@ public:
     // Without `bForeign` nobody asks whether a line is FOREIGN or UNKNOWN.
     LineKind Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage);
 
-    // Whether the line that was recognised last is a prefix of ours alone, whose message follows.
-    bool IsAlone() const { return m_bAlone; }
-
 private:
     using Span = std::pair<std::size_t, std::size_t>;  // start and size
     // What stands where in a line.
@@ -56,7 +57,6 @@ private:
         unsigned nForm = 0;
         std::size_t nMessage = 0;
         std::size_t nBehind = 0;  // bytes behind the message
-        bool bAlone = false;
     };
 
     LineKind Match(std::string_view szLine, Places& stPlaces);
@@ -64,7 +64,6 @@ private:
     LineKind TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage);
     static void Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage);
 
-    bool m_bAlone = false;
     Places m_stLast;        // in the last line that was ours
     std::string m_strLast;  // that line's prefix
     bool m_bKnown = false;  // a line of a known form was ours: then those of unknown forms are not

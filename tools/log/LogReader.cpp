@@ -99,7 +99,7 @@ void CLogReader::Classify(std::string_view szLine)
     const bool bOurs = eKind == LineKind::OURS;
     if (bOurs || szLine.find(kTag) != szLine.npos) ++m_nTagged;
     m_stFile.bTags = m_stFile.bTags || bOurs;
-    stLine.bAlone = std::exchange(m_stFile.bAlone, bOurs && m_stFile.prefixes.IsAlone()) && !m_stFile.bAlone;
+    stLine.bAlone = std::exchange(m_stFile.bAlone, bOurs && stLine.stPrefix.IsAlone()) && !m_stFile.bAlone;
     if (m_stFile.bAlone) m_stFile.stAlone = stLine.stPrefix;
     if (eKind == LineKind::UNKNOWN || stLine.bAlone) stLine.stPrefix = stLine.bAlone ? m_stFile.stAlone : LogPrefix();
     if (stLine.bAlone || !bOurs) stLine.strMessage = szLine;

@@ -219,20 +219,6 @@ void CLogReplay::SetService(Process& stProcess, bool bStarted)
     stProcess = {bStarted, false, {}, stProcess.nUsed};
 }
 
-Comparison CLogReplay::Skip(const LogCall& call, Process& stProcess, const std::string& strWhy)
-{
-    // A reply that the set accepted has cleared what those before it had left. One that it could not read has
-    // left nothing. What any other left is not known.
-    const bool bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
-    if (bAccepted) {
-        SetService(stProcess, false);
-        SetService(stProcess, true);
-    } else if (call.digest.GetResult() != CCallDigest::Result::REFUSED || call.digest.HasRecord()) {
-        stProcess.bUnknown = true;
-    }
-    return {Comparison::Result::NOT_COMPARED, strWhy, "", "", 0};
-}
-
 Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 {
     if (call.digest.Has(NO_SERVICE)) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
@@ -241,20 +227,25 @@ Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
         return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });
     }
     const CLogReply::State eState = call.reply.GetState();
-    if (eState == CLogReply::State::CUT) return Skip(call, stProcess, "the log's limit cut the reply");
-    if (eState != CLogReply::State::WHOLE) return Skip(call, stProcess, "the log does not have the whole reply");
-    if (stProcess.bUnknown) return Skip(call, stProcess, "it may rest on a reply before it that the log does not have");
-
+    Comparison stResult;
     bool bAccepted = false;
-    const std::string strUtterance = call.strUtterance.empty() ? kPlaceholder : call.strUtterance;
-    Comparison stResult = Compare(call, m_bDebug, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
-    LeaveBehind(call, stProcess, bAccepted);
+    if (eState == CLogReply::State::CUT)
+        stResult.strWhy = "the log's limit cut the reply";
+    else if (eState != CLogReply::State::WHOLE)
+        stResult.strWhy = "the log does not have the whole reply";
+    else if (stProcess.bUnknown)
+        stResult.strWhy = "it may rest on a reply before it that the log does not have";
+    else
+        stResult = Compare(call, m_bDebug, [&] {
+            bAccepted = Ask(call.strUtterance.empty() ? kPlaceholder : call.strUtterance, call.reply.Text());
+        });
+    LeaveBehind(call, stProcess, stResult.eResult != Comparison::Result::NOT_COMPARED, bAccepted);
     return stResult;
 }
 
-// Notes what the reply leaves to the next ones; where the set decided otherwise than this library, what it leaves
-// is the set's.
-void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bAccepted)
+// Notes what the reply leaves to the next ones: one that is accepted clears what those before it had left. Where the
+// set decided otherwise than this library, what it leaves is the set's.
+void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bRun, bool bAccepted)
 {
     const CCallDigest::Result eSet = call.digest.GetResult();
     if (bAccepted) {
@@ -263,10 +254,12 @@ void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bAcce
     } else if (eSet == CCallDigest::Result::DONE) {
         SetService(stProcess, false);
         SetService(stProcess, true);
-    } else {
+    } else if (bRun) {
         std::size_t nBytes = call.reply.Text().size();
         for (const std::string& strReply : stProcess.vLeftBehind) nBytes += strReply.size();
         if (nBytes > kMostLeftBehind) stProcess.vLeftBehind.erase(stProcess.vLeftBehind.begin());
         stProcess.vLeftBehind.push_back(call.reply.Text());
+    } else if (eSet != CCallDigest::Result::REFUSED || call.digest.HasRecord()) {  // else it could not be read
+        stProcess.bUnknown = true;
     }
 }

@@ -50,9 +50,8 @@ private:
 
     Process& Enter(const LogCall& call);
     void SetService(Process& stProcess, bool bStarted);
-    Comparison Skip(const LogCall& call, Process& stProcess, const std::string& strWhy);
     Comparison RunReply(const LogCall& call, Process& stProcess);
-    void LeaveBehind(const LogCall& call, Process& stProcess, bool bAccepted);
+    void LeaveBehind(const LogCall& call, Process& stProcess, bool bRun, bool bAccepted);
 
     std::map<std::string, Process> m_mapProcesses;
     Process* m_pProcess = nullptr;  // whose state the service is in

@@ -141,18 +141,18 @@ bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::siz
 bool CLogReply::AddUnindented(std::string_view szText)
 {
     const auto nBreaks = static_cast<std::size_t>(std::count(szText.begin(), szText.end(), '\n'));
-    const std::size_t nMore = szText.size() - LengthOf(m_vLengths.size());
+    const std::size_t nMore = szText.size() - Next();
     if (nBreaks == 0 || nMore % nBreaks != 0) return false;
-    const std::string strBreak = '\n' + std::string(nMore / nBreaks, ' ');
+    const std::string strIndent(nMore / nBreaks, ' ');
     std::string strPlain;
-    for (std::size_t nStart = 0; nStart <= szText.size();) {
-        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
-        strPlain.append(nStart == 0 ? "" : "\n").append(szText.substr(nStart, nEnd - nStart));
-        if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
-        nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
+    for (std::size_t n = 0; n < szText.size(); ++n) {
+        strPlain += szText[n];
+        if (szText[n] != '\n') continue;
+        if (szText.substr(n + 1, strIndent.size()) != strIndent) return false;
+        n += strIndent.size();
     }
-    if (!AddFitting(strPlain, Escape::NONE, nMore / nBreaks)) return false;
-    m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
+    if (!AddFitting(strPlain, Escape::NONE, strIndent.size())) return false;
+    m_vUndone.insert("indentation by " + std::to_string(strIndent.size()));
     return true;
 }
 
