@@ -19,29 +19,6 @@
 namespace
 {
 
-struct LogOptions {
-    bool bExplain = false;
-    bool bReplay = false;
-    bool bDiffers = false;  // only the calls that differ
-    std::string strFolder;  // --extract; empty: not wanted
-
-    // Which calls are wanted.
-    std::string strCalls;  // "3" or "3-5"; empty: all, as with the others
-    std::string strSince;  // a time as the log writes them, or its beginning, or a time of day
-    std::string strUntil;
-    std::string strProcess;
-    std::string strKind;
-    bool bRefused = false;
-
-    std::size_t nFirst = 1;
-    std::size_t nLast = std::numeric_limits<std::size_t>::max();
-
-    // Reads `strCalls`; false when it is no range.
-    bool ReadCalls();
-
-    bool Wants(const LogCall& call) const;
-};
-
 constexpr std::string_view kMonths = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
 // "Nov  5 10:00" as "11-05 10:00", "2026-11-05T10:00" with a blank: so texts of one log compare as their times do.
@@ -72,26 +49,45 @@ int Compare(const std::string& strTime, const std::string& strBound)
     return strLeft.compare(0, strRight.size(), strRight);
 }
 
-bool LogOptions::ReadCalls()
-{
-    if (strCalls.empty()) return true;
-    if (strCalls.find_first_not_of("0123456789-") != std::string::npos) return false;
-    char* pEnd = nullptr;
-    nFirst = std::strtoul(strCalls.c_str(), &pEnd, 10);
-    nLast = *pEnd == '-' && pEnd[1] != '\0' ? std::strtoul(pEnd + 1, &pEnd, 10) : nFirst;
-    return *pEnd == '\0' && nFirst > 0 && nFirst <= nLast;
-}
+struct LogOptions {
+    bool bExplain = false;
+    bool bReplay = false;
+    bool bDiffers = false;  // only the calls that differ
+    std::string strFolder;  // --extract; empty: not wanted
 
-bool LogOptions::Wants(const LogCall& call) const
-{
-    if (call.nNumber < nFirst || call.nNumber > nLast) return false;
-    if (!strProcess.empty() && call.stPrefix.strProcess != strProcess) return false;
-    if (!strKind.empty() && strKind != NameOf(call.digest.Kind())) return false;
-    if (bRefused && call.digest.GetResult() != CCallDigest::Result::REFUSED) return false;
-    if (call.stPrefix.strTime.empty()) return strSince.empty() && strUntil.empty();
-    return (strSince.empty() || Compare(call.stPrefix.strTime, strSince) >= 0) &&
-           (strUntil.empty() || Compare(call.stPrefix.strTime, strUntil) <= 0);
-}
+    // Which calls are wanted.
+    std::string strCalls;  // "3" or "3-5"; empty: all, as with the others
+    std::string strSince;  // a time as the log writes them, or its beginning, or a time of day
+    std::string strUntil;
+    std::string strProcess;
+    std::string strKind;
+    bool bRefused = false;
+
+    std::size_t nFirst = 1;
+    std::size_t nLast = std::numeric_limits<std::size_t>::max();
+
+    // Reads `strCalls`; false when it is no range.
+    bool ReadCalls()
+    {
+        if (strCalls.empty()) return true;
+        if (strCalls.find_first_not_of("0123456789-") != std::string::npos) return false;
+        char* pEnd = nullptr;
+        nFirst = std::strtoul(strCalls.c_str(), &pEnd, 10);
+        nLast = *pEnd == '-' && pEnd[1] != '\0' ? std::strtoul(pEnd + 1, &pEnd, 10) : nFirst;
+        return *pEnd == '\0' && nFirst > 0 && nFirst <= nLast;
+    }
+
+    bool Wants(const LogCall& call) const
+    {
+        if (call.nNumber < nFirst || call.nNumber > nLast) return false;
+        if (!strProcess.empty() && call.stPrefix.strProcess != strProcess) return false;
+        if (!strKind.empty() && strKind != NameOf(call.digest.Kind())) return false;
+        if (bRefused && call.digest.GetResult() != CCallDigest::Result::REFUSED) return false;
+        if (call.stPrefix.strTime.empty()) return strSince.empty() && strUntil.empty();
+        return (strSince.empty() || Compare(call.stPrefix.strTime, strSince) >= 0) &&
+               (strUntil.empty() || Compare(call.stPrefix.strTime, strUntil) <= 0);
+    }
+};
 
 // Reads logs and prints their calls while they end.
 class CLogRun
@@ -123,7 +119,6 @@ private:
     CLogReplay m_replay;
     bool m_bFound = false;   // a call was shown
     bool m_bPassed = false;  // none of those to come is wanted
-    std::size_t m_nCalls = 0;
 };
 
 int CLogRun::Run()
@@ -140,7 +135,7 @@ void CLogRun::Close() const
     if (m_bFound && !m_stOptions.bJson && !m_stLog.bExplain && !m_bPassed) Print(m_list.Closing(m_calls.Strays()));
     if (m_bFound || HasFailed()) return;
     if (!m_stLog.strCalls.empty()) return Fail("there is no call " + m_stLog.strCalls);
-    if (m_nCalls > 0) return Complain("none of the " + Count(m_nCalls, "call", "calls") + " is wanted");
+    if (m_calls.Calls() > 0) return Complain("none of the " + Count(m_calls.Calls(), "call", "calls") + " is wanted");
     std::vector<std::string> vForms;
     for (const LogFormat& stFormat : LogFormats()) vForms.emplace_back(stFormat.szName);
     Fail("there is no call in " + Joined(m_stOptions.vFiles) + ", where the tag " + std::string(kTag) + " stands in " +
@@ -173,7 +168,6 @@ void CLogRun::Read(const std::string& strFile)
 
 void CLogRun::Show(LogCall& call)
 {
-    ++m_nCalls;
     const bool bWanted = m_stLog.Wants(call);
     if (!bWanted && !m_stLog.bReplay) return;
     CallReport stReport;

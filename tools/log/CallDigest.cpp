@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "session/LogForm.h"

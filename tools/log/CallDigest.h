@@ -2,7 +2,6 @@
 // library writes them in a fixed order.
 #pragma once
 
-#include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>

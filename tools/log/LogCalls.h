@@ -6,15 +6,8 @@
 // record is the reply's as well where the announced length covers it to the byte.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <memory>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "log/CallDigest.h"
 #include "log/LogReader.h"
@@ -92,6 +85,7 @@ public:
 
     // Lines behind the library's prefix of which nothing could be made.
     std::size_t Strays() const { return m_nStrays; }
+    std::size_t Calls() const { return m_nCalls; }
 
 private:
     using Streams = std::map<std::pair<std::string, std::string>, LogStream>;  // by process and thread

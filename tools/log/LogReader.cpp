@@ -2,7 +2,6 @@
 #include "log/LogReader.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "log/CallDigest.h"
 #include "reading/Input.h"

@@ -1,7 +1,6 @@
 // From the bytes of logs to their lines, each with its prefix taken apart.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>

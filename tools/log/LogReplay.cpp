@@ -1,13 +1,9 @@
 // Runs the calls of a log and compares line by line.
 #include "log/LogReplay.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <string_view>
-#include <utility>
 
 #include "parlo-api.h"
-#include "session/LogForm.h"
 
 namespace
 {

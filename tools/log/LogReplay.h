@@ -1,12 +1,6 @@
 // The calls of a log once more, through this library: does it decide and log what the set's did?
 #pragma once
 
-#include <cstddef>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "log/LogCalls.h"
 
 struct Comparison {

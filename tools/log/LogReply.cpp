@@ -1,7 +1,6 @@
 // The bytes of a reply's pieces.
 #include "log/LogReply.h"
 
-#include <algorithm>
 #include <charconv>
 #include <tuple>
 #include <utility>
@@ -70,7 +69,7 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
     std::string_view szMessage = stForm.szMessage;
     if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
-    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
+    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::NONE;
     if (!Begins(szMessage, kSize)) return DumpLine::PIECE;
     szMessage.remove_prefix(kSize.size());
     const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
@@ -78,9 +77,8 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     return bSize ? DumpLine::SIZE : DumpLine::PIECE;
 }
 
-Escape EscapeOf(std::string_view szSizeMessage)
+Escape EscapeOf(std::string_view szBehind)
 {
-    const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
     if (Begins(szBehind, "\\n")) return Escape::BACKSLASH;
     if (Begins(szBehind, "\\x0")) return Escape::HEX;
     return Begins(szBehind, "#012") ? Escape::OCTAL : Escape::NONE;
@@ -196,19 +194,19 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
 std::vector<std::string> CLogReply::Missing() const
 {
     std::vector<std::string> vMissing;
-    if (!IsThere()) return vMissing;
-    for (const Gap& stGap : Gaps()) vMissing.push_back(GapText(stGap));
+    for (const Gap& stGap : IsThere() ? Gaps() : std::vector<Gap>()) {
+        std::string& strMissing = vMissing.emplace_back();
+        if (stGap.bPlace)
+            strMissing =
+                Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
+        else if (!m_nSize)
+            strMissing = "how long the reply was";
+        else if (Pieces() >= Wanted())
+            strMissing = "the order of the reply's pieces, of which there are too many";
+        else
+            strMissing = std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces");
+    }
     return vMissing;
-}
-
-// What a gap with a known place is, and what one of unknown place.
-std::string CLogReply::GapText(const Gap& stGap) const
-{
-    if (stGap.bPlace)
-        return Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
-    if (!m_nSize) return "how long the reply was";
-    if (Pieces() >= Wanted()) return "the order of the reply's pieces, of which there are too many";
-    return std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces");
 }
 
 const char* NameOf(CLogReply::State eState)

@@ -1,7 +1,6 @@
 // A server's reply, put together again from the lines in which the library logs it: a bar, its size, its pieces.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <set>
 #include <string>
@@ -10,8 +9,8 @@
 
 #include "session/LogForm.h"
 
-// What a record is of these. The bar and the size are what they are wherever they stand.
-enum class DumpLine { NONE, BAR, SIZE, PIECE };
+// What a record is of these; the bar is none. The size is what it is wherever it stands.
+enum class DumpLine { NONE, SIZE, PIECE };
 DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize);
 
 // What a log makes of characters that would not show.
@@ -22,8 +21,8 @@ enum class Escape {
     OCTAL       // #ooo
 };
 
-// How the size's line shows the line break at its end.
-Escape EscapeOf(std::string_view szSizeMessage);
+// How the size's line shows the line break at its end, where `szBehind` begins.
+Escape EscapeOf(std::string_view szBehind);
 
 // The message of a record as the library wrote it: escapes taken back if the log has them, the colour at its end cut
 // off. With `bTorn` that colour is lost, and only the first line is sure.
@@ -77,7 +76,6 @@ public:
 
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
-    std::string GapText(const Gap& stGap) const;
     void Append(std::string_view szPiece);
     bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);

@@ -1,15 +1,12 @@
 // Wording of calls.
 #include "log/LogReport.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
-#include <vector>
 
 #include "catalog/Catalog.h"
 #include "records/RecordJson.h"
@@ -130,13 +127,12 @@ std::string ConversationOf(const LogCall& call)
     return "conversation" + (strProcess.empty() ? "" : '-' + strProcess) + ".jsonl";
 }
 
-void Write(const std::string& strFile, const char* szMode, const std::string& strText)
+void Write(const std::string& strFile, std::ios::openmode eMode, const std::string& strText)
 {
-    std::FILE* pFile = std::fopen(strFile.c_str(), szMode);
-    const bool bWritten = pFile != nullptr && std::fwrite(strText.data(), 1, strText.size(), pFile) == strText.size();
-    const bool bClosed = pFile != nullptr && std::fclose(pFile) == 0;
-    if (bWritten && bClosed) return;
-    throw std::runtime_error(strFile + " cannot be written: " + std::system_category().message(errno));
+    std::ofstream out(strFile, std::ios::binary | eMode);
+    out << strText;
+    out.close();
+    if (!out) throw std::runtime_error(strFile + " cannot be written: " + std::system_category().message(errno));
 }
 
 }  // namespace
@@ -246,7 +242,7 @@ std::string Extract(const LogCall& call, const std::string& strFolder)
 {
     if (call.reply.Text().empty()) return {};
     std::string strFile = strFolder + '/' + NameFor(call);
-    Write(strFile, "wb", call.reply.Text());
+    Write(strFile, std::ios::out, call.reply.Text());
 
     Json::Value turn;
     turn["utterance"] = call.strUtterance.empty() ? "(utterance)" : call.strUtterance;
@@ -254,6 +250,6 @@ std::string Extract(const LogCall& call, const std::string& strFolder)
     turn["reply"] = call.reply.Text();
     turn["call"] = static_cast<Json::UInt64>(call.nNumber);
     turn["state"] = NameOf(call.reply.GetState());
-    Write(strFolder + '/' + ConversationOf(call), "ab", JsonLine(turn));
+    Write(strFolder + '/' + ConversationOf(call), std::ios::app, JsonLine(turn));
     return strFile;
 }

@@ -3,12 +3,6 @@
 
 #include <json/value.h>
 
-#include <cstddef>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "log/LogReplay.h"
 #include "text/Text.h"
 

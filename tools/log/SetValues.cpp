@@ -2,7 +2,6 @@
 #include "log/SetValues.h"
 
 #include <cstdlib>
-#include <string_view>
 
 #include "session/LogForm.h"
 #include "text/Text.h"
