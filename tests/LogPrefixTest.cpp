@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "log/LogPrefix.h"
+#include "log/LogReader.h"
 
 namespace
 {

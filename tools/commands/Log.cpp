@@ -35,7 +35,7 @@ std::string Comparable(std::string strTime)
 }
 
 // Less than 0 when `strTime` is before `strBound`, 0 when it begins so. A bound without a day, or without a year, is
-// compared with what the log's time has behind it.
+// compared with what the log's time has behind it; each time begins with an empty one.
 int Compare(const std::string& strTime, const std::string& strBound)
 {
     std::string strLeft = Comparable(strTime);
@@ -84,8 +84,7 @@ struct LogOptions {
         if (!strKind.empty() && strKind != NameOf(call.digest.Kind())) return false;
         if (bRefused && call.digest.GetResult() != CCallDigest::Result::REFUSED) return false;
         if (call.stPrefix.strTime.empty()) return strSince.empty() && strUntil.empty();
-        return (strSince.empty() || Compare(call.stPrefix.strTime, strSince) >= 0) &&
-               (strUntil.empty() || Compare(call.stPrefix.strTime, strUntil) <= 0);
+        return Compare(call.stPrefix.strTime, strSince) >= 0 && Compare(call.stPrefix.strTime, strUntil) <= 0;
     }
 };
 

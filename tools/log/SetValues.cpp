@@ -2,6 +2,7 @@
 #include "log/SetValues.h"
 
 #include <cstdlib>
+#include <tuple>
 
 #include "session/LogForm.h"
 #include "text/Text.h"
@@ -34,13 +35,8 @@ constexpr Row kRows[] = {
     {&SetValues::strCountry, "CompareCountryLanguage", "country[", "], voice", nullptr},
 };
 
-struct Option {
-    std::optional<std::string> SetValues::*pValue;
-    const char* szFlag;
-    const char* szVariable;
-};
-
-constexpr Option kOptions[] = {
+// Each value with its option and its variable.
+constexpr std::tuple<std::optional<std::string> SetValues::*, const char*, const char*> kOptions[] = {
     {&SetValues::strCountry, "--country", "PARLO_COUNTRY"},
     {&SetValues::strLanguage, "--language", "PARLO_LANGUAGE"},
     {&SetValues::strVoiceRecog, "--voice-recog", "PARLO_VOICE_RECOG"},
@@ -66,16 +62,16 @@ void SetValues::Listen(const LogLine& stLine)
 
 void SetValues::Apply() const
 {
-    for (const Option& stOption : kOptions)
-        if (const auto& strValue = this->*stOption.pValue) setenv(stOption.szVariable, strValue->c_str(), 1);
+    for (const auto& [pValue, szFlag, szVariable] : kOptions)
+        if (const auto& strValue = this->*pValue) setenv(szVariable, strValue->c_str(), 1);
 }
 
 std::string SetValues::Options() const
 {
     std::string strOptions;
-    for (const Option& stOption : kOptions)
-        if (const auto& strValue = this->*stOption.pValue)
-            strOptions += (strOptions.empty() ? "" : " ") + std::string(stOption.szFlag) + ' ' + Shown(*strValue);
+    for (const auto& [pValue, szFlag, szVariable] : kOptions)
+        if (const auto& strValue = this->*pValue)
+            strOptions += (strOptions.empty() ? "" : " ") + std::string(szFlag) + ' ' + Shown(*strValue);
     return strOptions;
 }
 
