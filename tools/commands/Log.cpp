@@ -1,12 +1,6 @@
 // "log": from a set's log to the replies, and to the reasons.
-#include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include "commands/Command.h"
 #include "explaining/RenderExplanation.h"
@@ -136,7 +130,7 @@ void CLogRun::Close() const
     if (!m_stLog.strCalls.empty()) return Fail("there is no call " + m_stLog.strCalls);
     if (m_calls.Calls() > 0) return Complain("none of the " + Count(m_calls.Calls(), "call", "calls") + " is wanted");
     std::vector<std::string> vForms;
-    for (const LogFormat& stFormat : LogFormats()) vForms.emplace_back(stFormat.szName);
+    for (const LogFormat& stFormat : kLogFormats) vForms.emplace_back(stFormat.szName);
     Fail("there is no call in " + Joined(m_stOptions.vFiles) + ", where the tag " + std::string(kTag) + " stands in " +
          Count(m_reader.Tagged(), "line", "lines") + "; the forms that are known are " + Joined(vForms));
 }
@@ -188,7 +182,7 @@ void CLogRun::Show(LogCall& call)
 void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
 {
     Case stCase;
-    stCase.stReply.strSource = PlaceOf(call);
+    stCase.stReply.strSource = call.Place();
     stCase.stReply.strFile = *call.pFile;
     stCase.stReply.strUtterance = call.strUtterance;
     stCase.stReply.bNoUtterance = call.strUtterance.empty();

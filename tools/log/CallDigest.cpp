@@ -121,9 +121,10 @@ const char* NameOf(CallKind eKind)
     return kNames[static_cast<int>(eKind)];
 }
 
-bool IsStep(std::string_view szFunction, std::string_view szMessage)
+bool IsStep(std::string_view szLine)
 {
-    const Row* pRow = FindRow(szFunction, szMessage);
+    LogForm stForm;
+    const Row* pRow = ParseLogForm(szLine, stForm) ? FindRow(stForm.szFunction, stForm.szMessage) : nullptr;
     return pRow != nullptr && pRow->IsStep() && pRow->eKind != CallKind::STOP;
 }
 

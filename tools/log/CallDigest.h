@@ -30,8 +30,8 @@ enum CallEffect : unsigned {
 // "start", "reply", "status", "stop"
 const char* NameOf(CallKind eKind);
 
-// Whether a line with this message is written once in a call, and never twice in a row.
-bool IsStep(std::string_view szFunction, std::string_view szMessage);
+// Whether a line, told without its prefix, is written once in a call, and never twice in a row.
+bool IsStep(std::string_view szLine);
 
 // Which kind of call writes such a line.
 CallKind KindOf(const LogLine& stLine);

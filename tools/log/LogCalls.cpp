@@ -144,12 +144,6 @@ bool LogStream::MayLack() const
     return bOpen && Length() < (call ? call->reply.Next() : CLogReply().Next());
 }
 
-// Whether it must have more.
-bool LogStream::Lacks() const
-{
-    return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length());
-}
-
 // What a line that follows adds to the record.
 const std::string& LogStream::Content(const LogTextLine& stLine) const
 {

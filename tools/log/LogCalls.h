@@ -34,6 +34,9 @@ struct LogCall {
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
+    // "log.txt:12"
+    std::string Place() const { return *pFile + ':' + std::to_string(nLine); }
+
     // Everything that the log lost of it, in words. Empty: it is whole, as far as its lines can tell.
     std::vector<std::string> Missing() const;
 };
@@ -58,8 +61,8 @@ struct LogStream {
 
     bool GoesOn(const LogTextLine& stLine) const;
     bool MayGoOnRaw() const { return bPending && !bClosed && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
-    bool MayLack() const;
-    bool Lacks() const;
+    bool MayLack() const;  // it is a piece that may have more bytes; or must have
+    bool Lacks() const { return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length()); }
     std::size_t Length() const { return stFirst.strMessage.size() - nText; }
     std::size_t LengthWithHeld(bool bAll, bool& bMadeUp) const;
     const std::string& Content(const LogTextLine& stLine) const;

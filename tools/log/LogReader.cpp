@@ -19,6 +19,7 @@ constexpr std::size_t kLongestLine = 1 << 16;  // bytes; more is dropped
 constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
                                        "CADataHandler", "CADataSortFilter", "CAImageSizeTable",  "parlo-api"};
 
+constexpr std::string_view kColourEnd = "\033[0m";  // as a reader writes it
 constexpr std::string_view kJournalMessage = "\"MESSAGE\"";
 
 // clang-format off
@@ -55,7 +56,7 @@ Found Find(std::string_view szText, std::size_t nStart)
 {
     static GRegex* const pForms = [] {
         std::string strAll;
-        for (const LogFormat& stFormat : LogFormats())
+        for (const LogFormat& stFormat : kLogFormats)
             strAll.append(strAll.empty() ? "(?:" : "|(?:").append(stFormat.szPattern).append(")");
         constexpr int kFlags = G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES | G_REGEX_ANCHORED;
         return g_regex_new(strAll.c_str(), static_cast<GRegexCompileFlags>(kFlags), G_REGEX_MATCH_DEFAULT, nullptr);
@@ -117,41 +118,37 @@ std::size_t AnyColourLength(std::string_view szText)
 
 }  // namespace
 
-const std::vector<LogFormat>& LogFormats()
-{
-    // clang-format off
-    static const std::vector<LogFormat> vFormats = {
-        {"threadtime, epoch, monotonic",
-         PARLO_DEVICE_TIME R"(\s+(?:[a-z]\w*\s+)?(?<process>\d+)\s+(?<thread>\d+) )" PARLO_PRIORITY " "
-         PARLO_TAG PARLO_END, "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
-        {"time, brief", "(?:" PARLO_DEVICE_TIME " +)?" PARLO_PRIORITY "/" PARLO_TAG PARLO_IDS PARLO_END,
-         "11-24 18:42:03.118 E/ParloAPI( 1480): "},
-        {"tag", PARLO_PRIORITY "/" PARLO_TAG PARLO_END, "E/ParloAPI: "},
-        {"process", PARLO_PRIORITY R"(\(\s*(?<process>\d+)\) (?=.*(?<behind>  \((?<tag>[^()]+?)\s*\))$))",
-         "E( 1480)   (ParloAPI)"},
-        {"long", R"(\[ )" PARLO_DEVICE_TIME R"(\s+(?<process>\d+):\s*(?<thread>\d+) )" PARLO_PRIORITY
-         R"(/(?<tag>[^\]]{1,100}?)\s*(?<alone>\])$)", "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
-        {"RFC 5424",
-         PARLO_PROGRAMS(R"(<(?<priority>\d{1,3})>1 (?<time>\S+) \S+ )", R"( (?<process>\S+) \S+ )" PARLO_STRUCTURED),
-         "<11>1 2015-11-24T18:42:03.118Z tv ParloAPI 1480 - - "},
-        {"RFC 3164, journalctl short", PARLO_NUMBER R"((?:[A-Z][a-z]{2},? )?(?<time>[A-Z][a-z]{2} [ \d]\d )"
-         PARLO_CLOCK R"((?:\.\d+)?(?: \d{4})?) )" PARLO_PROGRAM, "<11>Tue Nov 24 18:42:03 tv ParloAPI[1480]: "},
-        {"journalctl short-iso, short-full", PARLO_NUMBER R"((?:[A-Z][a-z]{2} )?(?<time>\d{4}-\d\d-\d\d[ T])"
-         PARLO_CLOCK R"((?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d| [A-Z]{3,4})?) )" PARLO_PROGRAM,
-         "2015-11-24T18:42:03+0900 tv ParloAPI[1480]: "},
-        {"kernel, journalctl short-monotonic, short-unix", PARLO_NUMBER
-         R"((?:\[ *(?<time>\d+\.\d+)\](?:\[ *[CT]\d+\])?|(?<time>\d+\.\d+)) )" PARLO_PROGRAM,
-         "[   12.003118] ParloAPI[1480]: "},
-        {"journalctl -o json", R"((?<journal>\{))",
-         R"({"__REALTIME_TIMESTAMP":"1448390523118000","_PID":"1480","SYSLOG_IDENTIFIER":"ParloAPI","MESSAGE":"m"})"},
-        {"parlo --log", PARLO_PRIORITY " (?<tag>ParloAPI)" PARLO_END, "E ParloAPI: "},
-        {"any other with a record behind the tag",
-         R"(.{0,400}?(?<any>)\b(?<tag>ParloAPI)(?!\w)\s*(?:)" PARLO_IDS R"()?\s*:?(?: |$)(?=[A-Za-z-]+: \w+\(\d+\) >))",
-         "@ ParloAPI: CAUtil: GetCountry(1) > "},
-    };
-    // clang-format on
-    return vFormats;
-}
+// clang-format off
+const std::vector<LogFormat> kLogFormats = {
+    {"threadtime, epoch, monotonic",
+     PARLO_DEVICE_TIME R"(\s+(?:[a-z]\w*\s+)?(?<process>\d+)\s+(?<thread>\d+) )" PARLO_PRIORITY " "
+     PARLO_TAG PARLO_END, "11-24 18:42:03.118  1480  1502 E ParloAPI: "},
+    {"time, brief", "(?:" PARLO_DEVICE_TIME " +)?" PARLO_PRIORITY "/" PARLO_TAG PARLO_IDS PARLO_END,
+     "11-24 18:42:03.118 E/ParloAPI( 1480): "},
+    {"tag", PARLO_PRIORITY "/" PARLO_TAG PARLO_END, "E/ParloAPI: "},
+    {"process", PARLO_PRIORITY R"(\(\s*(?<process>\d+)\) (?=.*(?<behind>  \((?<tag>[^()]+?)\s*\))$))",
+     "E( 1480)   (ParloAPI)"},
+    {"long", R"(\[ )" PARLO_DEVICE_TIME R"(\s+(?<process>\d+):\s*(?<thread>\d+) )" PARLO_PRIORITY
+     R"(/(?<tag>[^\]]{1,100}?)\s*(?<alone>\])$)", "[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]"},
+    {"RFC 5424",
+     PARLO_PROGRAMS(R"(<(?<priority>\d{1,3})>1 (?<time>\S+) \S+ )", R"( (?<process>\S+) \S+ )" PARLO_STRUCTURED),
+     "<11>1 2015-11-24T18:42:03.118Z tv ParloAPI 1480 - - "},
+    {"RFC 3164, journalctl short", PARLO_NUMBER R"((?:[A-Z][a-z]{2},? )?(?<time>[A-Z][a-z]{2} [ \d]\d )"
+     PARLO_CLOCK R"((?:\.\d+)?(?: \d{4})?) )" PARLO_PROGRAM, "<11>Tue Nov 24 18:42:03 tv ParloAPI[1480]: "},
+    {"journalctl short-iso, short-full", PARLO_NUMBER R"((?:[A-Z][a-z]{2} )?(?<time>\d{4}-\d\d-\d\d[ T])"
+     PARLO_CLOCK R"((?:[.,]\d+)?(?:Z|[+-]\d\d:?\d\d| [A-Z]{3,4})?) )" PARLO_PROGRAM,
+     "2015-11-24T18:42:03+0900 tv ParloAPI[1480]: "},
+    {"kernel, journalctl short-monotonic, short-unix", PARLO_NUMBER
+     R"((?:\[ *(?<time>\d+\.\d+)\](?:\[ *[CT]\d+\])?|(?<time>\d+\.\d+)) )" PARLO_PROGRAM,
+     "[   12.003118] ParloAPI[1480]: "},
+    {"journalctl -o json", R"((?<journal>\{))",
+     R"({"__REALTIME_TIMESTAMP":"1448390523118000","_PID":"1480","SYSLOG_IDENTIFIER":"ParloAPI","MESSAGE":"m"})"},
+    {"parlo --log", PARLO_PRIORITY " (?<tag>ParloAPI)" PARLO_END, "E ParloAPI: "},
+    {"any other with a record behind the tag",
+     R"(.{0,400}?(?<any>)\b(?<tag>ParloAPI)(?!\w)\s*(?:)" PARLO_IDS R"()?\s*:?(?: |$)(?=[A-Za-z-]+: \w+\(\d+\) >))",
+     "@ ParloAPI: CAUtil: GetCountry(1) > "},
+};
+// clang-format on
 
 LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPrefix& stPrefix, std::string& strMessage)
 {
@@ -214,11 +211,10 @@ void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPref
     for (std::size_t i = 0; i < std::size(kParts); ++i)
         stPrefix.*kParts[i].second = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
     stPrefix.nForm = stPlaces.nForm;
-    constexpr std::string_view kEnd = "\033[0m";  // of a reader's colour, which begins before the prefix or the message
+    // A reader's colour begins before the prefix or the message.
     const bool bColour = szLine.front() == '\033' || szLine[stPlaces.nMessage - 1] == 'm';
     strMessage = szLine.substr(stPlaces.nMessage, szLine.size() - stPlaces.nMessage - stPlaces.nBehind);
-    const std::size_t nText = strMessage.size() - std::min(strMessage.size(), kEnd.size());
-    if (bColour && strMessage.compare(nText, strMessage.npos, kEnd) == 0) strMessage.resize(nText);
+    if (bColour && EndsWith(strMessage, kColourEnd)) strMessage.resize(strMessage.size() - kColourEnd.size());
 }
 
 // A line of "journalctl -o json". Its message is a text, or a list of bytes where it is no UTF-8 or has control
@@ -261,11 +257,6 @@ void CLogReader::Feed(std::string_view szBytes)
     }
 }
 
-void CLogReader::EndFile()
-{
-    if (!m_stFile.strPart.empty()) TakeLine(m_stFile.strPart);
-}
-
 void CLogReader::TakeLine(std::string_view szLine)
 {
     if (++m_stFile.nLine == 1 && Begins(szLine, kByteOrderMark)) szLine.remove_prefix(kByteOrderMark.size());
@@ -281,10 +272,7 @@ bool CLogReader::IsTwice(std::string_view szLine)
     File& stFile = m_stFile;
     const bool bSame = stFile.nLine > 1 && szLine == stFile.strBefore;
     const bool bRecord = m_stLine.eSort == LogTextLine::Sort::RECORD;
-    if (bSame && bRecord && !stFile.bTwice) {
-        LogForm stForm;
-        stFile.bTwice = ParseLogForm(m_stLine.strMessage, stForm) && IsStep(stForm.szFunction, stForm.szMessage);
-    }
+    if (bSame && bRecord) stFile.bTwice = stFile.bTwice || IsStep(m_stLine.strMessage);
     if (!bSame && bRecord && !stFile.bCopy) stFile.bTwice = false;
     stFile.bCopy = bSame && stFile.bTwice && !stFile.bCopy;
     if (!bSame) stFile.strBefore = szLine;
@@ -301,10 +289,9 @@ std::string_view CLogReader::Plain(std::string_view szLine)
     if (!m_stFile.bTags)
         for (strQuote.clear(); Begins(szLine.substr(strQuote.size()), "> ");) strQuote += "> ";
     if (Begins(szLine, strQuote)) szLine.remove_prefix(strQuote.size());
-    constexpr std::string_view kEnd = "\033[0m";
     const bool bColoured = AnyColourLength(szLine) > 0 && ColourLength(szLine) == 0;  // by a reader, not the library
-    if (bColoured && szLine.substr(szLine.size() - kEnd.size()) == kEnd) {
-        szLine.remove_suffix(kEnd.size());
+    if (bColoured && EndsWith(szLine, kColourEnd)) {
+        szLine.remove_suffix(kColourEnd.size());
         szLine.remove_prefix(AnyColourLength(szLine));
     }
     return szLine;

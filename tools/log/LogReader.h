@@ -19,7 +19,7 @@ struct LogFormat {
     const char* szPattern;
     const char* szExample;
 };
-const std::vector<LogFormat>& LogFormats();
+extern const std::vector<LogFormat> kLogFormats;
 
 struct LogPrefix {
     std::string strTime;  // as it stands in the log
@@ -96,7 +96,10 @@ public:
     // A file begins, its next bytes cut anywhere, its end.
     void BeginFile(const std::string& strFile);
     void Feed(std::string_view szBytes);
-    void EndFile();
+    void EndFile()
+    {
+        if (!m_stFile.strPart.empty()) TakeLine(m_stFile.strPart);
+    }
 
     // How many lines have the library's tag, wherever it stands in them.
     std::size_t Tagged() const { return m_nTagged; }

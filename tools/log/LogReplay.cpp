@@ -108,13 +108,6 @@ bool Ask(const std::string& strUtterance, std::string strReply)
     return ca_get_speech_action(strUtterance, strReply, info);
 }
 
-// The length of the utterance in the line that says that it or the reply is empty.
-std::size_t UtteranceLength(const std::string& strLine)
-{
-    const std::size_t nParen = strLine.rfind('(');
-    return nParen == std::string::npos ? 0 : std::strtoul(strLine.c_str() + nParen + 1, nullptr, 10);
-}
-
 // Runs `call` on this library and compares; `ask` runs its function. Notes in `bDebug` whether the set logs at debug
 // priority, as far as it is known.
 template <typename Function>
@@ -219,7 +212,9 @@ Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 {
     if (call.digest.Has(NO_SERVICE)) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
     if (!call.strNoReply.empty()) {
-        const std::size_t nLength = std::min(UtteranceLength(call.strNoReply), kLongestUtterance);
+        // The line ends in the utterance's length, in brackets.
+        const char* szLength = call.strNoReply.c_str() + call.strNoReply.rfind('(') + 1;
+        const std::size_t nLength = std::min(std::strtoul(szLength, nullptr, 10), kLongestUtterance);
         return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });
     }
     const CLogReply::State eState = call.reply.GetState();

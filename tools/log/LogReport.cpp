@@ -137,11 +137,6 @@ void Write(const std::string& strFile, std::ios::openmode eMode, const std::stri
 
 }  // namespace
 
-std::string PlaceOf(const LogCall& call)
-{
-    return *call.pFile + ':' + std::to_string(call.nLine);
-}
-
 CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
     : m_nFolder(vFiles.front().rfind('/') + 1), m_nPlace(kLineDigits), m_paint(paint)
 {
@@ -168,7 +163,7 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
     if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
     std::string strText =
         Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
-             NameOf(call.digest.Kind()), Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
+             NameOf(call.digest.Kind()), Shown(call.Place().substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
             m_nPlace);
     strText += '\n';
     std::vector<std::string> vLines;

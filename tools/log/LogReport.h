@@ -44,9 +44,6 @@ private:
 
 Json::Value CallJson(const LogCall& call, const CallReport& stReport);
 
-// "log.txt:12"
-std::string PlaceOf(const LogCall& call);
-
 // Makes the folder if it is not there. Throws std::runtime_error when that or a file cannot be written, as Extract
 // does, and when there is an extraction in it: two would look like one.
 void BeginExtraction(const std::string& strFolder);
