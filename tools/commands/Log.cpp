@@ -182,11 +182,9 @@ void CLogRun::Show(LogCall& call)
 void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
 {
     Case stCase;
-    stCase.stReply.strSource = call.Place();
-    stCase.stReply.strFile = *call.pFile;
-    stCase.stReply.strUtterance = call.strUtterance;
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE;
+    stCase.stReply = {call.Place(), call.strUtterance, bWhole ? call.reply.Text() : "", *call.pFile};
     stCase.stReply.bNoUtterance = call.strUtterance.empty();
-    if (call.reply.GetState() == CLogReply::State::WHOLE) stCase.stReply.strText = call.reply.Text();
     stCase.vLog = std::move(call.vLines);
     stCase.bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) {

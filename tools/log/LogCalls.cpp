@@ -107,7 +107,6 @@ void LogStream::Begin(const LogTextLine& stLine)
     nText = stFirst.strMessage.size() - szText.size();
     bOpenText = std::any_of(std::begin(kOpenTexts), std::end(kOpenTexts), IsBegin);
     nBrackets = Brackets(szText);
-    std::size_t nSize = 0;
     eDump = DumpLineOf(stForm, nSize);
     if (eDump != DumpLine::SIZE) return;
     // The message ends in a line break: where the log shows that in the same line, it does so with every record.
@@ -292,8 +291,7 @@ void CLogCalls::Finish(LogStream& stStream)
                               stStream.bClosed || stStream.eStyle == LogStream::Style::PREFIXED);
     }
     call.digest.Listen(stLine);
-    std::size_t nSize = 0;
-    if (DumpLineOf(stForm, nSize) == DumpLine::SIZE) call.reply.Announce(nSize);
+    if (stStream.eDump == DumpLine::SIZE) call.reply.Announce(stStream.nSize);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
     // Where the log shows lines as they are, its reader may have broken them.
     const bool bBroken = stStream.eStyle == LogStream::Style::RAW && stLine.strMessage.find('\n') != std::string::npos;

@@ -50,6 +50,7 @@ struct LogStream {
     LogTextLine stFirst;          // its first line; further ones are behind '\n' in the message, which is bounded
     std::size_t nText = 0;        // where the text begins in that, behind the form
     DumpLine eDump = DumpLine::NONE;
+    std::size_t nSize = 0;         // that it announces
     bool bOpenText = false;        // it ends in a text of the reply or the set
     std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
     bool bClosed = false;          // by its colour

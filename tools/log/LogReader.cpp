@@ -170,7 +170,13 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
             m_strLast = szLine.substr(0, stPlaces.nMessage);
         }
     }
-    Take(szLine, stPlaces, stPrefix, strMessage);
+    for (std::size_t i = 0; i < std::size(kParts); ++i)
+        stPrefix.*kParts[i].second = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
+    stPrefix.nForm = stPlaces.nForm;
+    // A reader's colour begins before the prefix or the message.
+    const bool bColour = szLine.front() == '\033' || szLine[stPlaces.nMessage - 1] == 'm';
+    strMessage = szLine.substr(stPlaces.nMessage, szLine.size() - stPlaces.nMessage - stPlaces.nBehind);
+    if (bColour && EndsWith(strMessage, kColourEnd)) strMessage.resize(strMessage.size() - kColourEnd.size());
     return LineKind::OURS;
 }
 
@@ -204,17 +210,6 @@ bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
         if (i != nPriority || nSize != 1 || kPriorities.find(szLine[i]) == kPriorities.npos) return false;
     }
     return true;
-}
-
-void CLogPrefixes::Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage)
-{
-    for (std::size_t i = 0; i < std::size(kParts); ++i)
-        stPrefix.*kParts[i].second = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
-    stPrefix.nForm = stPlaces.nForm;
-    // A reader's colour begins before the prefix or the message.
-    const bool bColour = szLine.front() == '\033' || szLine[stPlaces.nMessage - 1] == 'm';
-    strMessage = szLine.substr(stPlaces.nMessage, szLine.size() - stPlaces.nMessage - stPlaces.nBehind);
-    if (bColour && EndsWith(strMessage, kColourEnd)) strMessage.resize(strMessage.size() - kColourEnd.size());
 }
 
 // A line of "journalctl -o json". Its message is a text, or a list of bytes where it is no UTF-8 or has control

@@ -60,7 +60,6 @@ private:
     LineKind Match(std::string_view szLine, Places& stPlaces);
     bool IsLikeLast(std::string_view szLine) const;
     LineKind TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage);
-    static void Take(std::string_view szLine, const Places& stPlaces, LogPrefix& stPrefix, std::string& strMessage);
 
     Places m_stLast;        // in the last line that was ours
     std::string m_strLast;  // that line's prefix

@@ -51,24 +51,18 @@ bool HasLines(std::string_view szHere, std::string_view szSet)
     return nFound != strHere.npos || szHere.size() >= kKeptLine;
 }
 
-bool IsSameMessage(std::string_view szSet, std::string_view szHere)
+bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
 {
-    if (Begins(szSet, kAnswer) && Begins(szHere, kAnswer)) return true;
-    szSet = Trimmed(szSet);
-    szHere = Trimmed(szHere);
+    const std::size_t nSet = stSet.strLine.find('(');
+    if (stSet.strLine.compare(0, nSet, stHere.strLine, 0, stHere.strLine.find('(')) != 0) return false;
+    if (Begins(stSet.strMessage, kAnswer) && Begins(stHere.strMessage, kAnswer)) return true;
+    const std::string_view szSet = Trimmed(stSet.strMessage);
+    const std::string_view szHere = Trimmed(stHere.strMessage);
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
     if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
     // Behind the message there may be lines that only seem to belong to it.
     const std::string_view szBehind = szSet.substr(szHere.size());
     return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
-}
-
-bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
-{
-    const std::string_view szSet = stSet.strLine;
-    const std::string_view szHere = stHere.strLine;
-    return szSet.substr(0, szSet.find('(')) == szHere.substr(0, szHere.find('(')) &&
-           IsSameMessage(stSet.strMessage, stHere.strMessage);
 }
 
 // Compares the set's lines, which have no answers, with this library's. The numbers of the source lines are not
@@ -213,7 +207,7 @@ Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
     if (call.digest.Has(NO_SERVICE)) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
     if (!call.strNoReply.empty()) {
         // The line ends in the utterance's length, in brackets.
-        const char* szLength = call.strNoReply.c_str() + call.strNoReply.rfind('(') + 1;
+        const char* szLength = call.strNoReply.c_str() + (call.strNoReply.rfind('(') + 1);
         const std::size_t nLength = std::min(std::strtoul(szLength, nullptr, 10), kLongestUtterance);
         return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });
     }

@@ -74,23 +74,18 @@ Json::Value List(const std::vector<std::string>& vTexts)
     return list;
 }
 
-Json::Value Number(std::size_t n)
-{
-    return static_cast<Json::UInt64>(n);
-}
-
 Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
 {
     Json::Value value;
     value["state"] = NameOf(reply.GetState());
-    if (reply.Size()) value["size"] = Number(*reply.Size());
-    value["bytes"] = Number(reply.Text().size());
-    value["pieces"] = Number(reply.Pieces());
+    if (reply.Size()) value["size"] = Json::UInt64{*reply.Size()};
+    value["bytes"] = Json::UInt64{reply.Text().size()};
+    value["pieces"] = Json::UInt64{reply.Pieces()};
     value["gaps"] = Json::arrayValue;
     for (const CLogReply::Gap& stGap : reply.Pieces() == 0 ? std::vector<CLogReply::Gap>() : reply.Gaps()) {
         Json::Value& gap = value["gaps"].append(Json::objectValue);
-        gap["offset"] = stGap.bPlace ? Number(stGap.nOffset) : Json::Value();
-        gap["bytes"] = stGap.nBytes > 0 ? Number(stGap.nBytes) : Json::Value();
+        gap["offset"] = stGap.bPlace ? Json::Value(Json::UInt64{stGap.nOffset}) : Json::Value();
+        gap["bytes"] = stGap.nBytes > 0 ? Json::Value(Json::UInt64{stGap.nBytes}) : Json::Value();
     }
     if (!reply.Undone().empty()) value["undone"] = List({reply.Undone().begin(), reply.Undone().end()});
     if (!strFile.empty()) value["file"] = strFile;
@@ -104,7 +99,7 @@ Json::Value ReplayJson(const Comparison& stComparison)
     if (!stComparison.strWhy.empty()) value["why"] = stComparison.strWhy;
     if (!stComparison.strSet.empty()) value["set"] = stComparison.strSet;
     if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
-    if (stComparison.nMissing > 0) value["missing"] = Number(stComparison.nMissing);
+    if (stComparison.nMissing > 0) value["missing"] = Json::UInt64{stComparison.nMissing};
     return value;
 }
 
@@ -197,9 +192,9 @@ std::string CCallList::Closing(std::size_t nStrays) const
 Json::Value CallJson(const LogCall& call, const CallReport& stReport)
 {
     Json::Value value;
-    value["call"] = Number(call.nNumber);
+    value["call"] = Json::UInt64{call.nNumber};
     value["log"] = *call.pFile;
-    value["line"] = Number(call.nLine);
+    value["line"] = Json::UInt64{call.nLine};
     if (!call.stPrefix.strTime.empty()) value["time"] = call.stPrefix.strTime;
     if (!call.stPrefix.strProcess.empty()) value["process"] = call.stPrefix.strProcess;
     if (!call.stPrefix.strThread.empty()) value["thread"] = call.stPrefix.strThread;
@@ -243,7 +238,7 @@ std::string Extract(const LogCall& call, const std::string& strFolder)
     turn["utterance"] = call.strUtterance.empty() ? "(utterance)" : call.strUtterance;
     if (call.strUtterance.empty()) turn["utterance_known"] = false;
     turn["reply"] = call.reply.Text();
-    turn["call"] = static_cast<Json::UInt64>(call.nNumber);
+    turn["call"] = Json::UInt64{call.nNumber};
     turn["state"] = NameOf(call.reply.GetState());
     Write(strFolder + '/' + ConversationOf(call), std::ios::app, JsonLine(turn));
     return strFile;
