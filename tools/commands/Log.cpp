@@ -20,8 +20,7 @@ std::string Comparable(std::string strTime)
 {
     const std::size_t nMonth = strTime.size() < 6 ? kMonths.npos : kMonths.find(strTime.substr(0, 3));
     if (nMonth != kMonths.npos && nMonth % 3 == 0) {
-        const std::string strMonth = std::to_string(101 + nMonth / 3).substr(1);
-        strTime.replace(0, 4, strMonth + '-');
+        strTime.replace(0, 4, std::to_string(101 + nMonth / 3).substr(1) + '-');
         if (strTime[3] == ' ') strTime[3] = '0';
     }
     std::replace(strTime.begin(), strTime.end(), 'T', ' ');

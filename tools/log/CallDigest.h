@@ -1,7 +1,8 @@
-// What a call to the library came to, told from its log lines; and which lines the log must have lost, since the
-// library writes them in a fixed order.
+// What a call to the library came to and on what set, told from its log lines; and which lines the log must have lost,
+// since the library writes them in a fixed order.
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -100,3 +101,22 @@ private:
     unsigned m_nEffects = NOTHING;
     CRefusal m_refusal;
 };
+
+// What the library logs of the set that it runs on.
+// Values as the options --country, --language and --voice-recog take them; "none" where the set had none.
+struct SetValues {
+    std::optional<std::string> strCountry;
+    std::optional<std::string> strLanguage;
+    std::optional<std::string> strVoiceRecog;
+
+    void Listen(const LogLine& stLine);
+
+    // Makes the television's substitute answer so, as far as the values are known.
+    void Apply() const;
+
+    // "--country US --language en_US"; empty when nothing is known.
+    std::string Options() const;
+};
+
+// Whether the line says what the television answered, and not what the library made of it.
+bool IsAnswer(const LogLine& stLine);

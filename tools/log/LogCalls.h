@@ -12,7 +12,6 @@
 #include "log/CallDigest.h"
 #include "log/LogReader.h"
 #include "log/LogReply.h"
-#include "log/SetValues.h"
 
 struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin

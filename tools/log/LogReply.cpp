@@ -44,7 +44,6 @@ std::string Plain(std::string_view szText, Escape eEscape)
     if (eEscape == Escape::NONE) return std::string(szText);
     szText = szText.substr(0, szText.find_first_of("\n\033"));
     std::string strPlain;
-    strPlain.reserve(szText.size());
     while (!szText.empty()) strPlain += TakeEscaped(szText, eEscape);
     return strPlain;
 }

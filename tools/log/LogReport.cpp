@@ -14,17 +14,16 @@
 namespace
 {
 
-// The columns; the last one has no width. A log is listed while it is read, so that they cannot fit its contents.
-constexpr std::pair<const char*, std::size_t> kColumns[] = {{"call", 5}, {"time", 20}, {"process", 8},
-                                                            {"kind", 7}, {"place", 0}, {"outcome", 0}};
-constexpr std::size_t kPlace = 4;
+// The columns before the last two, of which the place has a width by the files' names and the outcome none. A log is
+// listed while it is read, so that they cannot fit its contents.
+constexpr std::size_t kWidths[] = {5, 20, 8, 7};
 constexpr std::size_t kLineDigits = 8;
 
 std::string Row(const std::vector<std::string>& vCells, std::size_t nPlace)
 {
     std::string strRow;
     for (std::size_t i = 0; i + 1 < vCells.size(); ++i)
-        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i == kPlace ? nPlace : kColumns[i].second) + ' ';
+        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i < std::size(kWidths) ? kWidths[i] : nPlace) + ' ';
     return strRow + vCells.back();
 }
 
@@ -143,9 +142,7 @@ CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint
 
 std::string CCallList::Heading() const
 {
-    std::vector<std::string> vCells;
-    for (const auto& [szName, nWidth] : kColumns) vCells.emplace_back(szName);
-    return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
+    return m_paint.Faint(Row({"call", "time", "process", "kind", "place", "outcome"}, m_nPlace)) + '\n';
 }
 
 std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
