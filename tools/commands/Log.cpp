@@ -1,6 +1,5 @@
 // "log": from a set's log to the replies, and to the reasons.
 #include <cstdlib>
-#include <limits>
 
 #include "commands/Command.h"
 #include "explaining/RenderExplanation.h"
@@ -57,7 +56,7 @@ struct LogOptions {
     bool bRefused = false;
 
     std::size_t nFirst = 1;
-    std::size_t nLast = std::numeric_limits<std::size_t>::max();
+    std::size_t nLast = SIZE_MAX;
 
     // Reads `strCalls`; false when it is no range.
     bool ReadCalls()

@@ -4,8 +4,6 @@
 
 #include <optional>
 #include <set>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "session/LogTap.h"

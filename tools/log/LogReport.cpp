@@ -111,11 +111,10 @@ std::string NameFor(const LogCall& call)
     return "reply-" + strZeros + strNumber + (bWhole ? ".json" : ".partial");
 }
 
-// "conversation-1480.jsonl". A process is what the log says it is, which may be no number.
+// "conversation-1480.jsonl". A process is what the log says it is, which may be no number, and long.
 std::string ConversationOf(const LogCall& call)
 {
-    constexpr std::size_t kLongest = 32;
-    std::string strProcess = call.stPrefix.strProcess.substr(0, kLongest);
+    std::string strProcess = call.stPrefix.strProcess.substr(0, 32);
     for (char& c : strProcess)
         if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
     return "conversation" + (strProcess.empty() ? "" : '-' + strProcess) + ".jsonl";
