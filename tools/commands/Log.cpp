@@ -127,10 +127,10 @@ void CLogRun::Close() const
     if (m_bFound || HasFailed()) return;
     if (!m_stLog.strCalls.empty()) return Fail("there is no call " + m_stLog.strCalls);
     if (m_calls.Calls() > 0) return Complain("none of the " + Count(m_calls.Calls(), "call", "calls") + " is wanted");
-    std::vector<std::string> vForms;
-    for (const LogFormat& stFormat : kLogFormats) vForms.emplace_back(stFormat.szName);
+    std::string strForms;
+    for (const LogFormat& stFormat : kLogFormats) strForms.append(strForms.empty() ? "" : ", ").append(stFormat.szName);
     Fail("there is no call in " + Joined(m_stOptions.vFiles) + ", where the tag " + std::string(kTag) + " stands in " +
-         Count(m_reader.Tagged(), "line", "lines") + "; the forms that are known are " + Joined(vForms));
+         Count(m_reader.Tagged(), "line", "lines") + "; the forms that are known are " + strForms);
 }
 
 void CLogRun::Read(const std::string& strFile)
