@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "log/LogPrefix.h"
+#include "log/LogReader.h"
 
 namespace
 {
@@ -32,7 +32,7 @@ std::string Told(const std::string& strLine)
 
 TEST(LogPrefix, OfEachFormIsRecognised)
 {
-    for (const LogFormat& stFormat : LogFormats()) {
+    for (const LogFormat& stFormat : kLogFormats) {
         SCOPED_TRACE(stFormat.szName);
         const std::string strExample = stFormat.szExample;
         const std::size_t nTag = strExample.find("ParloAPI");

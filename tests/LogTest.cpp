@@ -12,7 +12,6 @@
 
 #include "Printable.h"
 #include "log/LogCalls.h"
-#include "log/LogExtract.h"
 #include "log/LogReplay.h"
 #include "parlo-api.h"
 
@@ -451,7 +450,8 @@ TEST_F(Log, BytesOfAnyKindAreSurvivedInBoundedMemory)
     std::string strPieces;
     for (int i = 0; i < 300; ++i) strPieces += strPiece + strLong.substr(0, 600) + '\n';
     for (const std::string& strLog :
-         {strLong, strPiece + strLong + '\n' + strLong, strThreads, strPieces, std::string(1000, '\0') + '\n',
+         {strLong, "\033[m\n" + strPieces, strPiece + strLong + '\n' + strLong, strThreads, strPieces,
+          std::string(1000, '\0') + '\n',
           strPiece + "###########strRawData############(print max length:50KB; actural size:99999999999999999999)",
           strPiece + "###########strRawData############(print max length:50KB; actural size:-1)\n" + strPieces,
           strPiece + "###########strRawData############(print max length:50KB; actural size:5)\\n\n" + strPieces}) {

@@ -1,15 +1,8 @@
 // "log": from a set's log to the replies, and to the reasons.
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+#include <cstdlib>
 
 #include "commands/Command.h"
 #include "explaining/RenderExplanation.h"
-#include "log/CallFilter.h"
-#include "log/LogCalls.h"
-#include "log/LogExtract.h"
-#include "log/LogReplay.h"
 #include "log/LogReport.h"
 #include "reading/LineFile.h"
 #include "records/RecordJson.h"
@@ -19,12 +12,72 @@
 namespace
 {
 
+constexpr std::string_view kMonths = "JanFebMarAprMayJunJulAugSepOctNovDec";
+
+// "Nov  5 10:00" as "11-05 10:00", "2026-11-05T10:00" with a blank: so texts of one log compare as their times do.
+std::string Comparable(std::string strTime)
+{
+    const std::size_t nMonth = strTime.size() < 6 ? kMonths.npos : kMonths.find(strTime.substr(0, 3));
+    if (nMonth != kMonths.npos && nMonth % 3 == 0) {
+        strTime.replace(0, 4, std::to_string(101 + nMonth / 3).substr(1) + '-');
+        if (strTime[3] == ' ') strTime[3] = '0';
+    }
+    std::replace(strTime.begin(), strTime.end(), 'T', ' ');
+    return strTime;
+}
+
+// Less than 0 when `strTime` is before `strBound`, 0 when it begins so. A bound without a day, or without a year, is
+// compared with what the log's time has behind it; each time begins with an empty one.
+int Compare(const std::string& strTime, const std::string& strBound)
+{
+    std::string strLeft = Comparable(strTime);
+    const std::string strRight = Comparable(strBound);
+    const std::size_t nLeft = strLeft.find_first_not_of("0123456789");
+    const std::size_t nRight = strRight.find_first_not_of("0123456789");
+    if (nRight == 2 && strRight[nRight] == ':' && strLeft.find(':') != strLeft.npos)
+        strLeft.erase(0, strLeft.find(':') - std::min<std::size_t>(2, strLeft.find(':')));
+    else if (nRight == 2 && nLeft == 4)
+        strLeft.erase(0, 5);
+    return strLeft.compare(0, strRight.size(), strRight);
+}
+
 struct LogOptions {
     bool bExplain = false;
     bool bReplay = false;
     bool bDiffers = false;  // only the calls that differ
     std::string strFolder;  // --extract; empty: not wanted
-    CallFilter filter;
+
+    // Which calls are wanted.
+    std::string strCalls;  // "3" or "3-5"; empty: all, as with the others
+    std::string strSince;  // a time as the log writes them, or its beginning, or a time of day
+    std::string strUntil;
+    std::string strProcess;
+    std::string strKind;
+    bool bRefused = false;
+
+    std::size_t nFirst = 1;
+    std::size_t nLast = SIZE_MAX;
+
+    // Reads `strCalls`; false when it is no range.
+    bool ReadCalls()
+    {
+        if (strCalls.empty()) return true;
+        if (strCalls.find_first_not_of("0123456789-") != std::string::npos) return false;
+        char* pEnd = nullptr;
+        nFirst = std::strtoul(strCalls.c_str(), &pEnd, 10);
+        nLast = *pEnd == '-' && pEnd[1] != '\0' ? std::strtoul(pEnd + 1, &pEnd, 10) : nFirst;
+        return *pEnd == '\0' && nFirst > 0 && nFirst <= nLast;
+    }
+
+    bool Wants(const LogCall& call) const
+    {
+        if (call.nNumber < nFirst || call.nNumber > nLast) return false;
+        if (!strProcess.empty() && call.stPrefix.strProcess != strProcess) return false;
+        if (!strKind.empty() && strKind != NameOf(call.digest.Kind())) return false;
+        if (bRefused && call.digest.GetResult() != CCallDigest::Result::REFUSED) return false;
+        if (call.stPrefix.strTime.empty()) return strSince.empty() && strUntil.empty();
+        return Compare(call.stPrefix.strTime, strSince) >= 0 && Compare(call.stPrefix.strTime, strUntil) <= 0;
+    }
 };
 
 // Reads logs and prints their calls while they end.
@@ -34,12 +87,11 @@ public:
     CLogRun(const Options& stOptions, const LogOptions& stLog)
         : m_stOptions(stOptions),
           m_stLog(stLog),
-          m_paint(stOptions.Paint()),
-          m_list(stOptions.vFiles, m_paint),
+          m_list(stOptions.vFiles, stOptions.Paint()),
           m_calls([this](LogCall& call) { Show(call); }, stLog.bExplain || stLog.bReplay),
           m_reader([this](const LogTextLine& stLine) { return m_calls.Take(stLine); })
     {
-        if (!stLog.strFolder.empty()) m_extract.emplace(stLog.strFolder);
+        if (!stLog.strFolder.empty()) BeginExtraction(stLog.strFolder);
     }
 
     int Run();
@@ -48,20 +100,16 @@ private:
     void Read(const std::string& strFile);
     void Show(LogCall& call);
     void Close() const;
-    CallReport Report(LogCall& call, bool bWanted);
     void ExplainTo(CallReport& stReport, LogCall& call) const;
 
     const Options& m_stOptions;
     const LogOptions& m_stLog;
-    CPaint m_paint;
     CCallList m_list;
     CLogCalls m_calls;
     CLogReader m_reader;
     CLogReplay m_replay;
-    std::optional<CLogExtract> m_extract;
     bool m_bFound = false;   // a call was shown
     bool m_bPassed = false;  // none of those to come is wanted
-    std::size_t m_nCalls = 0;
 };
 
 int CLogRun::Run()
@@ -77,12 +125,12 @@ void CLogRun::Close() const
 {
     if (m_bFound && !m_stOptions.bJson && !m_stLog.bExplain && !m_bPassed) Print(m_list.Closing(m_calls.Strays()));
     if (m_bFound || HasFailed()) return;
-    if (!m_stLog.filter.strCalls.empty()) return Fail("there is no call " + m_stLog.filter.strCalls);
-    if (m_nCalls > 0) return Complain("none of the " + Count(m_nCalls, "call", "calls") + " is wanted");
-    std::vector<std::string> vForms;
-    for (const LogFormat& stFormat : LogFormats()) vForms.emplace_back(stFormat.szName);
+    if (!m_stLog.strCalls.empty()) return Fail("there is no call " + m_stLog.strCalls);
+    if (m_calls.Calls() > 0) return Complain("none of the " + Count(m_calls.Calls(), "call", "calls") + " is wanted");
+    std::string strForms;
+    for (const LogFormat& stFormat : kLogFormats) strForms.append(strForms.empty() ? "" : ", ").append(stFormat.szName);
     Fail("there is no call in " + Joined(m_stOptions.vFiles) + ", where the tag " + std::string(kTag) + " stands in " +
-         Count(m_reader.Tagged(), "line", "lines") + "; the forms that are known are " + Joined(vForms));
+         Count(m_reader.Tagged(), "line", "lines") + "; the forms that are known are " + strForms);
 }
 
 void CLogRun::Read(const std::string& strFile)
@@ -111,38 +159,30 @@ void CLogRun::Read(const std::string& strFile)
 
 void CLogRun::Show(LogCall& call)
 {
-    ++m_nCalls;
-    bool bWanted = m_stLog.filter.Wants(call);
+    const bool bWanted = m_stLog.Wants(call);
     if (!bWanted && !m_stLog.bReplay) return;
-    const CallReport stReport = Report(call, bWanted);
-    if (m_stLog.bDiffers) bWanted = bWanted && stReport.stReplayed->eResult == Comparison::Result::DIFFERS;
-    if (!bWanted) return;
-    if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
-    m_bFound = true;
-    m_bPassed = !m_stLog.bReplay && call.nNumber == m_stLog.filter.nLast;
-    Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
-    if (!m_extract && !m_stLog.bReplay) StopWithoutReader();  // the files and the comparison are for all calls
-}
-
-CallReport CLogRun::Report(LogCall& call, bool bWanted)
-{
     CallReport stReport;
     stReport.nStatus = m_replay.Status(call);
-    if (m_extract && bWanted) stReport.strFile = m_extract->Add(call);
+    if (bWanted && !m_stLog.strFolder.empty()) stReport.strFile = Extract(call, m_stLog.strFolder);
     if (m_stLog.bReplay) stReport.stReplayed = m_replay.Run(call);
-    if (stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS) NoteFailure();
-    if (m_stLog.bExplain && bWanted && call.digest.Kind() == CallKind::REPLY) ExplainTo(stReport, call);
-    return stReport;
+    const bool bDiffers = stReport.stReplayed && stReport.stReplayed->eResult == Comparison::Result::DIFFERS;
+    if (bDiffers) NoteFailure();
+    if (!bWanted || (m_stLog.bDiffers && !bDiffers)) return;
+    if (m_stLog.bExplain && call.digest.Kind() == CallKind::REPLY) ExplainTo(stReport, call);
+    if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
+    m_bFound = true;
+    m_bPassed = !m_stLog.bReplay && call.nNumber == m_stLog.nLast;
+    Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
+    // The files and the comparison are for all calls.
+    if (m_stLog.strFolder.empty() && !m_stLog.bReplay) StopWithoutReader();
 }
 
 void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
 {
     Case stCase;
-    stCase.stReply.strSource = PlaceOf(call);
-    stCase.stReply.strFile = *call.pFile;
-    stCase.stReply.strUtterance = call.strUtterance;
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE;
+    stCase.stReply = {call.Place(), call.strUtterance, bWhole ? call.reply.Text() : "", *call.pFile};
     stCase.stReply.bNoUtterance = call.strUtterance.empty();
-    if (call.reply.GetState() == CLogReply::State::WHOLE) stCase.stReply.strText = call.reply.Text();
     stCase.vLog = std::move(call.vLines);
     stCase.bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) {
@@ -152,13 +192,13 @@ void CLogRun::ExplainTo(CallReport& stReport, LogCall& call) const
     if (m_stOptions.bJson)
         static_cast<void>(ParseJson(ExplainJson(stCase), true, stReport.explanation));
     else
-        stReport.strExplanation = Explain(stCase, m_paint);
+        stReport.strExplanation = Explain(stCase, m_stOptions.Paint());
 }
 
 int RunLog(const Options& stOptions, LogOptions& stLog)
 {
-    if (!stLog.filter.ReadCalls()) {
-        Complain(Quoted(stLog.filter.strCalls) + " is neither a call, 3, nor a range, 3-5; see parlo log --help");
+    if (!stLog.ReadCalls()) {
+        Complain(Quoted(stLog.strCalls) + " is neither a call, 3, nor a range, 3-5; see parlo log --help");
         return kExitUsage;
     }
     stLog.bReplay = stLog.bReplay || stLog.bDiffers;
@@ -176,12 +216,12 @@ void AddLog(CCommandLine& line)
                                 "  tail -f set.log | parlo log -",
                                 [pLog](const Options& stOptions) { return RunLog(stOptions, *pLog); });
     command.Files("a platform log as text; - for standard input");
-    command.Text("--call", pLog->filter.strCalls, "Tell of this call alone, or of a range, 3-5");
-    command.Text("--since", pLog->filter.strSince, "Tell of calls from this time on, written as the log does or 18:42");
-    command.Text("--until", pLog->filter.strUntil, "Tell of calls up to this time");
-    command.Text("--process", pLog->filter.strProcess, "Tell of the calls of this process");
-    command.Text("--kind", pLog->filter.strKind, "Tell of calls of this kind", {"start", "reply", "status", "stop"});
-    command.Flag("--refused", pLog->filter.bRefused, "Tell of the calls that were refused");
+    command.Text("--call", pLog->strCalls, "Tell of this call alone, or of a range, 3-5");
+    command.Text("--since", pLog->strSince, "Tell of calls from this time on, written as the log does or 18:42");
+    command.Text("--until", pLog->strUntil, "Tell of calls up to this time");
+    command.Text("--process", pLog->strProcess, "Tell of the calls of this process");
+    command.Text("--kind", pLog->strKind, "Tell of calls of this kind", {"start", "reply", "status", "stop"});
+    command.Flag("--refused", pLog->bRefused, "Tell of the calls that were refused");
     command.Flag("--differs", pLog->bDiffers, "Tell of the calls that --replay, which this is too, finds different");
     command.Flag("--explain", pLog->bExplain, "Tell what became of each part of the replies");
     command.Text("--extract", pLog->strFolder, "Write each reply and each process's conversation to this folder");

@@ -3,103 +3,86 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "session/LogForm.h"
+#include "text/Text.h"
 
 namespace
 {
 
-constexpr int kAside = -1;
-
-// A line that a call of the kind always writes when it comes so far, `nStep` being its place in the order; or one of
-// a branch, kAside, before which the first `nNeeds` steps were written, and none behind step `nMost`.
+// A line of a call of the kind, before which the first `nStep` steps of the fixed order were written, and none behind
+// step `nMost`. It is the next step itself, which a call always writes when it comes so far, or one of a branch.
 struct Row {
     CallKind eKind;
     std::string_view szFunction;
     std::string_view szStart;
     int nStep;
-    int nNeeds;
-    int nMost;
-    unsigned nEffect;
+    unsigned nEffect = NOTHING;
+    int nMost = nStep - 1;
+
+    bool IsStep() const { return (nEffect & BRANCH) == 0; }
 };
 
-constexpr Row Step(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nStep,
-                   unsigned nEffect = NOTHING)
-{
-    return {eKind, szFunction, szStart, nStep, nStep, nStep - 1, nEffect};
-}
-
-constexpr Row Aside(CallKind eKind, std::string_view szFunction, std::string_view szStart, int nNeeds, unsigned nEffect,
-                    int nMost = kAside)
-{
-    return {eKind, szFunction, szStart, kAside, nNeeds, std::max(nMost, nNeeds - 1), nEffect};
-}
-
-constexpr CallKind kStart = CallKind::START;
-constexpr CallKind kReply = CallKind::REPLY;
-constexpr CallKind kStatus = CallKind::STATUS;
-constexpr CallKind kStop = CallKind::STOP;
-
 constexpr Row kRows[] = {
-    Step(kStart, "InitializeMap", "", 0, DEBUG),
-    Step(kStart, "InitService", "m_strAppName:", 1),
-    Step(kStart, "ca_initial_service", "initial succeed", 2, ENDS | ACCEPTS),
-    Aside(kStart, "InitService", "init service again", 0, TWICE),
-    Aside(kStart, "ca_initial_service", "InitService failed", 0, ENDS | REFUSES, 1),
-    Aside(kStart, "ca_initial_service", "create CCAService failed", 0, ENDS | REFUSES, 1),
-    Aside(kStart, "ca_initial_service", "stopped by an exception", 0, ENDS | REFUSES, 1),
+    {CallKind::START, "InitializeMap", "", 0, DEBUG},
+    {CallKind::START, "InitService", "m_strAppName:", 1},
+    {CallKind::START, "ca_initial_service", "initial succeed", 2, ENDS | ACCEPTS},
+    {CallKind::START, "InitService", "init service again", 0, BRANCH | TWICE},
+    {CallKind::START, "ca_initial_service", "InitService failed", 0, BRANCH | ENDS | REFUSES, 1},
+    {CallKind::START, "ca_initial_service", "create CCAService failed", 0, BRANCH | ENDS | REFUSES, 1},
+    {CallKind::START, "ca_initial_service", "stopped by an exception", 0, BRANCH | ENDS | REFUSES, 1},
 
-    Step(kReply, "ca_get_speech_action", "get action from json package", 0),
-    Step(kReply, "PrintRcvData", "=================print all receive data", 1),
-    Step(kReply, "PrintRcvData", "###########strRawData", 2),
-    Step(kReply, "ParseData", "t_eStatus:", CCallDigest::kPieces + 1),
-    Step(kReply, "t_ParseSearchServer", "Start to parse", 5),
-    Step(kReply, "t_ParseSearchServer", "TAG_RSP", 6, DEBUG),
-    Step(kReply, "t_ParseSearchServer", "strCode:", CCallDigest::kCode),
-    Step(kReply, "GetSpeechActionData", "strSysResponse:", 8),
-    Step(kReply, "t_IsContentsSearchAction", "domain[0]:", 9),
-    Step(kReply, "t_IsContentsSearchAction", "vDomain is empty", 9),
-    Step(kReply, "GetSystemAction", "strAction = ", 10),
-    Step(kReply, "GetSystemAction", "eControl = ", 11),
-    Step(kReply, "GetSystemAction", "eControl:", 12),
-    Step(kReply, "t_SetSpeechInfo", "it is not tv control", 13),
-    Step(kReply, "GetSystemActionChannel", "strAction = ", 14),
-    Step(kReply, "GetSystemActionChannel", "eControl = ", 15),
-    Step(kReply, "GetSystemActionChannel", "eControl:", 16),
-    Step(kReply, "GetSystemActionCandidate", "strAction = ", 17),
-    Step(kReply, "GetSystemActionCandidate", "eControl = ", 18),
-    Step(kReply, "GetSystemActionCandidate", "eControl:", 19),
-    Step(kReply, "t_SetSpeechInfo", "eSysAction:", 20),
-    Step(kReply, "t_SetSpeechInfo", "No one match", 21, ENDS | ACCEPTS),
-    Aside(kReply, "ca_get_speech_action", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kReply, "ca_get_speech_action", "stopped by an exception", 1, ENDS | REFUSES, 21),
-    Aside(kReply, "ParseDataFlow", "strPreAllResult is empty", 1, NOTHING),
-    Aside(kReply, "ParseDataFlow", "parse speech data failed", 6, NOTHING, CCallDigest::kCode),
-    Aside(kReply, "ca_get_speech_action", "ParseDataFlow failed", 1, ENDS | REFUSES, CCallDigest::kCode),
-    Aside(kReply, "GetSpeechActionData", "vTVControl is empty", 9, NOTHING),
-    Aside(kReply, "ca_get_speech_action", "GetSpeechActionData failed", 9, ENDS | REFUSES),
-    Aside(kReply, "t_IsContentsSearchAction", "search_failed will", 10, ENDS | ACCEPTS | SEARCHES),
-    Aside(kReply, "t_IsContentsSearchAction", "Show search result", 10, HANDS_OVER),
-    Aside(kReply, "t_UpdateSearchResult", "strSearchKeywords:", 10, ENDS | ACCEPTS | HANDS_OVER),
-    Aside(kReply, "t_Get2ndAction", "2ndeAction is", 17, NOTHING, 20),
-    Aside(kReply, "t_GetActionIntent", "tv control error", 21, ENDS | ACCEPTS),
-    Aside(kReply, "t_GetActionIntent", "eActionIntent is", 21, ENDS | ACCEPTS),
+    {CallKind::REPLY, "ca_get_speech_action", "get action from json package", 0},
+    {CallKind::REPLY, "PrintRcvData", "=================print all receive data", 1},
+    {CallKind::REPLY, "PrintRcvData", "###########strRawData", 2},
+    {CallKind::REPLY, "ParseData", "t_eStatus:", CCallDigest::kPieces + 1},
+    {CallKind::REPLY, "t_ParseSearchServer", "Start to parse", 5},
+    {CallKind::REPLY, "t_ParseSearchServer", "TAG_RSP", 6, DEBUG},
+    {CallKind::REPLY, "t_ParseSearchServer", "strCode:", CCallDigest::kCode},
+    {CallKind::REPLY, "GetSpeechActionData", "strSysResponse:", 8},
+    {CallKind::REPLY, "t_IsContentsSearchAction", "domain[0]:", 9},
+    {CallKind::REPLY, "t_IsContentsSearchAction", "vDomain is empty", 9},
+    {CallKind::REPLY, "GetSystemAction", "strAction = ", 10},
+    {CallKind::REPLY, "GetSystemAction", "eControl = ", 11},
+    {CallKind::REPLY, "GetSystemAction", "eControl:", 12},
+    {CallKind::REPLY, "t_SetSpeechInfo", "it is not tv control", 13},
+    {CallKind::REPLY, "GetSystemActionChannel", "strAction = ", 14},
+    {CallKind::REPLY, "GetSystemActionChannel", "eControl = ", 15},
+    {CallKind::REPLY, "GetSystemActionChannel", "eControl:", 16},
+    {CallKind::REPLY, "GetSystemActionCandidate", "strAction = ", 17},
+    {CallKind::REPLY, "GetSystemActionCandidate", "eControl = ", 18},
+    {CallKind::REPLY, "GetSystemActionCandidate", "eControl:", 19},
+    {CallKind::REPLY, "t_SetSpeechInfo", "eSysAction:", 20},
+    {CallKind::REPLY, "t_SetSpeechInfo", "No one match", 21, ENDS | ACCEPTS},
+    {CallKind::REPLY, "ca_get_speech_action", "m_pCAService is NULL", 1, BRANCH | ENDS | REFUSES | NO_SERVICE},
+    {CallKind::REPLY, "ca_get_speech_action", "stopped by an exception", 1, BRANCH | ENDS | REFUSES, 21},
+    {CallKind::REPLY, "ParseDataFlow", "strPreAllResult is empty", 1, BRANCH},
+    {CallKind::REPLY, "ParseDataFlow", "parse speech data failed", 6, BRANCH, CCallDigest::kCode},
+    {CallKind::REPLY, "ca_get_speech_action", "ParseDataFlow failed", 1, BRANCH | ENDS | REFUSES, CCallDigest::kCode},
+    {CallKind::REPLY, "GetSpeechActionData", "vTVControl is empty", 9, BRANCH},
+    {CallKind::REPLY, "ca_get_speech_action", "GetSpeechActionData failed", 9, BRANCH | ENDS | REFUSES},
+    {CallKind::REPLY, "t_IsContentsSearchAction", "search_failed will", 10, BRANCH | ENDS | ACCEPTS | SEARCHES},
+    {CallKind::REPLY, "t_IsContentsSearchAction", "Show search result", 10, BRANCH | HANDS_OVER},
+    {CallKind::REPLY, "t_UpdateSearchResult", "strSearchKeywords:", 10, BRANCH | ENDS | ACCEPTS | HANDS_OVER},
+    {CallKind::REPLY, "t_Get2ndAction", "2ndeAction is", 17, BRANCH, 20},
+    {CallKind::REPLY, "t_GetActionIntent", "tv control error", 21, BRANCH | ENDS | ACCEPTS},
+    {CallKind::REPLY, "t_GetActionIntent", "eActionIntent is", 21, BRANCH | ENDS | ACCEPTS},
 
-    Step(kStatus, "ca_get_conv_status", "get action from json package", 0),
-    Step(kStatus, "GetConversationStatus", "Get conversation status", 1, DEBUG),
-    Step(kStatus, "IsConversationFactorySupport", "GetData return:", 2),
-    Step(kStatus, "IsCountrySupportConv", "country[", 3),
-    Step(kStatus, "CompareCountryLanguage", "country[", 4, ENDS | ACCEPTS),
-    Aside(kStatus, "ca_get_conv_status", "m_pCAService is NULL", 1, ENDS | REFUSES | NO_SERVICE),
-    Aside(kStatus, "ca_get_conv_status", "stopped by an exception", 1, ENDS | REFUSES, 4),
-    Aside(kStatus, "IsConversationFactorySupport", "GetData failed", 3, ENDS | ACCEPTS | UNSUPPORTED),
-    Aside(kStatus, "IsConversationFactorySupport", "not support voice", 3, ENDS | ACCEPTS | UNSUPPORTED),
-    Aside(kStatus, "IsCountrySupportConv", "This country [", 4, ENDS | ACCEPTS | UNSUPPORTED),
+    {CallKind::STATUS, "ca_get_conv_status", "get action from json package", 0},
+    {CallKind::STATUS, "GetConversationStatus", "Get conversation status", 1, DEBUG},
+    {CallKind::STATUS, "IsConversationFactorySupport", "GetData return:", 2},
+    {CallKind::STATUS, "IsCountrySupportConv", "country[", 3},
+    {CallKind::STATUS, "CompareCountryLanguage", "country[", 4, ENDS | ACCEPTS},
+    {CallKind::STATUS, "ca_get_conv_status", "m_pCAService is NULL", 1, BRANCH | ENDS | REFUSES | NO_SERVICE},
+    {CallKind::STATUS, "ca_get_conv_status", "stopped by an exception", 1, BRANCH | ENDS | REFUSES, 4},
+    {CallKind::STATUS, "IsConversationFactorySupport", "GetData failed", 3, BRANCH | ENDS | ACCEPTS | UNSUPPORTED},
+    {CallKind::STATUS, "IsConversationFactorySupport", "not support voice", 3, BRANCH | ENDS | ACCEPTS | UNSUPPORTED},
+    {CallKind::STATUS, "IsCountrySupportConv", "This country [", 4, BRANCH | ENDS | ACCEPTS | UNSUPPORTED},
 
-    Step(kStop, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS),
-    Aside(kStop, "ca_uninitial", "m_pCAService is NULL", 1, ENDS | ACCEPTS | NO_SERVICE),
+    {CallKind::STOP, "ca_uninitial", "delete the thread", 0, ENDS | ACCEPTS},
+    {CallKind::STOP, "ca_uninitial", "m_pCAService is NULL", 1, BRANCH | ENDS | ACCEPTS | NO_SERVICE},
 };
 
 // The functions whose other lines are a status call's; all others' are a reply's.
@@ -124,13 +107,44 @@ bool IsParsing(const LogLine& stLine)
     return Begins(stLine.strLine, "CAParseJson: ") && stLine.strMessage != "json parse error";
 }
 
-// The number behind `szStart`; false when the line has another message.
-bool Number(const LogLine& stLine, std::string_view szFunction, std::string_view szStart, int& nNumber)
+// The number behind `szStart`; nothing when the message is another one.
+std::optional<int> Number(const std::string& strMessage, std::string_view szStart)
 {
-    if (stLine.strFunction != szFunction || !Begins(stLine.strMessage, szStart)) return false;
-    nNumber = static_cast<int>(std::strtol(stLine.strMessage.c_str() + szStart.size(), nullptr, 10));
-    return true;
+    if (!Begins(strMessage, szStart)) return {};
+    return static_cast<int>(std::strtol(strMessage.c_str() + szStart.size(), nullptr, 10));
 }
+
+constexpr const char* kNone = "none";
+
+// A line that ends in a value, or stands for one.
+struct ValueRow {
+    std::optional<std::string> SetValues::*pValue;
+    std::string_view szFunction;
+    std::string_view szBefore;
+    std::string_view szBehind;  // the value stands between the two
+    const char* szMeans;        // null: what stands there
+};
+
+constexpr ValueRow kValueRows[] = {
+    {&SetValues::strCountry, "GetCountry", "Countrycode is ", "", nullptr},
+    {&SetValues::strCountry, "GetCountry", "vconf get CountryCode error", "", kNone},
+    {&SetValues::strCountry, "GetCountry", "vconf get CountryCode is empty", "", ""},
+    {&SetValues::strLanguage, "CompareCountryLanguage", "], voice language[", "]", nullptr},
+    {&SetValues::strLanguage, "GetVCSettingLanguage", "vc setting initialize failed", "", kNone},
+    {&SetValues::strLanguage, "GetVCSettingLanguage", "vc_setting_get_language failed", "", kNone},
+    {&SetValues::strVoiceRecog, "IsConversationFactorySupport", "ID_MRT_VOICE_RECOG:", "", nullptr},
+    {&SetValues::strVoiceRecog, "IsConversationFactorySupport", "GetData failed", "", kNone},
+    // Logged at the priority that every set logs; the lines above say more where they are there.
+    {&SetValues::strCountry, "IsCountrySupportConv", "country[", "]", nullptr},
+    {&SetValues::strCountry, "CompareCountryLanguage", "country[", "], voice", nullptr},
+};
+
+// Each value with its option and its variable.
+constexpr std::tuple<std::optional<std::string> SetValues::*, const char*, const char*> kOptions[] = {
+    {&SetValues::strCountry, "--country", "PARLO_COUNTRY"},
+    {&SetValues::strLanguage, "--language", "PARLO_LANGUAGE"},
+    {&SetValues::strVoiceRecog, "--voice-recog", "PARLO_VOICE_RECOG"},
+};
 
 }  // namespace
 
@@ -140,10 +154,11 @@ const char* NameOf(CallKind eKind)
     return kNames[static_cast<int>(eKind)];
 }
 
-bool IsStep(std::string_view szFunction, std::string_view szMessage)
+bool IsStep(std::string_view szLine)
 {
-    const Row* pRow = FindRow(szFunction, szMessage);
-    return pRow != nullptr && pRow->nStep != kAside && pRow->eKind != kStop;
+    LogForm stForm;
+    const Row* pRow = ParseLogForm(szLine, stForm) ? FindRow(stForm.szFunction, stForm.szMessage) : nullptr;
+    return pRow != nullptr && pRow->IsStep() && pRow->eKind != CallKind::STOP;
 }
 
 CallKind KindOf(const LogLine& stLine)
@@ -159,11 +174,11 @@ void CCallDigest::Listen(const LogLine& stLine)
     const Row* pRow = FindRow(stLine);
     if (pRow == nullptr && IsParsing(stLine)) m_nStep = std::max(m_nStep, kCode);
     if (pRow == nullptr || pRow->eKind != m_eKind) return;
-    if (pRow->nStep != kAside) {
+    if (pRow->IsStep()) {
         m_nStep = std::max(m_nStep, pRow->nStep);
         m_vSeen.insert(pRow->nStep);
     }
-    m_nNeeded = std::max(m_nNeeded, pRow->nNeeds);
+    m_nNeeded = std::max(m_nNeeded, pRow->nStep);
     m_nEffects |= pRow->nEffect;
     if ((pRow->nEffect & ACCEPTS) != 0) m_eResult = Result::DONE;
     if ((pRow->nEffect & REFUSES) != 0) m_eResult = Result::REFUSED;
@@ -180,9 +195,9 @@ bool CCallDigest::IsOfNext(const LogLine& stLine) const
     if (KindOf(stLine) != m_eKind) return true;
     const Row* pRow = FindRow(stLine);
     if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
-    const bool bEndedStop = m_eKind == CallKind::STOP && !NoService() && (pRow->nEffect & NO_SERVICE) != 0;
-    if (HasEnded() || m_nStep > pRow->nMost) return !bEndedStop;
-    return pRow->nStep != kAside && pRow->nStep < m_nNeeded;
+    const bool bEndedStop = m_eKind == CallKind::STOP && !Has(NO_SERVICE) && (pRow->nEffect & NO_SERVICE) != 0;
+    if (Has(ENDS) || m_nStep > pRow->nMost) return !bEndedStop;
+    return pRow->IsStep() && pRow->nStep < m_nNeeded;
 }
 
 void CCallDigest::TakeValues(const LogLine& stLine)
@@ -195,17 +210,17 @@ void CCallDigest::TakeValues(const LogLine& stLine)
             if (Begins(stLine.strMessage, szWord)) TakeAction(stLine.strMessage.substr(szWord.size()));
 
     // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
-    int nCode = 0;
-    if (bLookUp && Number(stLine, stLine.strFunction, "eControl:", nCode) && nCode > 0) {
-        m_nCode = nCode;
+    const std::optional<int> nCode = Number(stLine.strMessage, "eControl:");
+    if (bLookUp && nCode > 0) {
+        m_nCode = *nCode;
         m_bChannel = stLine.strFunction == kLookUps[1];
         if (stLine.strFunction == kLookUps[0]) m_nEffects |= ENDS;
-    } else if (Number(stLine, "t_SetSpeechInfo", "No one match, error ouccured:", nCode)) {
-        m_nCode = nCode;
+    } else if (stLine.strFunction == "t_SetSpeechInfo") {
+        m_nCode = Number(stLine.strMessage, "No one match, error ouccured:").value_or(m_nCode);
     } else if (stLine.strFunction == "t_Get2ndAction" && m_bChannel) {
         m_nEffects |= ENDS;  // no more follows
     }
-    if (m_eKind == CallKind::REPLY && HasEnded() && m_nCode > 0) m_eResult = Result::DONE;
+    if (m_eKind == CallKind::REPLY && Has(ENDS) && m_nCode > 0) m_eResult = Result::DONE;
 }
 
 // Takes what a line calls the action. One with a line break must be said twice: a log's reader may have broken it, and
@@ -226,13 +241,13 @@ void CCallDigest::TakeAction(const std::string& strAction)
 const char* CCallDigest::Outcome() const
 {
     constexpr const char* kNames[] = {"unknown", "done", "refused"};
-    return m_eKind == CallKind::STOP && NoService() ? "no_service" : kNames[static_cast<int>(m_eResult)];
+    return m_eKind == CallKind::STOP && Has(NO_SERVICE) ? "no_service" : kNames[static_cast<int>(m_eResult)];
 }
 
 std::vector<std::string> CCallDigest::Missing() const
 {
     std::vector<std::string> vMissing = MissingBelow(m_nNeeded);
-    if (!HasEnded()) vMissing.emplace_back("the end");
+    if (!Has(ENDS)) vMissing.emplace_back("the end");
     return vMissing;
 }
 
@@ -243,22 +258,22 @@ std::vector<std::string> CCallDigest::MissingWords() const
     const std::size_t nBegin = m_vSeen.empty() ? nAll : MissingBelow(std::min(*m_vSeen.begin(), m_nNeeded)).size();
     if (nBegin > 0) vWords.emplace_back("its beginning is lost");
     if (nAll > nBegin) vWords.push_back(std::to_string(nAll - nBegin) + " of its lines in between lost");
-    if (!HasEnded()) vWords.emplace_back("its end is lost");
+    if (!Has(ENDS)) vWords.emplace_back("its end is lost");
     return vWords;
 }
 
 bool CCallDigest::LacksBefore(const LogLine& stLine) const
 {
     const Row* pRow = FindRow(stLine);
-    return !MissingBelow(pRow == nullptr ? m_nNeeded : pRow->nNeeds).empty();
+    return !MissingBelow(pRow == nullptr ? m_nNeeded : pRow->nStep).empty();
 }
 
 std::vector<std::string> CCallDigest::MissingBelow(int nStep) const
 {
     std::vector<std::string> vMissing;
-    int nLast = kAside;
+    int nLast = -1;
     for (const Row& row : kRows) {
-        if (row.eKind != m_eKind || row.nStep == kAside || row.nStep >= nStep || row.nStep == nLast) continue;
+        if (row.eKind != m_eKind || !row.IsStep() || row.nStep >= nStep || row.nStep == nLast) continue;
         if (m_vSeen.count(row.nStep) != 0 || (row.nEffect & DEBUG) != 0) continue;
         nLast = row.nStep;
         vMissing.push_back(std::string(row.szFunction) + ": " + std::string(row.szStart));
@@ -268,22 +283,55 @@ std::vector<std::string> CCallDigest::MissingBelow(int nStep) const
 
 std::string CCallDigest::Reason(std::string_view szReply) const
 {
-    if (NoService()) return "there is no service";
-    return StartedTwice() ? "the service was there already" : m_refusal.Reason(szReply);
+    if (Has(NO_SERVICE)) return "there is no service";
+    return Has(TWICE) ? "the service was there already" : m_refusal.Reason(szReply);
 }
 
 std::string CCallDigest::Words(std::string_view szReply) const
 {
-    if (NoService() && m_eKind == CallKind::STOP) return "there was no service";
+    if (Has(NO_SERVICE) && m_eKind == CallKind::STOP) return "there was no service";
     if (m_eResult == Result::REFUSED) return "refused: " + Reason(szReply);
     if (m_eResult == Result::UNKNOWN) return "unknown";
-    return m_eKind == CallKind::REPLY ? RecordWords() : "done";
+    if (m_eKind != CallKind::REPLY) return "done";
+    if (Has(HANDS_OVER)) return "search hand-over";
+    if (Has(SEARCHES)) return "failed search";
+    const std::string strCode = m_nCode < 0 ? "unknown" : std::to_string(m_nCode);
+    return (m_strAction.empty() ? "action unknown" : m_strAction) + ", code " + strCode;
 }
 
-std::string CCallDigest::RecordWords() const
+void SetValues::Listen(const LogLine& stLine)
 {
-    if (IsHandOver()) return "search hand-over";
-    if (IsFailedSearch()) return "failed search";
-    const std::string strCode = m_nCode < 0 ? "code unknown" : "code " + std::to_string(m_nCode);
-    return (m_strAction.empty() ? "action unknown" : m_strAction) + ", " + strCode;
+    for (const ValueRow& row : kValueRows) {
+        if (stLine.strFunction != row.szFunction) continue;
+        const std::string_view szMessage = stLine.strMessage;
+        const std::size_t nBefore = szMessage.find(row.szBefore);
+        if (nBefore == szMessage.npos) continue;
+        const bool bSaid = (this->*row.pValue).has_value();
+        if (bSaid && row.pValue == &SetValues::strCountry && !row.szBehind.empty()) continue;
+        if (bSaid && row.pValue == &SetValues::strLanguage && *strLanguage == kNone) continue;
+        std::string_view szValue = szMessage.substr(nBefore + row.szBefore.size());
+        if (!row.szBehind.empty()) szValue = szValue.substr(0, szValue.rfind(row.szBehind));
+        this->*row.pValue = row.szMeans != nullptr ? row.szMeans : std::string(szValue);
+    }
+}
+
+void SetValues::Apply() const
+{
+    for (const auto& [pValue, szFlag, szVariable] : kOptions)
+        if (const auto& strValue = this->*pValue) setenv(szVariable, strValue->c_str(), 1);
+}
+
+std::string SetValues::Options() const
+{
+    std::string strOptions;
+    for (const auto& [pValue, szFlag, szVariable] : kOptions)
+        if (const auto& strValue = this->*pValue)
+            strOptions += (strOptions.empty() ? "" : " ") + std::string(szFlag) + ' ' + Shown(*strValue);
+    return strOptions;
+}
+
+bool IsAnswer(const LogLine& stLine)
+{
+    constexpr std::string_view kAnswering[] = {"GetCountry", "GetVCSettingLanguage"};
+    return IsOneOf(stLine.strFunction, kAnswering);
 }

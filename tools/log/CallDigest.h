@@ -1,11 +1,9 @@
-// What a call to the library came to, told from its log lines; and which lines the log must have lost, since the
-// library writes them in a fixed order.
+// What a call to the library came to and on what set, told from its log lines; and which lines the log must have lost,
+// since the library writes them in a fixed order.
 #pragma once
 
-#include <cstddef>
+#include <optional>
 #include <set>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "session/LogTap.h"
@@ -19,19 +17,20 @@ enum CallEffect : unsigned {
     ENDS = 1,     // nothing that matters comes behind it
     ACCEPTS = 2,  // the reply is used, the service started
     REFUSES = 4,
-    DEBUG = 8,  // of debug priority: a set may not log it, so that nobody misses it
-    NO_SERVICE = 16,
-    HANDS_OVER = 32,
-    SEARCHES = 64,  // a failed search
-    TWICE = 128,
-    UNSUPPORTED = 256,
+    DEBUG = 8,          // of debug priority: a set may not log it, so that nobody misses it
+    NO_SERVICE = 16,    // the call found none
+    HANDS_OVER = 32,    // a search that the voice application makes
+    SEARCHES = 64,      // a failed search
+    TWICE = 128,        // a start that found the service there already
+    UNSUPPORTED = 256,  // a set, or its country, without conversation
+    BRANCH = 512,       // not every call that comes so far writes it
 };
 
 // "start", "reply", "status", "stop"
 const char* NameOf(CallKind eKind);
 
-// Whether a line with this message is written once in a call, and never twice in a row.
-bool IsStep(std::string_view szFunction, std::string_view szMessage);
+// Whether a line, told without its prefix, is written once in a call, and never twice in a row.
+bool IsStep(std::string_view szLine);
 
 // Which kind of call writes such a line.
 CallKind KindOf(const LogLine& stLine);
@@ -52,26 +51,17 @@ public:
 
     CallKind Kind() const { return m_eKind; }
     Result GetResult() const { return m_eResult; }
-    bool HasEnded() const { return Has(ENDS); }
+    bool Has(CallEffect eEffect) const { return (m_nEffects & eEffect) != 0; }
     bool HasRecord() const { return m_nStep > kCode; }  // the reply was read, and its record begun
     int GetStep() const { return m_nStep; }             // the last one of the fixed order that was seen
 
     // Of a reply: its action word and code as far as the log has them; -1 when not, as before it is decided.
     const std::string& Action() const { return m_strAction; }
     int Code() const { return m_eResult == Result::DONE ? m_nCode : -1; }
-    bool IsHandOver() const { return Has(HANDS_OVER); }
-    bool IsFailedSearch() const { return Has(SEARCHES); }
 
     // Why it was refused, half a sentence, with the reply as far as it is known; and the line that says so.
     std::string Reason(std::string_view szReply = {}) const;
     const std::string& ReasonLine() const { return m_refusal.Line(); }
-
-    // Of all: the call found no service. Of a start: the service was there already.
-    bool NoService() const { return Has(NO_SERVICE); }
-    bool StartedTwice() const { return Has(TWICE); }
-
-    // Of a status: the set or its country is without conversation.
-    bool Unsupported() const { return Has(UNSUPPORTED); }
 
     // "unknown", "done", "refused"; of a stop without a service "no_service"
     const char* Outcome() const;
@@ -93,11 +83,9 @@ public:
     static constexpr int kCode = 7;    // the one behind which it is known to be no error
 
 private:
-    bool Has(CallEffect eEffect) const { return (m_nEffects & eEffect) != 0; }
     std::vector<std::string> MissingBelow(int nStep) const;
     void TakeValues(const LogLine& stLine);
     void TakeAction(const std::string& strAction);
-    std::string RecordWords() const;
 
     CallKind m_eKind;
     Result m_eResult = Result::UNKNOWN;
@@ -111,3 +99,22 @@ private:
     unsigned m_nEffects = NOTHING;
     CRefusal m_refusal;
 };
+
+// What the library logs of the set that it runs on.
+// Values as the options --country, --language and --voice-recog take them; "none" where the set had none.
+struct SetValues {
+    std::optional<std::string> strCountry;
+    std::optional<std::string> strLanguage;
+    std::optional<std::string> strVoiceRecog;
+
+    void Listen(const LogLine& stLine);
+
+    // Makes the television's substitute answer so, as far as the values are known.
+    void Apply() const;
+
+    // "--country US --language en_US"; empty when nothing is known.
+    std::string Options() const;
+};
+
+// Whether the line says what the television answered, and not what the library made of it.
+bool IsAnswer(const LogLine& stLine);

@@ -1,15 +1,8 @@
-// Sorting of records into calls.
+// From lines to records, and from those to calls.
 #include "log/LogCalls.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <string_view>
-
-#include "log/LineCompare.h"
-#include "text/Text.h"
 
 namespace
 {
@@ -21,13 +14,32 @@ constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open 
 constexpr std::size_t kLineOverhead = 160;    // what a line takes beside its texts
 constexpr std::size_t kLongestKept = 2000;    // bytes of a line, as much as the library's own lines are kept of
 
+constexpr std::size_t kLongestText = 1 << 16;   // bytes of a record; more is dropped
+constexpr std::size_t kLongestPiece = 1 << 13;  // the same of a piece, however it is escaped and indented
+
+// Messages that end in a text of the reply or the set.
+constexpr std::string_view kOpenTexts[] = {"strAction = ",  "szAction[",          "domain[",      "strSearchKeywords:",
+                                           "m_strAppName:", "strActionIntent = ", "premiumflag:", "errCode:"};
+
 constexpr std::string_view kAppMessage = "m_strAppName:";
 constexpr std::string_view kWordsMessage = "strSearchKeywords:";
 constexpr std::string_view kEmptyMessage = "strPreAllResult is empty()";
 
 // What loggers write in place of lines that they drop.
-constexpr std::array<std::string_view, 7> kDropped = {
-    "uppressed ", "messages suppressed", "rate-limit", "message repeated ", "messages lost", " identical ", "log lost"};
+constexpr std::string_view kDropped[] = {"uppressed ",    "messages suppressed", "rate-limit", "message repeated ",
+                                         "messages lost", " identical ",         "log lost"};
+
+bool IsClosed(std::string_view szText)
+{
+    szText = szText.substr(0, szText.find_last_not_of('\r') + 1);
+    return CutShownColour(szText);
+}
+
+// How many brackets it opens and does not close.
+std::ptrdiff_t Brackets(std::string_view szText)
+{
+    return std::count(szText.begin(), szText.end(), '[') - std::count(szText.begin(), szText.end(), ']');
+}
 
 LogLine LineOf(const LogForm& stForm, std::string strMessage)
 {
@@ -76,31 +88,90 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& 
     return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
 }
 
-// What a gap with a known place is, and what one of unknown place.
-std::string GapText(const CLogReply& reply, const CLogReply::Gap& stGap)
+}  // namespace
+
+void LogStream::Begin(const LogTextLine& stLine)
 {
-    if (stGap.bPlace)
-        return Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
-    if (!reply.HasSize()) return "how long the reply was";
-    if (reply.Pieces() >= reply.Wanted()) return "the order of the reply's pieces, of which there are too many";
-    return std::to_string(reply.Wanted() - reply.Pieces()) + " of the reply's " +
-           Count(reply.Wanted(), "piece", "pieces");
+    stFirst = stLine;
+    bPending = true;
+    bClosed = IsClosed(stLine.strMessage);
+    if (stLine.bAlone) eStyle = Style::RAW;
+    if (stLine.bSubstitute) {
+        eStyle = Style::ONE_LINE;
+        eEscape = Escape::BACKSLASH;
+    }
+    LogForm stForm;
+    ParseLogForm(stFirst.strMessage, stForm);
+    const std::string_view szText = stForm.szMessage;
+    const auto IsBegin = [szText](std::string_view szStart) { return Begins(szText, szStart); };
+    nText = stFirst.strMessage.size() - szText.size();
+    bOpenText = std::any_of(std::begin(kOpenTexts), std::end(kOpenTexts), IsBegin);
+    nBrackets = Brackets(szText);
+    eDump = DumpLineOf(stForm, nSize);
+    if (eDump != DumpLine::SIZE) return;
+    // The message ends in a line break: where the log shows that in the same line, it does so with every record.
+    const std::string_view szBehind = szText.substr(szText.find(')') + 1);
+    eEscape = EscapeOf(szBehind);
+    if (!szBehind.empty() && ColourLength(szBehind) == 0) eStyle = Style::ONE_LINE;
 }
 
-}  // namespace
+void LogStream::Append(const LogTextLine& stLine)
+{
+    if (eStyle == Style::UNKNOWN) eStyle = stLine.bTagged ? Style::PREFIXED : Style::RAW;
+    const std::string& strContent = Content(stLine);
+    std::string& strText = stFirst.strMessage;
+    strText += '\n';
+    strText.append(strContent, 0, kLongestText - std::min(strText.size(), kLongestText));
+    nBrackets += Brackets(strContent);
+    bClosed = IsClosed(strContent);
+}
+
+bool LogStream::GoesOn(const LogTextLine& stLine) const
+{
+    if (!bPending || bClosed || eStyle == Style::ONE_LINE) return false;
+    if (!stLine.bTagged && eStyle == Style::PREFIXED) return false;
+    if (stLine.bTagged && stLine.stPrefix.strPriority != stFirst.stPrefix.strPriority) return false;
+    if (eDump == DumpLine::PIECE) return Length() < kLongestPiece;
+    if (eDump == DumpLine::SIZE) return stFirst.strMessage.find('\n') == std::string::npos;
+    return Length() < kLongestText && (bColours || bOpenText || nBrackets > 0);
+}
+
+// Whether the pending record is a piece that may have more bytes.
+bool LogStream::MayLack() const
+{
+    const bool bOpen = bPending && !bClosed && eStyle != Style::ONE_LINE && eDump == DumpLine::PIECE;
+    return bOpen && Length() < (call ? call->reply.Next() : CLogReply().Next());
+}
+
+// What a line that follows adds to the record.
+const std::string& LogStream::Content(const LogTextLine& stLine) const
+{
+    return eStyle == Style::RAW ? stLine.strRaw : stLine.strMessage;
+}
+
+// The length of the pending record with all that is held, or without the lines of other programs; and whether it is a
+// piece's then, with its colour at the end if the log has them.
+std::size_t LogStream::LengthWithHeld(bool bAll, bool& bMadeUp) const
+{
+    std::size_t nLength = Length();
+    std::string_view szLast;
+    bool bRecord = false;
+    for (const LogTextLine& stLine : vHeld) {
+        bRecord = bRecord || stLine.eSort == LogTextLine::Sort::RECORD;
+        if (!bAll && stLine.eSort != LogTextLine::Sort::MORE) continue;
+        szLast = Content(stLine);
+        nLength += 1 + szLast.size();
+    }
+    const std::size_t nShown = szLast.size();
+    const bool bColour = CutShownColour(szLast);
+    bMadeUp = (bAll || !bRecord) && bColour == bColours && call->reply.MayHave(nLength - (nShown - szLast.size()));
+    return nLength;
+}
 
 std::vector<std::string> LogCall::Missing() const
 {
     std::vector<std::string> vMissing = digest.Missing();
-    for (std::string& strMissing : MissingOfReply()) vMissing.push_back(std::move(strMissing));
-    return vMissing;
-}
-
-std::vector<std::string> LogCall::MissingOfReply() const
-{
-    std::vector<std::string> vMissing;
-    if (!reply.IsThere()) return vMissing;
-    for (const CLogReply::Gap& stGap : reply.Gaps()) vMissing.push_back(GapText(reply, stGap));
+    for (std::string& strMissing : reply.Missing()) vMissing.push_back(std::move(strMissing));
     return vMissing;
 }
 
@@ -108,7 +179,8 @@ bool CLogCalls::Take(const LogTextLine& stLine)
 {
     const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
     const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
-    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && std::any_of(kDropped.begin(), kDropped.end(), Says)) {
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore &&
+        std::any_of(std::begin(kDropped), std::end(kDropped), Says)) {
         m_strDropped = stLine.strRaw;
         for (auto& [key, stStream] : m_mapStreams)
             if (stStream.call) stStream.call->strDropped = stLine.strRaw;
@@ -122,7 +194,7 @@ void CLogCalls::Pause()
     for (auto& [key, stStream] : m_mapStreams) {
         if (!stStream.vHeld.empty() || stStream.Lacks()) continue;
         Finish(stStream);
-        if (stStream.call && stStream.call->digest.HasEnded()) Close(stStream);
+        if (stStream.call && stStream.call->digest.Has(ENDS)) Close(stStream);
     }
 }
 
@@ -184,20 +256,17 @@ void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
     stStream.LengthWithHeld(false, bOwn);
     bAll = bAll && stLine.eSort != LogTextLine::Sort::MORE;
     if (!bAll && !bOwn && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
-    if (bAll || bOwn) {
-        for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {}))
-            if (bAll || stHeld.eSort == LogTextLine::Sort::MORE) stStream.Append(stHeld);
-    } else {
-        Release(stStream);
+    if (!bAll && !bOwn) {
+        Finish(stStream);
+        m_pLast = nullptr;
+    }
+    for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {})) {
+        if (!bAll && !bOwn)
+            Assign(stHeld);
+        else if (bAll || stHeld.eSort == LogTextLine::Sort::MORE)
+            stStream.Append(stHeld);
     }
     Assign(stLine);
-}
-
-void CLogCalls::Release(LogStream& stStream)
-{
-    Finish(stStream);
-    m_pLast = nullptr;
-    for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {})) Assign(stLine);
 }
 
 // The record is over: its call takes it.
@@ -222,8 +291,7 @@ void CLogCalls::Finish(LogStream& stStream)
                               stStream.bClosed || stStream.eStyle == LogStream::Style::PREFIXED);
     }
     call.digest.Listen(stLine);
-    std::size_t nSize = 0;
-    if (DumpLineOf(stForm, nSize) == DumpLine::SIZE) call.reply.Announce(nSize);
+    if (stStream.eDump == DumpLine::SIZE) call.reply.Announce(stStream.nSize);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
     // Where the log shows lines as they are, its reader may have broken them.
     const bool bBroken = stStream.eStyle == LogStream::Style::RAW && stLine.strMessage.find('\n') != std::string::npos;

@@ -6,20 +6,12 @@
 // record is the reply's as well where the announced length covers it to the byte.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <memory>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "log/CallDigest.h"
 #include "log/LogReader.h"
 #include "log/LogReply.h"
-#include "log/SetValues.h"
 
 struct LogCall {
     std::size_t nNumber = 0;  // from 1, in the order in which the calls begin
@@ -41,10 +33,11 @@ struct LogCall {
 
     explicit LogCall(CallKind eKind) : digest(eKind) {}
 
-    // Everything that the log lost of it, in words, and of its reply alone. Empty: it is whole, as far as its lines can
-    // tell.
+    // "log.txt:12"
+    std::string Place() const { return *pFile + ':' + std::to_string(nLine); }
+
+    // Everything that the log lost of it, in words. Empty: it is whole, as far as its lines can tell.
     std::vector<std::string> Missing() const;
-    std::vector<std::string> MissingOfReply() const;
 };
 
 // What was logged in a process and thread.
@@ -56,6 +49,7 @@ struct LogStream {
     LogTextLine stFirst;          // its first line; further ones are behind '\n' in the message, which is bounded
     std::size_t nText = 0;        // where the text begins in that, behind the form
     DumpLine eDump = DumpLine::NONE;
+    std::size_t nSize = 0;         // that it announces
     bool bOpenText = false;        // it ends in a text of the reply or the set
     std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
     bool bClosed = false;          // by its colour
@@ -67,8 +61,8 @@ struct LogStream {
 
     bool GoesOn(const LogTextLine& stLine) const;
     bool MayGoOnRaw() const { return bPending && !bClosed && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
-    bool MayLack() const;
-    bool Lacks() const;
+    bool MayLack() const;  // it is a piece that may have more bytes; or must have
+    bool Lacks() const { return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length()); }
     std::size_t Length() const { return stFirst.strMessage.size() - nText; }
     std::size_t LengthWithHeld(bool bAll, bool& bMadeUp) const;
     const std::string& Content(const LogTextLine& stLine) const;
@@ -94,6 +88,7 @@ public:
 
     // Lines behind the library's prefix of which nothing could be made.
     std::size_t Strays() const { return m_nStrays; }
+    std::size_t Calls() const { return m_nCalls; }
 
 private:
     using Streams = std::map<std::pair<std::string, std::string>, LogStream>;  // by process and thread
@@ -102,7 +97,6 @@ private:
     void Assign(const LogTextLine& stLine);
     void Put(LogStream& stStream, const LogTextLine& stLine);
     void PutBehindHeld(LogStream& stStream, const LogTextLine& stLine);
-    void Release(LogStream& stStream);
     void Finish(LogStream& stStream);
     void Settle(Streams::iterator stream);
     LogCall& CallOf(LogStream& stStream, const LogLine& stLine);

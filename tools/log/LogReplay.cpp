@@ -1,12 +1,8 @@
 // Runs the calls of a log and compares line by line.
 #include "log/LogReplay.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <string_view>
-#include <utility>
 
-#include "log/LineCompare.h"
 #include "parlo-api.h"
 
 namespace
@@ -16,7 +12,88 @@ constexpr std::size_t kMostProcesses = 64;
 constexpr std::size_t kMostLeftBehind = 1 << 20;  // bytes of replies
 constexpr std::size_t kLongestUtterance = 1 << 20;
 constexpr int kUnsupported = 4;
+constexpr int kErrorPriority = 6;
+constexpr std::size_t kCutLine = 500;                    // bytes; a set's log may cut lines that are longer
+constexpr std::size_t kKeptLine = 1900;                  // bytes; more than that may be cut here
+constexpr std::string_view kAnswer = "GetData return:";  // what the television answers follows
 constexpr const char* kPlaceholder = "(utterance)";
+
+// Readers take blanks and colours off the end of a line.
+std::string_view Trimmed(std::string_view szText)
+{
+    szText = szText.substr(0, szText.find_last_not_of("\r\n") + 1);
+    CutShownColour(szText);
+    return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
+}
+
+std::string WithoutBlanks(std::string_view szText)
+{
+    std::string strText(szText);
+    const auto IsBlank = [](char c) { return std::string_view(" \t\r\n").find(c) != std::string_view::npos; };
+    strText.erase(std::remove_if(strText.begin(), strText.end(), IsBlank), strText.end());
+    return strText;
+}
+
+// Whether the lines of a message that has several stand in `szHere`, whatever blanks a log's reader has put between
+// them and whichever it has lost.
+bool HasLines(std::string_view szHere, std::string_view szSet)
+{
+    if (szSet.find('\n') == szSet.npos && szHere.find('\n') == szHere.npos) return false;
+    const std::string strHere = WithoutBlanks(szHere);
+    std::size_t nFound = 0;
+    for (std::size_t nStart = 0; nStart <= szSet.size() && nFound != strHere.npos;) {
+        const std::size_t nEnd = std::min(szSet.find('\n', nStart), szSet.size());
+        const std::string strLine = WithoutBlanks(szSet.substr(nStart, nEnd - nStart));
+        const std::size_t nLine = strHere.find(strLine, nFound);
+        nFound = nLine == strHere.npos ? nLine : nLine + strLine.size();
+        nStart = nEnd + 1;
+    }
+    return nFound != strHere.npos || szHere.size() >= kKeptLine;
+}
+
+bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
+{
+    const std::size_t nSet = stSet.strLine.find('(');
+    if (stSet.strLine.compare(0, nSet, stHere.strLine, 0, stHere.strLine.find('(')) != 0) return false;
+    if (Begins(stSet.strMessage, kAnswer) && Begins(stHere.strMessage, kAnswer)) return true;
+    const std::string_view szSet = Trimmed(stSet.strMessage);
+    const std::string_view szHere = Trimmed(stHere.strMessage);
+    if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
+    if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
+    // Behind the message there may be lines that only seem to belong to it.
+    const std::string_view szBehind = szSet.substr(szHere.size());
+    return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
+}
+
+// Compares the set's lines, which have no answers, with this library's. The numbers of the source lines are not
+// compared, nor is what the television's own functions answered. With `bCut` there were more lines than `vSet` has.
+// `bDebug`: the set is known to log at debug priority, as one of its lines may show.
+Comparison CompareLines(const std::vector<LogLine>& vSet, bool bCut, const std::vector<LogLine>& vHere, bool& bDebug)
+{
+    const auto IsDebug = [&vHere](std::size_t n) { return vHere[n].nPriority < kErrorPriority; };
+    std::vector<std::size_t> vMissing;
+    std::size_t nNext = 0;    // the set's line whose like is awaited
+    std::size_t nBehind = 0;  // where the lines behind the last one that the log has begin
+    for (std::size_t n = 0; n < vHere.size(); ++n) {
+        if (nNext == vSet.size() || !IsSameLine(vSet[nNext], vHere[n])) {
+            vMissing.push_back(n);
+            continue;
+        }
+        ++nNext;
+        nBehind = n + 1;
+        bDebug = bDebug || IsDebug(n);
+    }
+    if (nNext < vSet.size())
+        return {Comparison::Result::DIFFERS, "", vSet[nNext].strLine,
+                nBehind < vHere.size() ? vHere[nBehind].strLine : "", 0};
+    const auto IsNoLoss = [&](std::size_t n) { return (bCut && n >= nBehind) || (!bDebug && IsDebug(n)); };
+    vMissing.erase(std::remove_if(vMissing.begin(), vMissing.end(), IsNoLoss), vMissing.end());
+    if (vMissing.empty()) return {Comparison::Result::SAME, "", "", "", 0};
+    const auto Rank = [&](std::size_t n) { return std::pair(n >= nBehind, IsDebug(n)); };
+    const auto Before = [&](std::size_t a, std::size_t b) { return Rank(a) < Rank(b); };
+    const std::size_t nFirst = *std::min_element(vMissing.begin(), vMissing.end(), Before);
+    return {Comparison::Result::MISSING, "", "", vHere[nFirst].strLine, vMissing.size()};
+}
 
 // Hands a reply to the library; what it logs goes nowhere, what it says is the result.
 bool Ask(const std::string& strUtterance, std::string strReply)
@@ -25,20 +102,13 @@ bool Ask(const std::string& strUtterance, std::string strReply)
     return ca_get_speech_action(strUtterance, strReply, info);
 }
 
-// The length of the utterance in the line that says that it or the reply is empty.
-std::size_t UtteranceLength(const std::string& strLine)
-{
-    const std::size_t nParen = strLine.rfind('(');
-    return nParen == std::string::npos ? 0 : std::strtoul(strLine.c_str() + nParen + 1, nullptr, 10);
-}
-
 // Runs `call` on this library and compares; `ask` runs its function. Notes in `bDebug` whether the set logs at debug
 // priority, as far as it is known.
 template <typename Function>
 Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 {
     CCallDigest digest(call.digest.Kind());
-    CLineCompare compare(call.vLines, call.bLinesDropped, bDebug);
+    std::vector<LogLine> vHere;
     std::size_t nPieces = 0;
     {
         const CLogTap tap([&](const LogLine& stLine) {
@@ -48,12 +118,11 @@ Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
             }
             if (stLine.strMessage.rfind("###########strRawData", 0) == 0) nPieces = call.reply.Pieces();
             digest.Listen(stLine);
-            compare.Here(stLine);
+            if (!IsAnswer(stLine)) vHere.push_back(stLine);
         });
         ask();
     }
-    bDebug = compare.LogsDebug();
-    Comparison stResult = compare.Result();
+    Comparison stResult = CompareLines(call.vLines, call.bLinesDropped, vHere, bDebug);
     const bool bDecided = call.digest.GetResult() != CCallDigest::Result::UNKNOWN;
     const bool bSame = call.digest.GetResult() == digest.GetResult() && call.digest.Code() == digest.Code();
     if (stResult.eResult != Comparison::Result::DIFFERS && bDecided && !bSame && call.digest.Missing().empty()) {
@@ -68,38 +137,30 @@ Comparison Compare(const LogCall& call, bool& bDebug, const Function& ask)
 CLogReplay::~CLogReplay()
 {
     const CLogQuiet quiet;
-    const auto process = m_mapProcesses.find(m_strProcess);
-    if (process != m_mapProcesses.end() && process->second.bStarted) ca_uninitial();
+    if (m_pProcess != nullptr && m_pProcess->bStarted) ca_uninitial();
 }
 
 Comparison CLogReplay::Run(const LogCall& call)
 {
     Process& stProcess = Enter(call);
     call.stSet.Apply();
-    switch (call.digest.Kind()) {
-        case CallKind::START:
-            SetService(stProcess, call.digest.StartedTwice());
-            stProcess.bStarted = true;
-            return Compare(call, m_bDebug, [&call] { ca_initial_service(call.strAppName); });
-        case CallKind::STOP:
-            SetService(stProcess, !call.digest.NoService());
-            stProcess = Process();
-            return Compare(call, m_bDebug, [] { ca_uninitial(); });
-        case CallKind::STATUS:
-            SetService(stProcess, !call.digest.NoService());
-            return Compare(call, m_bDebug, [] { ca_get_conv_status(); });
-        case CallKind::REPLY:
-            SetService(stProcess, !call.digest.NoService());
-            return RunReply(call, stProcess);
+    const CallKind eKind = call.digest.Kind();
+    SetService(stProcess, eKind == CallKind::START ? call.digest.Has(TWICE) : !call.digest.Has(NO_SERVICE));
+    if (eKind == CallKind::REPLY) return RunReply(call, stProcess);
+    if (eKind == CallKind::STATUS) return Compare(call, m_bDebug, [] { ca_get_conv_status(); });
+    if (eKind == CallKind::START) {
+        stProcess.bStarted = true;
+        return Compare(call, m_bDebug, [&call] { ca_initial_service(call.strAppName); });
     }
-    return {};
+    stProcess = {false, false, {}, stProcess.nUsed};
+    return Compare(call, m_bDebug, [] { ca_uninitial(); });
 }
 
 std::optional<int> CLogReplay::Status(const LogCall& call)
 {
-    if (call.digest.Kind() != CallKind::STATUS || !call.digest.HasEnded()) return {};
+    if (call.digest.Kind() != CallKind::STATUS || !call.digest.Has(ENDS)) return {};
     if (call.digest.GetResult() == CCallDigest::Result::REFUSED) return -1;
-    if (call.digest.Unsupported()) return kUnsupported;
+    if (call.digest.Has(UNSUPPORTED)) return kUnsupported;
     if (!call.stSet.strCountry || !call.stSet.strLanguage) return {};
     // The set came to compare country and language: that it recognises voice and has conversation there is sure.
     SetService(Enter(call), true);
@@ -114,21 +175,16 @@ std::optional<int> CLogReplay::Status(const LogCall& call)
 // Puts the service into the state of the call's process.
 CLogReplay::Process& CLogReplay::Enter(const LogCall& call)
 {
-    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses) {
-        const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
-        const auto oldest = std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older);
-        if (oldest->first != m_strProcess) m_mapProcesses.erase(oldest);
-    }
-    if (m_strProcess != call.stPrefix.strProcess) {
-        const auto before = m_mapProcesses.find(m_strProcess);
-        const CLogQuiet quiet;
-        if (before != m_mapProcesses.end() && before->second.bStarted) ca_uninitial();
-    }
+    const auto Older = [](const auto& a, const auto& b) { return a.second.nUsed < b.second.nUsed; };
+    if (m_mapProcesses.count(call.stPrefix.strProcess) == 0 && m_mapProcesses.size() == kMostProcesses)
+        m_mapProcesses.erase(std::min_element(m_mapProcesses.begin(), m_mapProcesses.end(), Older));
     Process& stProcess = m_mapProcesses[call.stPrefix.strProcess];
     stProcess.nUsed = ++m_nTime;
-    if (std::exchange(m_strProcess, call.stPrefix.strProcess) == call.stPrefix.strProcess || !stProcess.bStarted)
-        return stProcess;
+    const Process* pBefore = std::exchange(m_pProcess, &stProcess);
+    if (pBefore == &stProcess) return stProcess;
     const CLogQuiet quiet;
+    if (pBefore != nullptr && pBefore->bStarted) ca_uninitial();
+    if (!stProcess.bStarted) return stProcess;
     ca_initial_service("parlo");
     for (const std::string& strReply : stProcess.vLeftBehind) Ask(kPlaceholder, strReply);
     return stProcess;
@@ -139,54 +195,42 @@ void CLogReplay::SetService(Process& stProcess, bool bStarted)
 {
     if (stProcess.bStarted == bStarted) return;
     const CLogQuiet quiet;
-    const std::size_t nUsed = stProcess.nUsed;
     if (bStarted)
         ca_initial_service("parlo");
     else
         ca_uninitial();
-    stProcess = Process();
-    stProcess.bStarted = bStarted;
-    stProcess.nUsed = nUsed;
-}
-
-Comparison CLogReplay::Skip(const LogCall& call, Process& stProcess, const std::string& strWhy)
-{
-    // A reply that the set accepted has cleared what those before it had left. One that it could not read has
-    // left nothing. What any other left is not known.
-    const bool bAccepted = call.digest.GetResult() == CCallDigest::Result::DONE;
-    if (bAccepted) {
-        SetService(stProcess, false);
-        SetService(stProcess, true);
-    } else if (call.digest.GetResult() != CCallDigest::Result::REFUSED || call.digest.HasRecord()) {
-        stProcess.bUnknown = true;
-    }
-    Comparison stResult;
-    stResult.strWhy = strWhy;
-    return stResult;
+    stProcess = {bStarted, false, {}, stProcess.nUsed};
 }
 
 Comparison CLogReplay::RunReply(const LogCall& call, Process& stProcess)
 {
-    if (call.digest.NoService()) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
+    if (call.digest.Has(NO_SERVICE)) return Compare(call, m_bDebug, [] { Ask(kPlaceholder, "{}"); });
     if (!call.strNoReply.empty()) {
-        const std::size_t nLength = std::min(UtteranceLength(call.strNoReply), kLongestUtterance);
+        // The line ends in the utterance's length, in brackets.
+        const char* szLength = call.strNoReply.c_str() + (call.strNoReply.rfind('(') + 1);
+        const std::size_t nLength = std::min(std::strtoul(szLength, nullptr, 10), kLongestUtterance);
         return Compare(call, m_bDebug, [nLength] { Ask(std::string(nLength, '?'), ""); });
     }
     const CLogReply::State eState = call.reply.GetState();
-    if (eState == CLogReply::State::CUT) return Skip(call, stProcess, "the log's limit cut the reply");
-    if (eState != CLogReply::State::WHOLE) return Skip(call, stProcess, "the log does not have the whole reply");
-    if (stProcess.bUnknown) return Skip(call, stProcess, "it may rest on a reply before it that the log does not have");
-
+    Comparison stResult;
     bool bAccepted = false;
-    const std::string strUtterance = call.strUtterance.empty() ? kPlaceholder : call.strUtterance;
-    Comparison stResult = Compare(call, m_bDebug, [&] { bAccepted = Ask(strUtterance, call.reply.Text()); });
-    LeaveBehind(call, stProcess, bAccepted);
+    if (eState == CLogReply::State::CUT)
+        stResult.strWhy = "the log's limit cut the reply";
+    else if (eState != CLogReply::State::WHOLE)
+        stResult.strWhy = "the log does not have the whole reply";
+    else if (stProcess.bUnknown)
+        stResult.strWhy = "it may rest on a reply before it that the log does not have";
+    else
+        stResult = Compare(call, m_bDebug, [&] {
+            bAccepted = Ask(call.strUtterance.empty() ? kPlaceholder : call.strUtterance, call.reply.Text());
+        });
+    LeaveBehind(call, stProcess, stResult.eResult != Comparison::Result::NOT_COMPARED, bAccepted);
     return stResult;
 }
 
-// Notes what the reply leaves to the next ones; where the set decided otherwise than this library, what it leaves
-// is the set's.
-void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bAccepted)
+// Notes what the reply leaves to the next ones: one that is accepted clears what those before it had left. Where the
+// set decided otherwise than this library, what it leaves is the set's.
+void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bRun, bool bAccepted)
 {
     const CCallDigest::Result eSet = call.digest.GetResult();
     if (bAccepted) {
@@ -195,10 +239,12 @@ void CLogReplay::LeaveBehind(const LogCall& call, Process& stProcess, bool bAcce
     } else if (eSet == CCallDigest::Result::DONE) {
         SetService(stProcess, false);
         SetService(stProcess, true);
-    } else {
+    } else if (bRun) {
         std::size_t nBytes = call.reply.Text().size();
         for (const std::string& strReply : stProcess.vLeftBehind) nBytes += strReply.size();
         if (nBytes > kMostLeftBehind) stProcess.vLeftBehind.erase(stProcess.vLeftBehind.begin());
         stProcess.vLeftBehind.push_back(call.reply.Text());
+    } else if (eSet != CCallDigest::Result::REFUSED || call.digest.HasRecord()) {  // else it could not be read
+        stProcess.bUnknown = true;
     }
 }

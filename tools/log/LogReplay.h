@@ -1,14 +1,21 @@
 // The calls of a log once more, through this library: does it decide and log what the set's did?
 #pragma once
 
-#include <cstddef>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
-
-#include "log/LineCompare.h"
 #include "log/LogCalls.h"
+
+struct Comparison {
+    enum class Result {
+        SAME,
+        MISSING,  // the same, but for lines that the log does not have: lost, or not written by the set
+        DIFFERS,
+        NOT_COMPARED
+    };
+    Result eResult = Result::NOT_COMPARED;
+    std::string strWhy;        // why it was not compared, or what differs when it is no line
+    std::string strSet;        // the set's line
+    std::string strHere;       // this library's line; of missing ones the first
+    std::size_t nMissing = 0;  // how many
+};
 
 // Keeps one service, and puts it into the state that the calls before have left in the process of each call. It
 // uses the television's substitute, whose settings it changes to those of the log.
@@ -37,12 +44,11 @@ private:
 
     Process& Enter(const LogCall& call);
     void SetService(Process& stProcess, bool bStarted);
-    Comparison Skip(const LogCall& call, Process& stProcess, const std::string& strWhy);
     Comparison RunReply(const LogCall& call, Process& stProcess);
-    void LeaveBehind(const LogCall& call, Process& stProcess, bool bAccepted);
+    void LeaveBehind(const LogCall& call, Process& stProcess, bool bRun, bool bAccepted);
 
     std::map<std::string, Process> m_mapProcesses;
-    std::string m_strProcess;  // whose state the service is in
+    Process* m_pProcess = nullptr;  // whose state the service is in
     std::size_t m_nTime = 0;
     bool m_bDebug = false;  // the log has lines of debug priority
 };

@@ -1,10 +1,11 @@
 // The bytes of a reply's pieces.
 #include "log/LogReply.h"
 
-#include <algorithm>
 #include <charconv>
 #include <tuple>
 #include <utility>
+
+#include "text/Text.h"
 
 namespace
 {
@@ -43,7 +44,6 @@ std::string Plain(std::string_view szText, Escape eEscape)
     if (eEscape == Escape::NONE) return std::string(szText);
     szText = szText.substr(0, szText.find_first_of("\n\033"));
     std::string strPlain;
-    strPlain.reserve(szText.size());
     while (!szText.empty()) strPlain += TakeEscaped(szText, eEscape);
     return strPlain;
 }
@@ -68,7 +68,7 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     constexpr std::string_view kSize = "###########strRawData############(print max length:50KB; actural size:";
     std::string_view szMessage = stForm.szMessage;
     if (stForm.szFunction != "PrintRcvData") return DumpLine::NONE;
-    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::BAR;
+    if (Begins(szMessage, kBar) && Fits(szMessage, kBar.size(), Escape::NONE)) return DumpLine::NONE;
     if (!Begins(szMessage, kSize)) return DumpLine::PIECE;
     szMessage.remove_prefix(kSize.size());
     const auto [pRest, error] = std::from_chars(szMessage.data(), szMessage.data() + szMessage.size(), nSize);
@@ -76,9 +76,8 @@ DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize)
     return bSize ? DumpLine::SIZE : DumpLine::PIECE;
 }
 
-Escape EscapeOf(std::string_view szSizeMessage)
+Escape EscapeOf(std::string_view szBehind)
 {
-    const std::string_view szBehind = szSizeMessage.substr(std::min(szSizeMessage.find(')') + 1, szSizeMessage.size()));
     if (Begins(szBehind, "\\n")) return Escape::BACKSLASH;
     if (Begins(szBehind, "\\x0")) return Escape::HEX;
     return Begins(szBehind, "#012") ? Escape::OCTAL : Escape::NONE;
@@ -115,20 +114,19 @@ void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
     }
     if (bLong && eEscape == Escape::NONE && AddUnindented(strWhole)) return;
     m_bAltered = m_bAltered || strWhole.size() > nMost;
-    m_vLengths.push_back(strWhole.size());
     Append(strWhole);
 }
 
-void CLogReply::Append(std::string_view szText)
+void CLogReply::Append(std::string_view szPiece)
 {
-    m_strText += szText.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
+    m_vLengths.push_back(szPiece.size());
+    m_strText += szPiece.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
 bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent)
 {
     for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
         if (!Fits(strPlain, nLength, eEscape)) continue;
-        m_vLengths.push_back(nLength);
         if (eEscape == Escape::NONE && strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
         Append(std::string_view(strPlain).substr(0, nLength));
         return true;
@@ -140,18 +138,18 @@ bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::siz
 bool CLogReply::AddUnindented(std::string_view szText)
 {
     const auto nBreaks = static_cast<std::size_t>(std::count(szText.begin(), szText.end(), '\n'));
-    const std::size_t nMore = szText.size() - LengthOf(m_vLengths.size());
+    const std::size_t nMore = szText.size() - Next();
     if (nBreaks == 0 || nMore % nBreaks != 0) return false;
-    const std::string strBreak = '\n' + std::string(nMore / nBreaks, ' ');
+    const std::string strIndent(nMore / nBreaks, ' ');
     std::string strPlain;
-    for (std::size_t nStart = 0; nStart <= szText.size();) {
-        const std::size_t nEnd = std::min(szText.find('\n', nStart), szText.size());
-        strPlain.append(nStart == 0 ? "" : "\n").append(szText.substr(nStart, nEnd - nStart));
-        if (nEnd < szText.size() && szText.substr(nEnd, strBreak.size()) != strBreak) return false;
-        nStart = nEnd + (nEnd < szText.size() ? strBreak.size() : 1);
+    for (std::size_t n = 0; n < szText.size(); ++n) {
+        strPlain += szText[n];
+        if (szText[n] != '\n') continue;
+        if (szText.substr(n + 1, strIndent.size()) != strIndent) return false;
+        n += strIndent.size();
     }
-    if (!AddFitting(strPlain, Escape::NONE, nMore / nBreaks)) return false;
-    m_vUndone.insert("indentation by " + std::to_string(nMore / nBreaks));
+    if (!AddFitting(strPlain, Escape::NONE, strIndent.size())) return false;
+    m_vUndone.insert("indentation by " + std::to_string(strIndent.size()));
     return true;
 }
 
@@ -190,4 +188,28 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
         if (m_vLengths[i] < LengthOf(i))
             vGaps.push_back({true, i * kPiece + m_vLengths[i], LengthOf(i) - m_vLengths[i]});
     return vGaps;
+}
+
+std::vector<std::string> CLogReply::Missing() const
+{
+    std::vector<std::string> vMissing;
+    for (const Gap& stGap : IsThere() ? Gaps() : std::vector<Gap>()) {
+        std::string& strMissing = vMissing.emplace_back();
+        if (stGap.bPlace)
+            strMissing =
+                Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
+        else if (!m_nSize)
+            strMissing = "how long the reply was";
+        else if (Pieces() >= Wanted())
+            strMissing = "the order of the reply's pieces, of which there are too many";
+        else
+            strMissing = std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces");
+    }
+    return vMissing;
+}
+
+const char* NameOf(CLogReply::State eState)
+{
+    constexpr const char* kNames[] = {"none", "whole", "cut", "gaps", "altered"};
+    return kNames[static_cast<int>(eState)];
 }

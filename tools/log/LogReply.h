@@ -1,17 +1,15 @@
 // A server's reply, put together again from the lines in which the library logs it: a bar, its size, its pieces.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "session/LogForm.h"
 
-// What a record is of these. The bar and the size are what they are wherever they stand.
-enum class DumpLine { NONE, BAR, SIZE, PIECE };
+// What a record is of these; the bar is none. The size is what it is wherever it stands.
+enum class DumpLine { NONE, SIZE, PIECE };
 DumpLine DumpLineOf(const LogForm& stForm, std::size_t& nSize);
 
 // What a log makes of characters that would not show.
@@ -22,8 +20,8 @@ enum class Escape {
     OCTAL       // #ooo
 };
 
-// How the size's line shows the line break at its end.
-Escape EscapeOf(std::string_view szSizeMessage);
+// How the size's line shows the line break at its end, where `szBehind` begins.
+Escape EscapeOf(std::string_view szBehind);
 
 // The message of a record as the library wrote it: escapes taken back if the log has them, the colour at its end cut
 // off. With `bTorn` that colour is lost, and only the first line is sure.
@@ -53,8 +51,7 @@ public:
     void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
     bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
-    bool HasSize() const { return m_nSize.has_value(); }
-    std::size_t Size() const { return m_nSize.value_or(0); }
+    const std::optional<std::size_t>& Size() const { return m_nSize; }
     bool IsComplete() const { return m_nSize && m_vLengths.size() >= Wanted(); }
 
     // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
@@ -66,6 +63,9 @@ public:
     State GetState() const;
     std::vector<Gap> Gaps() const;
 
+    // The gaps in words; none of a reply that is not there at all.
+    std::vector<std::string> Missing() const;
+
     // What the log did to the pieces and was taken back, since then their size is right: "#ooo".
     const std::set<std::string>& Undone() const { return m_vUndone; }
 
@@ -75,7 +75,7 @@ public:
 
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
-    void Append(std::string_view szText);
+    void Append(std::string_view szPiece);
     bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
     bool AddUnindented(std::string_view szText);
 
@@ -88,3 +88,6 @@ private:
     std::set<std::string> m_vUndone;
     std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
+
+// "none", "whole", "cut", "gaps", "altered"
+const char* NameOf(CLogReply::State eState);

@@ -1,28 +1,29 @@
 // Wording of calls.
 #include "log/LogReport.h"
 
-#include <algorithm>
-#include <utility>
-#include <vector>
+#include <cctype>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
 
 #include "catalog/Catalog.h"
-#include "log/LogExtract.h"
 #include "records/RecordJson.h"
 
 namespace
 {
 
-// The columns; the last one has no width. A log is listed while it is read, so that they cannot fit its contents.
-constexpr std::pair<const char*, std::size_t> kColumns[] = {{"call", 5}, {"time", 20}, {"process", 8},
-                                                            {"kind", 7}, {"place", 0}, {"outcome", 0}};
-constexpr std::size_t kPlace = 4;
+// The columns before the last two, of which the place has a width by the files' names and the outcome none. A log is
+// listed while it is read, so that they cannot fit its contents.
+constexpr std::size_t kWidths[] = {5, 20, 8, 7};
 constexpr std::size_t kLineDigits = 8;
 
 std::string Row(const std::vector<std::string>& vCells, std::size_t nPlace)
 {
     std::string strRow;
     for (std::size_t i = 0; i + 1 < vCells.size(); ++i)
-        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i == kPlace ? nPlace : kColumns[i].second) + ' ';
+        strRow += Padded(vCells[i].empty() ? "-" : vCells[i], i < std::size(kWidths) ? kWidths[i] : nPlace) + ' ';
     return strRow + vCells.back();
 }
 
@@ -38,7 +39,7 @@ std::string OutcomeOf(const LogCall& call, const CallReport& stReport)
 std::string ReplyText(const CLogReply& reply)
 {
     std::string strText = std::string("reply ") + NameOf(reply.GetState()) + ": " + std::to_string(reply.Text().size());
-    if (reply.HasSize()) strText += " of " + std::to_string(reply.Size());
+    if (reply.Size()) strText += " of " + std::to_string(*reply.Size());
     strText += " bytes";
     for (const std::string& strUndone : reply.Undone()) strText += ", with " + strUndone + " taken back";
     return strText;
@@ -72,23 +73,18 @@ Json::Value List(const std::vector<std::string>& vTexts)
     return list;
 }
 
-Json::Value Number(std::size_t n)
-{
-    return static_cast<Json::UInt64>(n);
-}
-
 Json::Value ReplyJson(const CLogReply& reply, const std::string& strFile)
 {
     Json::Value value;
     value["state"] = NameOf(reply.GetState());
-    if (reply.HasSize()) value["size"] = Number(reply.Size());
-    value["bytes"] = Number(reply.Text().size());
-    value["pieces"] = Number(reply.Pieces());
+    if (reply.Size()) value["size"] = Json::UInt64{*reply.Size()};
+    value["bytes"] = Json::UInt64{reply.Text().size()};
+    value["pieces"] = Json::UInt64{reply.Pieces()};
     value["gaps"] = Json::arrayValue;
     for (const CLogReply::Gap& stGap : reply.Pieces() == 0 ? std::vector<CLogReply::Gap>() : reply.Gaps()) {
         Json::Value& gap = value["gaps"].append(Json::objectValue);
-        gap["offset"] = stGap.bPlace ? Number(stGap.nOffset) : Json::Value();
-        gap["bytes"] = stGap.nBytes > 0 ? Number(stGap.nBytes) : Json::Value();
+        gap["offset"] = stGap.bPlace ? Json::Value(Json::UInt64{stGap.nOffset}) : Json::Value();
+        gap["bytes"] = stGap.nBytes > 0 ? Json::Value(Json::UInt64{stGap.nBytes}) : Json::Value();
     }
     if (!reply.Undone().empty()) value["undone"] = List({reply.Undone().begin(), reply.Undone().end()});
     if (!strFile.empty()) value["file"] = strFile;
@@ -102,16 +98,37 @@ Json::Value ReplayJson(const Comparison& stComparison)
     if (!stComparison.strWhy.empty()) value["why"] = stComparison.strWhy;
     if (!stComparison.strSet.empty()) value["set"] = stComparison.strSet;
     if (!stComparison.strHere.empty()) value["here"] = stComparison.strHere;
-    if (stComparison.nMissing > 0) value["missing"] = Number(stComparison.nMissing);
+    if (stComparison.nMissing > 0) value["missing"] = Json::UInt64{stComparison.nMissing};
     return value;
 }
 
-}  // namespace
-
-std::string PlaceOf(const LogCall& call)
+// "reply-0001.json"; one that is not whole is ".partial", since nobody should take it for the reply.
+std::string NameFor(const LogCall& call)
 {
-    return *call.pFile + ':' + std::to_string(call.nLine);
+    const std::string strNumber = std::to_string(call.nNumber);
+    const std::string strZeros(strNumber.size() < 4 ? 4 - strNumber.size() : 0, '0');
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE;
+    return "reply-" + strZeros + strNumber + (bWhole ? ".json" : ".partial");
 }
+
+// "conversation-1480.jsonl". A process is what the log says it is, which may be no number, and long.
+std::string ConversationOf(const LogCall& call)
+{
+    std::string strProcess = call.stPrefix.strProcess.substr(0, 32);
+    for (char& c : strProcess)
+        if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
+    return "conversation" + (strProcess.empty() ? "" : '-' + strProcess) + ".jsonl";
+}
+
+void Write(const std::string& strFile, std::ios::openmode eMode, const std::string& strText)
+{
+    std::ofstream out(strFile, std::ios::binary | eMode);
+    out << strText;
+    out.close();
+    if (!out) throw std::runtime_error(strFile + " cannot be written: " + std::system_category().message(errno));
+}
+
+}  // namespace
 
 CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint)
     : m_nFolder(vFiles.front().rfind('/') + 1), m_nPlace(kLineDigits), m_paint(paint)
@@ -124,35 +141,10 @@ CCallList::CCallList(const std::vector<std::string>& vFiles, const CPaint& paint
 
 std::string CCallList::Heading() const
 {
-    std::vector<std::string> vCells;
-    for (const auto& [szName, nWidth] : kColumns) vCells.emplace_back(szName);
-    return m_paint.Faint(Row(vCells, m_nPlace)) + '\n';
+    return m_paint.Faint(Row({"call", "time", "process", "kind", "place", "outcome"}, m_nPlace)) + '\n';
 }
 
 std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
-{
-    CountCall(call, stReport);
-    std::string strText =
-        Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
-             NameOf(call.digest.Kind()), Shown(PlaceOf(call).substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
-            m_nPlace);
-    strText += '\n';
-    std::vector<std::string> vLines;
-    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE && call.reply.Undone().empty();
-    if (call.reply.IsThere() && (!stReport.strFile.empty() || !bWhole))
-        vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
-    std::vector<std::string> vMissing = call.digest.MissingWords();
-    for (std::string& strMissing : call.MissingOfReply()) vMissing.push_back(std::move(strMissing));
-    if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
-    if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
-    if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
-    if (stReport.stReplayed)
-        for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
-    for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
-    return strText + stReport.strExplanation;
-}
-
-void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
 {
     ++m_nCalls;
     m_nRefused += call.digest.GetResult() == CCallDigest::Result::REFUSED ? 1 : 0;
@@ -160,6 +152,24 @@ void CCallList::CountCall(const LogCall& call, const CallReport& stReport)
     m_bMixed = m_bMixed || call.nNumber < m_nLast;
     m_nLast = call.nNumber;
     if (stReport.stReplayed) ++m_mapReplayed[stReport.stReplayed->eResult];
+    std::string strText =
+        Row({std::to_string(call.nNumber), Shown(call.stPrefix.strTime), Shown(call.stPrefix.strProcess),
+             NameOf(call.digest.Kind()), Shown(call.Place().substr(m_nFolder)), Shown(OutcomeOf(call, stReport))},
+            m_nPlace);
+    strText += '\n';
+    std::vector<std::string> vLines;
+    const bool bWhole = call.reply.GetState() == CLogReply::State::WHOLE && call.reply.Undone().empty();
+    if (call.reply.IsThere() && (!stReport.strFile.empty() || !bWhole))
+        vLines.push_back(ReplyText(call.reply) + (stReport.strFile.empty() ? "" : ", in " + Shown(stReport.strFile)));
+    std::vector<std::string> vMissing = call.digest.MissingWords();
+    for (std::string& strMissing : call.reply.Missing()) vMissing.push_back(std::move(strMissing));
+    if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
+    if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
+    if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
+    if (stReport.stReplayed)
+        for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
+    for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
+    return strText + stReport.strExplanation;
 }
 
 std::string CCallList::Closing(std::size_t nStrays) const
@@ -178,9 +188,9 @@ std::string CCallList::Closing(std::size_t nStrays) const
 Json::Value CallJson(const LogCall& call, const CallReport& stReport)
 {
     Json::Value value;
-    value["call"] = Number(call.nNumber);
+    value["call"] = Json::UInt64{call.nNumber};
     value["log"] = *call.pFile;
-    value["line"] = Number(call.nLine);
+    value["line"] = Json::UInt64{call.nLine};
     if (!call.stPrefix.strTime.empty()) value["time"] = call.stPrefix.strTime;
     if (!call.stPrefix.strProcess.empty()) value["process"] = call.stPrefix.strProcess;
     if (!call.stPrefix.strThread.empty()) value["thread"] = call.stPrefix.strThread;
@@ -200,4 +210,32 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
     if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;
+}
+
+void BeginExtraction(const std::string& strFolder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(strFolder, error);
+    if (error) throw std::runtime_error(strFolder + " cannot be made: " + error.message());
+    for (const auto& entry : std::filesystem::directory_iterator(strFolder, error)) {
+        const std::string strName = entry.path().filename().string();
+        if (strName.rfind("reply-", 0) == 0 || strName.rfind("conversation", 0) == 0)
+            throw std::runtime_error(strFolder + " holds an extraction already");
+    }
+}
+
+std::string Extract(const LogCall& call, const std::string& strFolder)
+{
+    if (call.reply.Text().empty()) return {};
+    std::string strFile = strFolder + '/' + NameFor(call);
+    Write(strFile, std::ios::out, call.reply.Text());
+
+    Json::Value turn;
+    turn["utterance"] = call.strUtterance.empty() ? "(utterance)" : call.strUtterance;
+    if (call.strUtterance.empty()) turn["utterance_known"] = false;
+    turn["reply"] = call.reply.Text();
+    turn["call"] = Json::UInt64{call.nNumber};
+    turn["state"] = NameOf(call.reply.GetState());
+    Write(strFolder + '/' + ConversationOf(call), std::ios::app, JsonLine(turn));
+    return strFile;
 }

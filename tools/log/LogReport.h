@@ -1,16 +1,9 @@
-// The calls of a log as a person or a program reads them.
+// The calls of a log as a person or a program reads them, and their replies as files.
 #pragma once
 
 #include <json/value.h>
 
-#include <cstddef>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
-
-#include "log/LineCompare.h"
-#include "log/LogCalls.h"
+#include "log/LogReplay.h"
 #include "text/Text.h"
 
 // What there is to tell of a call beside the call itself.
@@ -38,8 +31,6 @@ public:
     std::string Closing(std::size_t nStrays) const;
 
 private:
-    void CountCall(const LogCall& call, const CallReport& stReport);
-
     std::size_t m_nFolder;  // how many bytes of each place are the folder that all logs are in
     std::size_t m_nPlace;   // the width of a place
     CPaint m_paint;
@@ -53,5 +44,10 @@ private:
 
 Json::Value CallJson(const LogCall& call, const CallReport& stReport);
 
-// "log.txt:12"
-std::string PlaceOf(const LogCall& call);
+// Makes the folder if it is not there. Throws std::runtime_error when that or a file cannot be written, as Extract
+// does, and when there is an extraction in it: two would look like one.
+void BeginExtraction(const std::string& strFolder);
+
+// Writes the call's reply to a file of its own, if there is any of it, and the turn to its process's conversation.
+// Returns the file's name, empty when there is none.
+std::string Extract(const LogCall& call, const std::string& strFolder);

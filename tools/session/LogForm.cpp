@@ -37,16 +37,6 @@ bool IsLetter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-bool EndsWith(std::string_view szText, std::string_view szEnd)
-{
-    return szText.size() >= szEnd.size() && szText.substr(szText.size() - szEnd.size()) == szEnd;
-}
-
 // Takes `szColour` off the end of `szText`, however its first byte is shown.
 bool CutColour(std::string_view& szText, std::string_view szColour)
 {

@@ -11,6 +11,16 @@ inline bool Begins(std::string_view szText, std::string_view szStart)
     return szText.substr(0, szStart.size()) == szStart;
 }
 
+inline bool EndsWith(std::string_view szText, std::string_view szEnd)
+{
+    return szText.size() >= szEnd.size() && szText.substr(szText.size() - szEnd.size()) == szEnd;
+}
+
+inline bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
 template <std::size_t N>
 bool IsOneOf(std::string_view szText, const std::string_view (&words)[N])
 {
