@@ -42,14 +42,11 @@ inline std::string Text(const Json::Value& parent, const char* szKey)
 // Any scalar as text: booleans and numbers as the JSON library prints them; null, a list or an object is empty.
 std::string AnyText(const Json::Value& value);
 
-// The integer when `value` is one that fits an int (500.0 is one), else 0.
-inline int Int(const Json::Value& value)
-{
-    return value.isInt() ? value.asInt() : 0;
-}
+// The integer when the member is one that fits an int (500.0 is one), else 0.
 inline int Int(const Json::Value& parent, const char* szKey)
 {
-    return Int(Child(parent, szKey));
+    const Json::Value& value = Child(parent, szKey);
+    return value.isInt() ? value.asInt() : 0;
 }
 
 // Any scalar as integer: booleans are 1 or 0, reals in range are truncated; everything else is 0.

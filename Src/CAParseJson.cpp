@@ -23,10 +23,8 @@ constexpr char kReplyParser[] = "t_ParseSearchServer";
 void StoreDialog(const Json::Value& dialog, _DialogOpen& stDialogOpen)
 {
     Text(dialog, "dialog_id").swap(stDialogOpen.strDialogId);  // unlike an assignment it lets go of a long one
-    const Json::Value& sequence = Child(dialog, "dialog_seq");
-    if (!sequence.isInt()) return;
+    if (!Take(Child(dialog, "dialog_seq"), stDialogOpen.nDialogSeq)) return;
     CA_LOGD_AS(kReplyParser, "TAG_DIALOG TAG_DIALOG_SEQ");
-    stDialogOpen.nDialogSeq = Int(sequence);
 }
 
 void StoreSystemSentence(const Json::Value& sentence, bool bNoDisplayControl, CCADataHandler& dataHandler)
@@ -147,10 +145,8 @@ bool CCAParsePacket::t_ParseNluInfo(const Json::Value& nlu)
 {
     CCADataHandler* pDataHandler = t_GetStore(__func__);
     if (pDataHandler == nullptr) return false;
-    const Json::Value& type = Child(nlu, "dialog_type");
-    if (!type.isInt()) return true;
-    CA_LOGD("TAG_DIALOG TAG_DIALOG_TYPE");
-    pDataHandler->m_stDialogOpen.nDialogType = Int(type);
+    if (Take(Child(nlu, "dialog_type"), pDataHandler->m_stDialogOpen.nDialogType))
+        CA_LOGD("TAG_DIALOG TAG_DIALOG_TYPE");
     return true;
 }
 

@@ -24,11 +24,18 @@ constexpr char kReplyParser[] = "t_ParseSearchServer";
 // How an item of one type is read: false when it has nothing to identify it.
 using ItemParser = bool (*)(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem);
 
-template <auto pParse, auto... pPart>
+template <auto pParse, auto pPart>
 bool Parse(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
 {
-    if (sizeof...(pPart) > 1) stItem.stInfo.szInfoType = stItem.szType;  // a part of the information
-    (parser.*pParse)(element, (stItem.*....*pPart));
+    (parser.*pParse)(element, stItem.*pPart);
+    return true;
+}
+
+template <auto pParse, auto pPart>
+bool ParseInfo(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
+{
+    stItem.stInfo.szInfoType = stItem.szType;
+    (parser.*pParse)(element, stItem.stInfo.*pPart);
     return true;
 }
 
@@ -63,9 +70,9 @@ constexpr ContentType kContentTypes[] = {
     {"app", ParseApp, CertFlag<&Item::stApp>},
     {"fitness", Parse<&Packet::t_ParseFitnessVOD, &Item::stVideo>},
     {"kids", Parse<&Packet::t_ParseKidsBook, &Item::stVideo>},
-    {"weather", Parse<&Packet::t_ParseWeatherInfo, &Item::stInfo, &_Info::stWeather>},
-    {"stock", Parse<&Packet::t_ParseStockInfo, &Item::stInfo, &_Info::stStock>},
-    {"sports", Parse<&Packet::t_ParseSportsInfo, &Item::stInfo, &_Info::stSports>},
+    {"weather", ParseInfo<&Packet::t_ParseWeatherInfo, &_Info::stWeather>},
+    {"stock", ParseInfo<&Packet::t_ParseStockInfo, &_Info::stStock>},
+    {"sports", ParseInfo<&Packet::t_ParseSportsInfo, &_Info::stSports>},
     // A programme reaches the library as content shown in detail, not as a search result.
     {"epg", nullptr, CertFlag<&Item::stOnTV>},
 };

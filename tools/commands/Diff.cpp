@@ -1,6 +1,5 @@
 // "diff": what differs between the outcomes of two files.
 #include <algorithm>
-#include <utility>
 
 #include "commands/Command.h"
 #include "comparing/Difference.h"

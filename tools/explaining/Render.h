@@ -1,7 +1,6 @@
 // The action record as a person reads it.
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "CADataRepository.h"

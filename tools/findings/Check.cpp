@@ -4,7 +4,6 @@
 #include "findings/Description.h"
 #include "findings/Effects.h"
 #include "findings/Report.h"
-#include "findings/Shape.h"
 #include "findings/Syntax.h"
 #include "reading/Input.h"
 #include "text/Text.h"

@@ -3,8 +3,8 @@
 
 #include "findings/Check.h"
 #include "findings/Description.h"
+#include "findings/Effects.h"
 #include "findings/Report.h"
-#include "findings/Shape.h"
 #include "findings/Suggestion.h"
 #include "findings/Syntax.h"
 #include "reading/Files.h"

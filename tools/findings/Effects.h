@@ -1,8 +1,14 @@
-// What of a document has no effect, or another one than its author meant, as other parts of it decide.
+// The checks of a document's parts: its shape, and what of it has no effect, or another one than its author meant, as
+// other parts of it decide.
 #pragma once
 
 #include "findings/Check.h"
+#include "findings/Description.h"
 #include "findings/Report.h"
+
+// Reports what of `document`, which is an object, is not as `stObject` says: unknown and repeated keys, wrong types,
+// unknown words.
+void CheckShape(const Node& document, const Description::Object& stObject, CReport& report);
 
 // The reply's own domains. When it says nothing of any, those that were there before it count.
 Texts DomainsOf(const Node& rsp);

@@ -63,11 +63,11 @@ bool IsUsable(std::string_view szTemplate)
 // The template with the size code, as long as it gets.
 std::string Filled(const std::string& strTemplate, int nSize)
 {
-    constexpr std::size_t kWidest = 2048;                    // width and precision have three digits at most
-    if (!IsUsable(strTemplate)) return strTemplate.c_str();  // it ends at a NUL, as when it is filled
+    constexpr std::size_t kWidest = 2048;  // width and precision have three digits at most
+    if (!IsUsable(strTemplate)) return strTemplate.substr(0, strTemplate.find('\0'));  // as when it is filled
     std::string strUrl(strTemplate.size() + kWidest, '\0');
     static_cast<void>(std::snprintf(strUrl.data(), strUrl.size(), strTemplate.c_str(), nSize));
-    return strUrl.c_str();
+    return strUrl.substr(0, strUrl.find('\0'));
 }
 
 // The address must be shorter than its template, but the common endings get their last letter back.

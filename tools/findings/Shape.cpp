@@ -1,12 +1,11 @@
 // The walk over a document along its description.
-#include "findings/Shape.h"
+#include "findings/Effects.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
 
 #include "findings/Actions.h"
-#include "findings/Effects.h"
 #include "findings/Suggestion.h"
 #include "text/Text.h"
 
@@ -166,8 +165,8 @@ private:
     void ObjectElement(const Node& node, const std::string& strName, const Object& stObject);
 
     CReport& m_report;
-    std::vector<const Object*> m_vWithin;    // from the document to the object whose members are looked at
-    CADataRepository::ActionRow m_stAction;  // of the last command
+    std::vector<const Object*> m_vWithin;         // from the document to the object whose members are looked at
+    CADataRepository::ActionRow m_stAction = {};  // of the last command
 };
 
 void CShapeWalk::Members(const Node& object, const Object& stObject)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <exception>
 #include <utility>
 
 #include "text/Text.h"

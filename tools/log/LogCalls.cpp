@@ -1,7 +1,6 @@
 // From lines to records, and from those to calls.
 #include "log/LogCalls.h"
 
-#include <cmath>
 #include <cstdlib>
 
 namespace

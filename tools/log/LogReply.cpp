@@ -135,17 +135,17 @@ bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::siz
 }
 
 // Adds a piece whose further lines are moved to the right by one number of blanks, if without them its size is right.
-bool CLogReply::AddUnindented(std::string_view szText)
+bool CLogReply::AddUnindented(const std::string& strText)
 {
-    const auto nBreaks = static_cast<std::size_t>(std::count(szText.begin(), szText.end(), '\n'));
-    const std::size_t nMore = szText.size() - Next();
+    const auto nBreaks = static_cast<std::size_t>(std::count(strText.begin(), strText.end(), '\n'));
+    const std::size_t nMore = strText.size() - Next();
     if (nBreaks == 0 || nMore % nBreaks != 0) return false;
     const std::string strIndent(nMore / nBreaks, ' ');
     std::string strPlain;
-    for (std::size_t n = 0; n < szText.size(); ++n) {
-        strPlain += szText[n];
-        if (szText[n] != '\n') continue;
-        if (szText.substr(n + 1, strIndent.size()) != strIndent) return false;
+    for (std::size_t n = 0; n < strText.size(); ++n) {
+        strPlain += strText[n];
+        if (strText[n] != '\n') continue;
+        if (strText.compare(n + 1, strIndent.size(), strIndent) != 0) return false;
         n += strIndent.size();
     }
     if (!AddFitting(strPlain, Escape::NONE, strIndent.size())) return false;

@@ -77,7 +77,7 @@ private:
     std::size_t LengthOf(std::size_t nPiece) const;
     void Append(std::string_view szPiece);
     bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
-    bool AddUnindented(std::string_view szText);
+    bool AddUnindented(const std::string& strText);
 
     bool m_bTooMany = false;
     bool m_bAltered = false;

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
-#include <system_error>
 
 #include "catalog/Catalog.h"
 #include "records/RecordJson.h"

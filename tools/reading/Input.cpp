@@ -3,7 +3,6 @@
 
 #include <json/reader.h>
 
-#include <exception>
 #include <memory>
 
 namespace

@@ -4,7 +4,6 @@
 #include <dlfcn.h>
 
 #include <cstdarg>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
