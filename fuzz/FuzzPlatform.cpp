@@ -78,8 +78,13 @@ int vc_setting_get_language(char** language)
         g_bThrew = true;
         throw std::runtime_error("no settings");
     }
+    if (g_Settings.strLanguage == "refused") {
+        static char szOwn[] = "refused";  // the platform's own text, not to be freed
+        *language = szOwn;
+        return -1;
+    }
     *language = strdup(g_Settings.strLanguage.c_str());
-    return g_Settings.strLanguage == "refused" ? -1 : 0;
+    return 0;
 }
 
 int vc_setting_deinitialize()
