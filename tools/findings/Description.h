@@ -60,7 +60,8 @@ struct Key {
 struct Kind {
     std::string_view szType;
     const Object* pObject;
-    bool bOffered;  // whether items of this kind ever reach the list of results
+    bool bOffered;   // whether items of this kind ever reach the list of results
+    int nSize = -1;  // the size code of their posters for a screen of 1080 lines; -1: the first on offer
 };
 
 // How a field is read when the value's type does not fit: overwritten by nothing, or left alone.

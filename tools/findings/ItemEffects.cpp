@@ -6,11 +6,7 @@
 namespace
 {
 
-// The size codes that the set prefers: of a movie or TV show that for a screen of 1080 lines, of an application none.
-constexpr int kVideoSize = 57;
-constexpr int kNoSize = -1;
-
-// Which picture an application gets depends on its flag.
+// Which picture an application gets depends on its flag; the set prefers no size of it.
 void CheckAppPoster(const Node& appInfo, CReport& report)
 {
     const Node flag = appInfo.Member("premium_flag");
@@ -23,9 +19,8 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
         report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
-    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), kNoSize, report);
-    if (strFlag == "ps" && poster.Member(szOther).value.isObject())
-        CheckPoster(poster.Member(szOther), kNoSize, report);
+    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), -1, report);
+    if (strFlag == "ps" && poster.Member(szOther).value.isObject()) CheckPoster(poster.Member(szOther), -1, report);
 }
 
 void CheckApp(const Node& item, CReport& report)
@@ -53,7 +48,7 @@ void CheckItem(const Node& item, CReport& report)
     if (strType == "apps" || strType == "app") return CheckApp(item, report);
     if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
     const Node images = item.Member("poster").Member("images");
-    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
+    if (images.value.isObject()) CheckPoster(images, pKind->nSize, report);
 }
 
 }  // namespace
