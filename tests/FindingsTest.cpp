@@ -132,8 +132,8 @@ TEST(Findings, KeysTypesAndWordsThatAreNotRead)
         {"'tvcontrl':[]", "unknown-key@tvcontrl"},
         {"'tvcontrol':{}", "wrong-type@tvcontrol"},
         {"'domain':['a',5],'tvcontrol':[{'action':'display_content'}]", "wrong-type@domain/1"},
-        {"'domain':['a','b'],'tvcontrol':[{'action':'display_content'}],'tvcontent':[{'typ':'movie','x':1}]",
-         "unknown-key@tvcontent/0/typ unknown-key@tvcontent/0/x"},
+        {"'domain':['a','b'],'tvcontrol':[{'action':'display_content'}],'tvcontent':[{'typ':'movie','x':1},{}]",
+         "unknown-key@tvcontent/0/typ unknown-key@tvcontent/0/x no-type@tvcontent/1"},
         {"'tvcontrol':[5,null]", "wrong-type@0 wrong-type@1"},
         {"'tvcontrol':[{'action':5,'intent':'Play','amount':1}],'tvcontent':[]",
          "wrong-type@0/action unknown-word@0/intent unknown-key@0/amount"},
@@ -180,7 +180,7 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
         {"'domain':['a','b'],'tvcontrol':[{'action':'search_failed'}]", "wrong-domains@0/action"},
         {"'domain':['tvcontrol'],'tvcontrol':[{'action':'search_failed','intent':'play'},{'action':'login'}],"
          "'tvcontent':[{}]",
-         "no-effect@0/intent not-looked-at@1 no-effect@tvcontent"},
+         "no-effect@0/intent not-looked-at@1 no-effect@tvcontent no-type@tvcontent/0"},
         {"'tvcontrol':[{'action':'volumeup','intent':'play','params':[{'amount':1,'time':5},{'amount':-2},"
          "{'direction':'up','index':1,'idx':2}]},{'action':'login','intent':'play'}]",
          "no-effect@0/intent no-effect@0/0/amount no-effect@0/0/time negative@0/1/amount "

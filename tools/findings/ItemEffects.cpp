@@ -40,8 +40,7 @@ void CheckItem(const Node& item, CReport& report)
     const Node type = item.Member("type");
     const std::string strType = type.Text();
     const Description::Kind* pKind = Description::kItem.KindOf(strType);
-    if (report.IsDoubted(type)) return;
-    if (pKind == nullptr) return report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
+    if (report.IsDoubted(type) || pKind == nullptr) return;  // told of with the item's shape
     if (!pKind->bOffered)
         return report.AtValue(
             type, NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));

@@ -272,8 +272,8 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
     const std::string strKey = itMeant == vKeys.end() ? "type" : *itMeant;
     if (const Description::Kind* pKind = stObject.KindOf(node.Member(strKey).Text()))
         return Members(node, *pKind->pObject);
-    if (node.Has("type")) return Value(node.Member("type"), *stObject.pKeys, stObject);
-    if (itMeant == vKeys.end()) return;
+    if (node.Has("type")) Value(node.Member("type"), *stObject.pKeys, stObject);
+    if (itMeant == vKeys.end()) return m_report.AtMissing(node, "type", "no-type", "the item", "it is dropped");
     m_vWithin.push_back(&stObject);
     Unknown(node, {m_report.Places().Key(SpanOf(node.value).nStart, strKey), strKey});
     m_vWithin.pop_back();
