@@ -174,6 +174,7 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
         {"'tvcontrol':[{'action':'login'}],'displaycontrol':[{'action':''}]", "no-action@displaycontrol/0/action"},
         {"'tvcontrol':[{'action':'set_channel','params':[{'channels':[{'major':1}]}]},{'intent':'play'}]",
          "not-looked-at@1 no-effect@1/intent"},
+        {"'domain':['a','b'],'tvcontrol':[{'action':'display_content'},{'action':'login'}]", "not-looked-at@1"},
         {"'tvcontrol':[]", "no-command@tvcontrol"},
         {"'tvcontrol':[{'action':'show_colorkeys'}]", "no-lookup@0/action"},
         {"'tvcontrol':[{'action':'display_content'}]", "wrong-domains@0/action"},

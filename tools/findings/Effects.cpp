@@ -44,8 +44,14 @@ bool AreDomainsDoubted(const Node& rsp, const CReport& report)
 
 void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
 {
-    if (IsHandOver(rsp, vDomains, report)) return;
     const Node commands = rsp.Member("tvcontrol");
+    if (IsHandOver(rsp, vDomains, report)) {
+        for (Json::ArrayIndex i = 1; i < commands.Size(); ++i)
+            if (!report.IsDoubted(commands.Element(i)))
+                report.AtValue(commands.Element(i), {Severity::WARNING, "not-looked-at",
+                                                     "the command is not looked at: the search is handed over"});
+        return;
+    }
     const Node action = ActionIn(commands.Element(0), report);
     const std::string strAction = action.Text();
 
