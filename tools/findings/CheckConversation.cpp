@@ -14,21 +14,6 @@
 namespace
 {
 
-using Description::Key;
-using Description::Type;
-
-constexpr Key kTurnKeys[] = {
-    {"utterance", Type::TEXT, "What the viewer said."},
-    {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
-    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
-    {"name", Type::TEXT, "The turn's name, for a test's results."},
-    {"comment", Type::ANYTHING, "Whatever its author says of it."},
-    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
-    {"state", Type::TEXT, "Whether the log had all of the reply."},
-    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
-};
-constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
-
 // What the record has no place for can never come true.
 void CheckExpectation(const Node& part, const Json::Value& outcome, CReport& report)
 {
@@ -74,7 +59,7 @@ std::vector<Finding> OfReply(const Node& reply, std::string_view szLine, Texts& 
 std::vector<Finding> CheckParts(const Node& turn, std::string_view szLine, Texts& vBefore, CReport& report)
 {
     CheckText(szLine, report);
-    CheckShape(turn, kTurn, report);
+    CheckShape(turn, Description::kTurn, report);
     const Node reply = turn.Member("reply");
     report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
     const Node expect = turn.Member("expect");

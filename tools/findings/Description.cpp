@@ -204,11 +204,24 @@ constexpr Key kSearchSchemaKeys[] = {
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
+constexpr Key kTurnKeys[] = {
+    Key{"utterance", Type::TEXT, "What the viewer said."}.Needed(),
+    Key{"reply", Type::ANYTHING, "The server's reply, as an object or as a text."}.Needed(),
+    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
+    {"name", Type::TEXT, "The turn's name, for a test's results."},
+    {"comment", Type::ANYTHING, "Whatever its author says of it."},
+    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
+    {"state", Type::TEXT, "Whether the log had all of the reply."},
+    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
+};
+
 }  // namespace
 
 const Object kReply = Make("Reply", "the document", "A reply of the voice server.", kReplyKeys);
 const Object kSearchSchema = Make("SearchSchema", "the document",
                                   "A search schema document: how search results are ordered.", kSearchSchemaKeys);
+const Object kTurn =
+    Make("Turn", "the line", "A line of a conversation: what the viewer said and what the server replied.", kTurnKeys);
 
 const Key* Object::Find(std::string_view szKey) const
 {

@@ -93,6 +93,7 @@ constexpr Object Make(const char* szName, const char* szWhere, const char* szCom
 
 extern const Object kReply;
 extern const Object kSearchSchema;
+extern const Object kTurn;  // of a conversation
 
 // An object of "params": which of its keys count, the command's action says.
 extern const Object kParam;

@@ -76,24 +76,6 @@ Json::Value Expectation(const Json::Value& example)
     return schema;
 }
 
-// Makes it the schema of a line of a conversation, whose replies are the objects.
-void MakeTurn(Json::Value& root)
-{
-    Json::Value text;
-    text["type"] = "string";
-    root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
-    Json::Value& members = root["properties"];
-    members["name"] = members["comment"] = members["utterance"] = text;
-    members["utterance"]["minLength"] = 1;
-    members["reply"]["anyOf"].append(text);
-    Json::Value& object = members["reply"]["anyOf"].append(Json::objectValue);
-    object["$ref"] = root["$ref"];
-    object["type"] = "object";
-    members["expect"] = Expectation(OutcomeNames());
-    root.removeMember("$ref");
-    for (const char* szName : {"utterance", "reply"}) root["required"].append(szName);
-}
-
 // A reference to the object's definition, which is put into `defs` if it is not there.
 Json::Value Reference(const Object& stObject, Json::Value& defs);
 
@@ -121,8 +103,8 @@ Json::Value Property(const Key& stKey, Json::Value& defs)
         for (const char* szType : kTypes[static_cast<std::size_t>(stKey.eType)])
             if (szType != nullptr) schema["type"].append(szType);
     if (stKey.eType == Type::INTEGER || stKey.eType == Type::TEXT_OR_INTEGER) LimitIntegers(schema);
-    if (stKey.eType == Type::ANYTHING) schema["deprecated"] = true;
-    if (stKey.eType == Type::OBJECT) schema = Reference(*stKey.pObject, defs);
+    if (stKey.eType == Type::ANYTHING && stKey.pObject != nullptr) schema["deprecated"] = true;
+    if (stKey.eType == Type::OBJECT && stKey.pObject != nullptr) schema = Reference(*stKey.pObject, defs);
     if (bList) schema["type"].append("array");
     if (bList) schema["items"] = Element(stKey, defs);
     if (!stKey.bNeeded && (bPlain || bList)) schema["type"].append("null");
@@ -184,18 +166,32 @@ Json::Value Reference(const Object& stObject, Json::Value& defs)
     return reference;
 }
 
+// What the description of a conversation's line leaves open.
+void CompleteTurn(Json::Value& defs)
+{
+    Json::Value reply;
+    reply[0]["type"] = "string";
+    reply[1] = Reference(Description::kReply, defs);
+    reply[1]["type"] = "object";
+    Json::Value& members = defs[Description::kTurn.szName]["properties"];
+    members["reply"]["anyOf"] = reply;
+    members["expect"] = Expectation(OutcomeNames());
+}
+
 }  // namespace
 
 std::string JsonSchemaOf(const std::string& strDocument)
 {
-    const Object& stObject = strDocument == "search" ? Description::kSearchSchema : Description::kReply;
+    const Object& stObject = strDocument == "search"         ? Description::kSearchSchema
+                             : strDocument == "conversation" ? Description::kTurn
+                                                             : Description::kReply;
     Json::Value root;
     root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
     root["title"] = stObject.szComment;
     root["$defs"] = Json::objectValue;
     root["$ref"] = Reference(stObject, root["$defs"])["$ref"];
     root["type"] = "object";
-    if (strDocument == "conversation") MakeTurn(root);
+    if (&stObject == &Description::kTurn) CompleteTurn(root["$defs"]);
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "  ";
     return Json::writeString(builder, root) + '\n';
