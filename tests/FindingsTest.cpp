@@ -314,6 +314,8 @@ TEST(Findings, TurnsAndTheirExpectations)
         {Turn(strMute + ",'expect':{'eSystmAction':14}"), "unknown-key@/expect/eSystmAction"},
         {Turn(strMute + ",'expect':{'refused':'no','stDisCtrlInfo':{'action':1}}"),
          "wrong-type@/expect/refused unknown-key@/expect/stDisCtrlInfo/action"},
+        {Turn(strMute + ",'expect':{'eSystemAction':'14','strAction':14,'nDialogSeq':0,'vChannels':null}"),
+         "wrong-type@/expect/eSystemAction wrong-type@/expect/strAction wrong-type@/expect/vChannels"},
         {Turn(strMute + ",'expect':5"), "wrong-type@/expect"},
         {"{'utterance':'\xE9'," + strMute + "}", "not-utf8@"},
         {"{'utterance':'u','reply':{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\xE9'}}}", "not-utf8@"},

@@ -27,10 +27,11 @@ void CheckExpectation(const Node& part, const Json::Value& outcome, CReport& rep
                 stPlace.stSpan, member.strPointer,
                 {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is no part of what comes out: never true",
                  DidYouMean(Nearest(stPlace.strKey, vNames))});
-        else if (known.isBool() && !member.value.isBool())
-            report.AtValue(
-                member, {Severity::ERROR, "wrong-type", Quoted(stPlace.strKey) + " is not true or false: never true"});
-        else if (known.isObject() && member.value.isObject())
+        else if (known.type() != member.value.type() && !(known.isNumeric() && member.value.isNumeric()))
+            report.AtValue(member,
+                           {Severity::ERROR, "wrong-type",
+                            Quoted(stPlace.strKey) + " is " + KindOf(known) + " in what comes out: never true"});
+        else if (known.isObject())
             CheckExpectation(member, known, report);
     }
 }

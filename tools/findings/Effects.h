@@ -6,6 +6,9 @@
 #include "findings/Description.h"
 #include "findings/Report.h"
 
+// "a text", "a number with a fraction"
+const char* KindOf(const Json::Value& value);
+
 // Reports what of `document`, which is an object, is not as `stObject` says: unknown and repeated keys, wrong types,
 // unknown words.
 void CheckShape(const Node& document, const Description::Object& stObject, CReport& report);

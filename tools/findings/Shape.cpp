@@ -61,16 +61,6 @@ bool Fits(const Json::Value& value, Type eType)
            (value.*WordsOf(eType).fits)();
 }
 
-const char* KindOf(const Json::Value& value)
-{
-    if (value.isString()) return "a text";
-    if (value.isBool()) return "a boolean";
-    if (value.isArray()) return "a list";
-    if (value.isObject()) return "an object";
-    if (value.isNull()) return "null";
-    return IsWhole(value) ? "an integer" : "a number with a fraction";
-}
-
 struct Owner {
     const Object* pObject;
     std::string_view szAt;  // the key that leads there
@@ -294,6 +284,12 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 }
 
 }  // namespace
+const char* KindOf(const Json::Value& value)
+{
+    constexpr const char* kKinds[] = {"null",   "an integer", "an integer", "a number with a fraction",
+                                      "a text", "a boolean",  "a list",     "an object"};
+    return IsWhole(value) ? "an integer" : kKinds[value.type()];
+}
 
 void CheckShape(const Node& document, const Object& stObject, CReport& report)
 {
