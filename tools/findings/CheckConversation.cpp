@@ -90,11 +90,10 @@ std::vector<Finding> CheckTurn(std::string_view szLine, Texts& vBefore)
     CReport report(szLine, places);
     Json::Value root;
     if (!ParseDocument(szLine, root, report)) return report.Take();
-    if (places.Rest().nLength == 0 && root.isObject()) return CheckParts({root, ""}, szLine, vBefore, report);
-    if (places.Rest().nLength > 0)
-        report.At(places.Rest(), "", {Severity::ERROR, "not-a-turn", "text follows the turn's object"});
-    else
-        report.At({0, 1}, "", {Severity::ERROR, "not-a-turn", "the line is no object"});
+    const bool bRest = places.Rest().nLength > 0;
+    if (!bRest && root.isObject()) return CheckParts({root, ""}, szLine, vBefore, report);
+    report.At(bRest ? places.Rest() : Span{0, 1}, "",
+              {Severity::ERROR, "not-a-turn", bRest ? "text follows the turn's object" : "the line is no object"});
     return report.Take();
 }
 

@@ -164,10 +164,8 @@ constexpr Key kRspKeys[] = {
 constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    Key{"rsp", Type::OBJECT, "The reply itself."}
-        .Of(kRsp)
-        .Otherwise("the reply holds no command and is refused")
-        .Needed(),
+    Key{"rsp", Type::OBJECT, "The reply itself."}.Of(kRsp).Needed().Otherwise(
+        "the reply holds no command and is refused"),
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 

@@ -34,14 +34,6 @@ void CheckRequests(const Node& rsp, CReport& report)
     }
 }
 
-bool AreDomainsDoubted(const Node& rsp, const CReport& report)
-{
-    const Node domains = rsp.Member("domain");
-    bool bDoubted = report.IsDoubted(domains);
-    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) bDoubted = bDoubted || report.IsDoubted(domains.Element(i));
-    return bDoubted;
-}
-
 void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
 {
     const Node commands = rsp.Member("tvcontrol");
@@ -52,7 +44,7 @@ void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
                                                      "the command is not looked at: the search is handed over"});
         return;
     }
-    const Node action = ActionIn(commands.Element(0), report);
+    const Node action = ActionIn(commands.Element(0), &report);
     const std::string strAction = action.Text();
 
     const bool bFailedSearch = strAction == "search_failed" && vDomains == Texts{"tvcontrol"};
@@ -62,7 +54,7 @@ void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
             PartHasNoEffect(rsp, szKey, "after a failed search the application searches by itself", report);
     } else if (strAction == "display_content" || strAction == "search_failed") {
         const char* szDomains = strAction == "display_content" ? "two or more domains" : "the one domain \"tvcontrol\"";
-        if (!AreDomainsDoubted(rsp, report))
+        if (!report.IsDoubtedWithin(rsp.Member("domain")))
             report.AtValue(action, {Severity::ERROR, "wrong-domains",
                                     Quoted(strAction) + " counts only with " + szDomains + ": no match, code 0"});
         return;
@@ -90,7 +82,7 @@ bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report)
 {
     const Node commands = rsp.Member("tvcontrol");
     return vDomains.size() > 1 && commands.Size() > 0 &&
-           ActionIn(commands.Element(0), report).Text() == "display_content";
+           ActionIn(commands.Element(0), &report).Text() == "display_content";
 }
 
 void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report)
