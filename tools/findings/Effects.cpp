@@ -15,6 +15,15 @@ void PartHasNoEffect(const Node& rsp, std::string_view szKey, const std::string&
     if (!value.isArray() || !value.empty()) report.KeyHasNoEffect(rsp, szKey, strWhy);
 }
 
+void CheckRequest(const Node& request, CReport& report)
+{
+    const Node params = request.Member("params");
+    report.AtMissing(request, "action", "no-action", "the request", "code -1");
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        if (const Node index = params.Element(i).Member("index"); index.value.isInt() && index.Number() < 0)
+            report.AtValue(index, {Severity::ERROR, "negative", "\"index\" is negative: no entry stands there"});
+}
+
 // Requests to act on the list on screen, and the sentence that they silence.
 void CheckRequests(const Node& rsp, CReport& report)
 {
@@ -30,7 +39,7 @@ void CheckRequests(const Node& rsp, CReport& report)
         if (!std::exchange(bLast, false))
             report.AtValue(request, NoEffect("the request", "a later one takes its place"));
         else
-            report.AtMissing(request, "action", "no-action", "the request", "code -1");
+            CheckRequest(request, report);
     }
 }
 
