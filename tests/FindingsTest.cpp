@@ -288,6 +288,12 @@ TEST(Findings, SearchSchema)
          ""},
         {"{'rsp':{'schema':[{'category':'','rules':[{'from':'','to':'1','cycle':'+1','rule':''}]}]}}",
          "no-word@schema/0/category no-number@schema/0/rules/0/from no-word@schema/0/rules/0/rule"},
+        {"{'rsp':{'schema':[{'category':'lintra','rules':[{'to':'1','rule':'position_range_turn'},{'from':'1','rule':"
+         "'position_after_turn'},{'from':'2','to':'1','rule':'position_range_turn'},{'from':'3','to':'3','rule':"
+         "'position_range_turn'},{'rule':'position_after_turn'},{'rule':'result_before'},{'from':'3','to':3,"
+         "'rule':'position_range_turn'}]}]}}",
+         "no-number@schema/0/rules/0 no-effect@schema/0/rules/2 no-number@schema/0/rules/4 "
+         "wrong-type@schema/0/rules/6/to"},
         {"{'rsp':{'stat':'fail','schema':[]}}", "no-effect@schema"},
         {"{'rsp':{'err':{},'schema':[{'category':'social','rule':[]}]}}", "no-effect@err unknown-key@schema/0/rule"},
         {"{'rsp':{'schema':[{'category':'Social','rules':[{'from':2,'to':'5x','cycle':'9999999999'}]},{'rules':{}},"
