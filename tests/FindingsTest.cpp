@@ -156,6 +156,9 @@ TEST(Findings, KeysTypesAndWordsThatAreNotRead)
          "[{'umd_channel':{'name':'x'}},{'channel_name':'x'}]}]}]",
          "wrong-type@0/0/channels/0/number wrong-type@0/0/channels/0/major "
          "unknown-key@0/0/umd_channels/0/umd_channel/name unknown-key@0/0/umd_channels/1/channel_name"},
+        {"'tvcontrol':[{'action':'set_channel','params':[{'umd_channels':[{'umd_channel':{'attributes':'DTV analog'}},"
+         "{'umd_channel':{'attributes':'Analogue'}},{'umd_channel':{'attributes':'Digital'}}]}]}]",
+         "unknown-word@0/0/umd_channels/0/umd_channel/attributes"},
         {"'tvcontrol':[{'action':'login'}],'displaycontrol':['x',{'action':'volumeup','params':[{'idx':1,'title':2}]}]",
          "wrong-type@displaycontrol/0 unknown-word@displaycontrol/1/action unknown-key@displaycontrol/1/0/idx "
          "wrong-type@displaycontrol/1/0/title"},

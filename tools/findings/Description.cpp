@@ -76,7 +76,7 @@ constexpr Key kUMDChannelKeys[] = {
     {"channel_id", Type::TEXT, "The channel's id in it."},
     {"channel_number", Type::TEXT, "The channel's number as the viewer knows it."},
     {"channel_name", Type::TEXT, "The channel's name."},
-    {"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."},
+    Key{"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."}.Holding("Analog"),
 };
 constexpr Object kUMDChannel =
     Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.", kUMDChannelKeys);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <map>
 
 #include "findings/Actions.h"
@@ -120,7 +121,10 @@ void CheckWord(const Node& node, const Key& stKey, CReport& report)
 {
     const std::string strWord = node.Text();
     if (strWord.empty()) return;
-    if (!stKey.szExact.empty() && strWord != stKey.szExact && !MostAlike(strWord, {stKey.szExact}).empty())
+    const bool bHeld = stKey.bWithin && strWord.find(stKey.szExact) != std::string::npos;
+    const bool bAlike = stKey.bWithin ? strcasestr(strWord.c_str(), stKey.szExact.data()) != nullptr
+                                      : !MostAlike(strWord, {stKey.szExact}).empty();
+    if (!stKey.szExact.empty() && strWord != stKey.szExact && bAlike && !bHeld)
         report.AtValue(node, {Severity::ERROR, "unknown-word",
                               Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
                                   Quoted(stKey.szExact) + ": taken like any other text",
@@ -279,13 +283,14 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 }
 
 }  // namespace
+
 const char* KindOf(const Json::Value& value)
 {
     constexpr const char* kKinds[] = {"null",   "an integer", "an integer", "a number with a fraction",
                                       "a text", "a boolean",  "a list",     "an object"};
-
     return IsWhole(value) ? "an integer" : kKinds[value.type()];
 }
+
 void CheckShape(const Node& document, const Object& stObject, CReport& report)
 {
     CShapeWalk(report).Members(document, stObject);
