@@ -36,6 +36,7 @@ TEST(FindingPlace, EachCodeStandsWhereItsMistakeIs)
         {"{'rsp':{'tvcontrol':[{'action':'login'}]}}\n~{}", "trailing-text"},
         {"{\n ~/* x */'rsp':{'tvcontrol':[{'action':'login'}]}}", "comment"},
         {"{'rsp':{'tvcontrol':[{'action':'login'}],'dialog':{'dialog_seq':~01}}}", "not-strict"},
+        {"{'rsp':{'tvcontrol':[{'action':'login'}],'system_sentence':'n~\\uDE00'}}", "not-strict"},
         {"{'rsp':{'tvcontrol':[{'action':'login'}],'system_sentence':'ü~\xE9'}}", "not-utf8"},
         {"{'rsp':{'tvcontrol':[{'action':'login',~'action':'logout'}]}}", "duplicate-key"},
         {"{'rsp':{'tvcontrol':[{'action':'login'}],\n  ~'domains':[]}}", "unknown-key"},

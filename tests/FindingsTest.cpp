@@ -114,6 +114,9 @@ TEST(Findings, TextsThatAreNoJsonOrMoreThanThat)
          "comment@ not-utf8@ trailing-text@"},
         {"{'rsp':{'tvcontrol':[{'action':'poweron','action':'muteon'}],'dialog':{'dialog_seq':01,'dialog_id':'\n'}}}",
          "duplicate-key@0/action not-strict@ not-strict@"},
+        {"{'rsp':{'tvcontrol':[{'action':'muteon'}],'system_sentence':'\\ude00 "
+         "\\ud83d\\u0041\\ud83d\\ude00\\\\ude00'}}",
+         "not-strict@ not-strict@"},
     };
     ExpectCodes(rows, false);
     for (const std::string_view szText : {std::string_view("\xFF\xFE\0\0{\0\0\0", 8), std::string_view("\0\0\0{", 4),
