@@ -110,6 +110,7 @@ TEST(FindingPlace, NearestWordIsNoGuess)
              {"ap", "app"},
              {"channel_number", "channel_no"},
              {"sp", "ps"},
+             {"pss", "ps"},
              {"x", ""},
              {"", ""},
              {"amt", "amount"},

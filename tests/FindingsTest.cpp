@@ -217,7 +217,8 @@ TEST(Findings, CommandsAndParametersWithoutEffect)
         {"'tvcontrol':[{'action':'set_volume','params':[{'volume':5}]}]", "unknown-key@0/0/volume"},
         {"'tvcontrol':[{'action':'set_volume','params':[5]},null]", "wrong-type@0/0 wrong-type@1"},
         {"'system_sentence':'x','tvcontrol':[{'action':'login'}],'tvcontent':[{'type':'epg'}],"
-         "'displaycontrol':[{'action':'play_content','params':[{'index':-1}]},{'params':[{'index':-1},{'index':0}]}]",
+         "'displaycontrol':[{'action':'play_content','params':[{'index':-1}]},{'params':[{'index':-1},{'index':0},{'"
+         "index':-1,'title':'x'}]}]",
          "no-effect@system_sentence no-effect@tvcontent no-effect@displaycontrol/0 no-action@displaycontrol/1 "
          "negative@displaycontrol/1/0/index"},
     };

@@ -20,7 +20,7 @@ void CheckRequest(const Node& request, CReport& report)
     const Node params = request.Member("params");
     report.AtMissing(request, "action", "no-action", "the request", "code -1");
     for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
-        if (const Node index = params.Element(i).Member("index"); index.value.isInt() && index.Number() < 0)
+        if (const Node index = params.Element(i).Member("index"); index.Number() < 0 && !params.Element(i).Has("title"))
             report.AtValue(index, {Severity::ERROR, "negative", "\"index\" is negative: no entry stands there"});
 }
 

@@ -102,7 +102,8 @@ std::string_view MostAlike(std::string_view szWord, const std::vector<std::strin
         const std::size_t nSlips = Slips(strPlain, strCandidate);
         const bool bTurned = strPlain.size() == 2 && strPlain[0] == strCandidate[1] && strPlain[1] == strCandidate[0];
         const bool bTooShort = nSlips + 1 >= std::max<std::size_t>(strCandidate.size(), 2);
-        if (nSlips >= nBest || (bTooShort && !bTurned)) continue;
+        const bool bPlural = strPlain == strCandidate + 's';
+        if (nSlips >= nBest || (bTooShort && !bTurned && !bPlural)) continue;
         nBest = nSlips;
         szBest = szCandidate;
     }
