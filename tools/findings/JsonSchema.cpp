@@ -43,12 +43,12 @@ Json::Value Exactly(std::string_view szExact)
     return list;
 }
 
-// Of the commands that cannot do without parameters: one of those that the action takes, unless "params" name another
-// action.
-Json::Value NeededParams()
+// The first command, which alone needs an action, and with some of them parameters: one of those that the action takes,
+// unless "params" name another action.
+Json::Value FirstCommand(Json::Value command)
 {
     using namespace CADataRepository;
-    Json::Value rules(Json::arrayValue);
+    command["required"].append("action");
     for (const ActionRow& stRow : kActionRows) {
         if (!stRow.Has(NEEDS_PARAMS)) continue;
         Json::Value rule;
@@ -58,9 +58,9 @@ Json::Value NeededParams()
         Json::Value& one = rule["then"]["properties"]["params"]["contains"]["anyOf"];
         for (const char* szKey : {stRow.vKeys[0], stRow.vKeys[1], "action"})
             if (szKey != nullptr) one.append(Json::objectValue)["required"].append(szKey);
-        rules.append(rule);
+        command["allOf"].append(rule);
     }
-    return rules;
+    return command;
 }
 
 // Of a part of the record, with a value of it as example.
@@ -111,6 +111,7 @@ Json::Value Property(const Key& stKey, Json::Value& defs)
     if (stKey.bNeeded && stKey.eType == Type::OBJECT) schema["type"] = "object";
     if (stKey.bNeeded && stKey.eType == Type::TEXT) schema["minLength"] = 1;
     if (stKey.bNeeded && bList) schema["minItems"] = 1;
+    if (stKey.bNeeded && bList) schema["prefixItems"].append(FirstCommand(schema["items"]));
     if (stKey.bDecimal) schema["pattern"] = "^[-+]?[0-9]+$";
     if (!stKey.szExact.empty()) schema["anyOf"] = Exactly(stKey.szExact);
     if (stKey.pWords != nullptr) {
@@ -149,8 +150,8 @@ void Define(const Object& stObject, Json::Value& defs)
     const bool bMayFail = stObject.Find("stat") != nullptr && !needed.isNull();  // a failure needs nothing
     if (bMayFail) definition["if"]["required"].append("stat");
     if (bMayFail) definition["if"]["properties"]["stat"]["const"] = "fail";
-    if (!needed.isNull()) (bMayFail ? definition["else"] : definition)["required"] = needed;
-    if (stObject.Find("intent") != nullptr) definition["allOf"] = NeededParams();
+    if (!needed.isNull() && stObject.Find("intent") == nullptr)
+        (bMayFail ? definition["else"] : definition)["required"] = needed;
     if (stObject.pKinds == nullptr)
         definition["additionalProperties"] = false;
     else
@@ -169,12 +170,11 @@ Json::Value Reference(const Object& stObject, Json::Value& defs)
 // What the description of a conversation's line leaves open.
 void CompleteTurn(Json::Value& defs)
 {
-    Json::Value reply;
+    Json::Value& members = defs[Description::kTurn.szName]["properties"];
+    Json::Value& reply = members["reply"]["anyOf"];
     reply[0]["type"] = "string";
     reply[1] = Reference(Description::kReply, defs);
     reply[1]["type"] = "object";
-    Json::Value& members = defs[Description::kTurn.szName]["properties"];
-    members["reply"]["anyOf"] = reply;
     members["expect"] = Expectation(OutcomeNames());
 }
 
