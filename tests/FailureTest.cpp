@@ -31,7 +31,10 @@ std::size_t StackOf(std::function<void()> call)
     pthread_attr_init(&attributes);
     pthread_attr_setstack(&attributes, pMemory, kSize);
     pthread_t thread{};
-    const auto run = [](void* pCall) -> void* { return (*static_cast<std::function<void()>*>(pCall))(), nullptr; };
+    const auto run = [](void* pCall) -> void* {
+        (*static_cast<std::function<void()>*>(pCall))();
+        return nullptr;
+    };
     EXPECT_EQ(0, pthread_create(&thread, &attributes, run, &call));
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);

@@ -133,7 +133,10 @@ static Texts Live(bool bThread, std::size_t nFirstOut, std::size_t nLastOut, std
         if (g_bFailed && !bFailedBefore) nFailed = i;
     }
     Succeeds(bThread, [] { return ca_get_conv_status() == 0; });
-    Succeeds(bThread, [] { return ca_uninitial(), true; });
+    Succeeds(bThread, [] {
+        ca_uninitial();
+        return true;
+    });
     EXPECT_TRUE(m_pCAService == nullptr && CCADataHandler::pInstance == nullptr);
     EXPECT_EQ(0, g_Platform.nSettingOpen);
     return vOutcomes;

@@ -56,9 +56,12 @@ TEST(RecordJson, EveryFieldUnderItsName)
     info.stDisCtrlInfo.vItems.resize(1);
     info.vSAContents.resize(1);
     _ContentsItem& stItem = info.vSAContents[0].stItem;
-    stItem.stMnT.vGenres.resize(1), stItem.stMnT.vRatings.resize(1);
-    stItem.stOnTV.vGenres.resize(1), stItem.stOnTV.vRatings.resize(1);
-    stItem.stInfo.stWeather.vWInfo.resize(1), stItem.stInfo.stWeather.vForeInfo.resize(1);
+    stItem.stMnT.vGenres.resize(1);
+    stItem.stMnT.vRatings.resize(1);
+    stItem.stOnTV.vGenres.resize(1);
+    stItem.stOnTV.vRatings.resize(1);
+    stItem.stInfo.stWeather.vWInfo.resize(1);
+    stItem.stInfo.stWeather.vForeInfo.resize(1);
     stItem.stInfo.stStock.vDetailed.resize(1);
     stItem.stInfo.stSports.vRecords.resize(1);
     stItem.stInfo.stSports.vRecords[0].vStanding.resize(1);
@@ -89,7 +92,10 @@ TEST(RecordJson, TextsKeepTheirBytesOnOneLine)
     stCase.pInfo = &info;
     const auto Write = [&](bool bCompact) {
         strLine.clear();
-        WriteCaseLine(stCase, bCompact, [&](const std::string& strPiece) { strLine += strPiece, ++nPieces; });
+        WriteCaseLine(stCase, bCompact, [&](const std::string& strPiece) {
+            strLine += strPiece;
+            ++nPieces;
+        });
         return strLine;
     };
     Write(false);

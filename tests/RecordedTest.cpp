@@ -141,7 +141,8 @@ std::string Differing(std::string strOld, std::string strNew)
     auto [itOld, itNew] = std::mismatch(strOld.begin(), strOld.end(), strNew.begin(), strNew.end());
     const auto nStart = static_cast<std::size_t>(itOld - strOld.begin());
     const std::size_t nLine = nStart == 0 ? 0 : strOld.rfind('\n', nStart - 1) + 1;
-    strOld.erase(0, nLine), strNew.erase(0, nLine);
+    strOld.erase(0, nLine);
+    strNew.erase(0, nLine);
     const auto nEnd =
         std::mismatch(strOld.rbegin(), strOld.rend(), strNew.rbegin(), strNew.rend()).first - strOld.rbegin();
     std::string strResult;

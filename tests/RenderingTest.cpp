@@ -70,8 +70,10 @@ TEST(Render, WhatTheLibraryFilledIsShownAndNothingElse)
         {[](auto& r) {
              r.vSAContents.resize(2);
              for (_SAContents& stContents : r.vSAContents) {
-                 stContents.stItem.stMnT.szTitle = "film", stContents.stItem.stMnT.nYear = 2013;
-                 stContents.stItem.stApp.szTitle = "app", stContents.stItem.stApp.stPoster.szUrl = "u";
+                 stContents.stItem.stMnT.szTitle = "film";
+                 stContents.stItem.stMnT.nYear = 2013;
+                 stContents.stItem.stApp.szTitle = "app";
+                 stContents.stItem.stApp.stPoster.szUrl = "u";
              }
              r.vSAContents[0].stItem.szType = "movie", r.vSAContents[1].stItem.szType = "apps";
          },
