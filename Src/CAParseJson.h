@@ -43,6 +43,10 @@ public:
     void t_ParseUSChannelUMDChannel(const Json::Value& umdChannel, CADataRepository::_UMD_Channel& channel);
     bool t_ParseDisplayControl(const Json::Value& displaycontrol);
 
+    // Reads an element of "tvcontent" into the fresh `stItem`. False when it is of no known type or has nothing to
+    // identify it.
+    bool t_ParseItem(const Json::Value& element, CADataRepository::_ContentsItem& stItem);
+
     // Content items. Each fills the part of an item that its kind uses.
     void t_ParseOnTVByOne(const Json::Value& element, CADataRepository::_OnTVContents& contents);
     void t_ParseMovieByOne(const Json::Value& element, CADataRepository::_MnTContents& contents);

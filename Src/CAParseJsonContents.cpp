@@ -85,16 +85,6 @@ const ContentType* FindType(std::string_view szType)
     return nullptr;
 }
 
-// Reads an element into the fresh `stItem`. False when it is of no known type or has nothing to identify it.
-bool ParseItem(CCAParsePacket& parser, const Json::Value& element, _ContentsItem& stItem)
-{
-    if (Take(Child(element, "type"), stItem.szType)) CA_LOGD_AS(kReplyParser, "Type[%s]", stItem.szType.c_str());
-    const ContentType* pType = FindType(stItem.szType);
-    if (pType != nullptr && pType->pParse != nullptr) return pType->pParse(parser, element, stItem);
-    CA_LOGE_AS(kReplyParser, " __FAIL__JSON__READER!!!!!");
-    return false;
-}
-
 // Reads "images", or the like, of the item's "poster" if it is there.
 void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Value& element, _Poster& poster,
                      const char* szImages = "images")
@@ -105,12 +95,21 @@ void ParseItemPoster(CCAParsePacket& parser, const char* szKind, const Json::Val
 
 }  // namespace
 
+bool CCAParsePacket::t_ParseItem(const Json::Value& element, _ContentsItem& stItem)
+{
+    if (Take(Child(element, "type"), stItem.szType)) CA_LOGD_AS(kReplyParser, "Type[%s]", stItem.szType.c_str());
+    const ContentType* pType = FindType(stItem.szType);
+    if (pType != nullptr && pType->pParse != nullptr) return pType->pParse(*this, element, stItem);
+    CA_LOGE_AS(kReplyParser, " __FAIL__JSON__READER!!!!!");
+    return false;
+}
+
 void CCAParsePacket::t_ParseContents(const Json::Value& tvcontent, CCADataHandler& dataHandler, unsigned& nCount)
 {
     dataHandler.ExpectContents(Elements(tvcontent).size());
     for (const Json::Value& element : Elements(tvcontent)) {
         _ContentsItem stItem;
-        if (!ParseItem(*this, element, stItem)) continue;
+        if (!t_ParseItem(element, stItem)) continue;
         if (!t_CheckPermit(stItem)) {
             CA_LOGD_AS(kReplyParser, " This content can not be permitted to play: %s", stItem.GetPrintString().c_str());
             continue;

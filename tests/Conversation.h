@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "CADataHandler.h"
-#include "CAJson.h"
 #include "CAParseJson.h"
 #include "FakePlatform.h"
 #include "JsonText.h"
@@ -53,18 +52,8 @@ inline std::string SchemaText(const std::vector<_CASchema>& vSchema)
 // What an element of "tvcontent" fills, also of a kind that is refused in a reply.
 inline Json::Value ItemOf(const Json::Value& element)
 {
-    CCAParsePacket parser;
     _ContentsItem stItem;
-    const Json::Value& type = CAJson::Child(element, "type");
-    if (type.isString()) stItem.szType = type.asString();
-    if (stItem.szType == "movie") parser.t_ParseMovieByOne(element, stItem.stMnT);
-    if (stItem.szType == "tvshow") parser.t_ParseTVShowByOne(element, stItem.stMnT);
-    if (stItem.szType[0] == 'a') parser.t_ParseAppsByOne(CAJson::Child(element, "app_info"), stItem.stApp);
-    if (stItem.szType == "kids") parser.t_ParseKidsBook(element, stItem.stVideo);
-    if (stItem.szType == "fitness") parser.t_ParseFitnessVOD(element, stItem.stVideo);
-    if (stItem.szType == "weather") parser.t_ParseWeatherInfo(element, stItem.stInfo.stWeather);
-    if (stItem.szType == "stock") parser.t_ParseStockInfo(element, stItem.stInfo.stStock);
-    if (stItem.szType == "sports") parser.t_ParseSportsInfo(element, stItem.stInfo.stSports);
+    CCAParsePacket().t_ParseItem(element, stItem);
     return Filled(ToJson(stItem), ToJson(_ContentsItem()));
 }
 

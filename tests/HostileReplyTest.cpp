@@ -40,7 +40,9 @@ TEST_F(HostileReply, AnotherTypeReadsAsMissing)
     g_Platform.bKeepLog = false;
     m_AnyType = {"/rsp/displaycontrol", "/rsp/tvcontent//app_info", "/rsp/tvcontent//poster/images/index/", "/names/"};
     Json::Value root = ParsedJson(DataFile("every-key.json"));
-    root["rsp"]["tvcontent"].resize(4);  // those that are offered; for the others see below
+    ASSERT_TRUE(SayRaw(Document(root)));
+    const auto nOffered = static_cast<Json::ArrayIndex>(m_stInfo.vSAContents.size());
+    root["rsp"]["tvcontent"].resize(nOffered);  // they stand first; for the others see below
     const auto outcome = [this, &root] {
         Store().InitializeData();
         Store().m_stDialogOpen = _DialogOpen();
@@ -63,7 +65,10 @@ TEST_F(HostileReply, ItemOfAnotherTypeReadsAsMissing)
     m_AnyType = {"/poster/images/index/", "/schedule", "/forecast_info//condition_icon/",
                  "/records//standing//season_stats/"};
     Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
-    for (Json::Value& element : elements) TryEachType("", element, [&] { return JsonLine(ItemOf(element)); });
+    for (Json::Value& element : elements) {
+        EXPECT_LT(1U, ItemOf(element).size()) << "nothing is read of " << JsonLine(element);
+        TryEachType("", element, [&] { return JsonLine(ItemOf(element)); });
+    }
     TryEachType("", elements[0], [&] { return JsonLine(ContentOf(elements[0])); });
 }
 

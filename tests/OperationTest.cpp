@@ -1,7 +1,9 @@
 // Operations by themselves, in what no recorded conversation reaches.
 #include <map>
+#include <set>
 #include <stdexcept>
 
+#include "CADataRepository/Vocabulary.h"
 #include "CAImageSizeTable.h"
 #include "CAUtil.h"
 #include "Conversation.h"
@@ -30,6 +32,26 @@ TEST_F(Operations, NumbersAsText)
     }
     EXPECT_EQ(0, CCAUtil::VsnPrint(nullptr, 5, "%d", 1234));
     EXPECT_EQ("E itoa:  ERROR - nInput:-1\nE VsnPrint: pStr is NULL\n", Logged());
+}
+
+// A new action word is seen by what was recorded, and what it takes is read from "params" and handed on.
+TEST_F(Operations, EveryWordIsRecordedAndGetsItsParameters)
+{
+    const std::string strRecorded = DataFile("conversations/action-words.txt");
+    for (const auto& [szWord, eCode] : kActionWords) {
+        EXPECT_NE(std::string::npos, strRecorded.find("= " + std::string(szWord) + ": true, ")) << szWord;
+        const ActionRow stRow = CADataRepository::ActionOf(eCode);
+        if (stRow.eLookup != ActionLookup::SYSTEM || stRow.vKeys[0] == nullptr) continue;
+        std::set<std::string> setTaken;
+        for (const char* szValue : {"'7'", "7"}) {
+            std::string strParam = "'index':0";
+            for (const char* szKey : stRow.vKeys)
+                if (szKey != nullptr) strParam += ",'" + std::string(szKey) + "':" + szValue;
+            setTaken.insert(ActionOf(Command(std::string(szWord), strParam)));
+        }
+        EXPECT_EQ(1U, setTaken.count(std::to_string(eCode) + " [7" + (stRow.vKeys[1] == nullptr ? "]" : ",7]")))
+            << szWord;
+    }
 }
 
 TEST_F(Operations, RawReplyIsLoggedInPieces)

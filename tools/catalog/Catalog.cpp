@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "findings/Actions.h"
 #include "parlo-api.h"
 
 namespace
@@ -74,11 +75,6 @@ Json::Value List(std::initializer_list<const char*> vTexts)
     for (const char* szText : vTexts)
         if (szText != nullptr) list.append(szText);
     return list;
-}
-
-bool AsksForSecond(const ActionRow& stRow)
-{
-    return stRow.eLookup != ActionLookup::NONE && stRow.eLookup != ActionLookup::SYSTEM;
 }
 
 // What the library makes of an action.

@@ -93,12 +93,8 @@ void CTestRun::Turn(const Case& stCase)
     const Json::Value& name = members["name"];
     const std::chrono::duration<double> time = Clock::now() - std::exchange(m_started, Clock::now());
     const bool bTurn = !stReply.szTurn.empty() && stCase.pInfo != nullptr;
-    TestResult stResult{name.isString() ? name.asString() : stReply.strUtterance,
-                        stReply.strFile,
-                        stReply.nLine,
-                        time.count(),
-                        expect.isNull() && bTurn,
-                        {}};
+    TestResult stResult{name.isString() ? name.asString() : stReply.strUtterance, stReply.strFile, stReply.nLine,
+                        time.count(), expect.isNull() && bTurn};
     if (!stResult.bSkipped) stResult.vFailures = Failures(stCase, expect);
     const bool bWrong = !stResult.vFailures.empty() && !(expect.isObject() && IsMisspelt(stCase, expect));
     if (m_stTest.bUpdate && bTurn && (stResult.bSkipped || bWrong)) {

@@ -10,8 +10,8 @@ struct TestResult {
     std::string strFile;
     std::size_t nLine = 0;
     double dSeconds = 0;
-    bool bSkipped = false;               // nothing is expected
-    std::vector<std::string> vFailures;  // a line each, or several; none: passed
+    bool bSkipped = false;                    // nothing is expected
+    std::vector<std::string> vFailures = {};  // a line each, or several; none: passed
 };
 
 // False when the file cannot be written.

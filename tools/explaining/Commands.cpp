@@ -1,5 +1,6 @@
 // The commands: which lookup answered, with what, and what of the later ones counted.
 #include "explaining/Teller.h"
+#include "findings/Effects.h"
 #include "text/Text.h"
 
 namespace
@@ -18,17 +19,7 @@ constexpr Lookup kLookups[] = {
     {"GetSystemActionCandidate", "candidate"},
 };
 
-// The action word that counts: the last one that the command or its "params" give.
-std::string ActionOf(const Node& command)
-{
-    std::string strAction = command.Member("action").Text();
-    const Node params = command.Member("params");
-    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
-        if (const Node action = params.Element(i).Member("action"); action.value.isString()) strAction = action.Text();
-    return strAction;
-}
-
-// The same as the log shows it when there is no reply: what was looked up, else what was read.
+// The action word as the log shows it when there is no reply: what was looked up, else what was read.
 std::string LoggedAction(const LogLine& stRead, const LogLine* pLookedUp)
 {
     if (pLookedUp != nullptr) return pLookedUp->strMessage.substr(pLookedUp->strMessage.find(':') + 1);
@@ -39,10 +30,8 @@ std::string LoggedAction(const LogLine& stRead, const LogLine* pLookedUp)
 // Why a word that stands for no code means nothing here.
 std::string NoCode(const std::string& strWord)
 {
-    if (strWord == "display_content")
-        return "code 0: \"display_content\" is a search hand-over with two or more domains, and nothing else";
-    if (strWord == "search_failed")
-        return "code 0: \"search_failed\" is a failed search with the one domain \"tvcontrol\", and nothing else";
+    if (strWord == "display_content" || strWord == "search_failed")
+        return "code 0: " + Quoted(strWord) + " counts with other domains only";
     return strWord.empty() ? "no action word: code 0" : "unknown word: no lookup knows it, code 0";
 }
 
@@ -186,8 +175,9 @@ void TellCommands(CTeller& teller)
     for (std::size_t i = 0; i < nCount; ++i) {
         const std::size_t n = nBefore + i;
         const Node command = commands.Element(static_cast<Json::ArrayIndex>(i));
-        const std::string strAction =
-            command.value.isNull() ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr) : ActionOf(command);
+        const std::string strAction = command.value.isNull()
+                                          ? LoggedAction(*vRead[i], n < vAll.size() ? vAll[n] : nullptr)
+                                          : ActionIn(command).Text();
         teller.Begin("command " + std::to_string(i + 1) + " of " + std::to_string(nCount) + ": " + Quoted(strAction),
                      command.strPointer);
         if (!teller.m_stCase.bAccepted) continue;

@@ -24,3 +24,9 @@ CADataRepository::ActionRow RowOf(std::string_view szWord);
 // Whether an action takes a key of "params".
 bool Takes(const CADataRepository::ActionRow& stRow, std::string_view szKey);
 bool AnyActionTakes(std::string_view szKey);
+
+// Whether a second command may follow: one to carry out on the channel or name that is chosen.
+inline bool AsksForSecond(const CADataRepository::ActionRow& stRow)
+{
+    return stRow.eLookup > CADataRepository::ActionLookup::SYSTEM;
+}

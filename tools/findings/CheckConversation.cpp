@@ -14,21 +14,6 @@
 namespace
 {
 
-using Description::Key;
-using Description::Type;
-
-constexpr Key kTurnKeys[] = {
-    {"utterance", Type::TEXT, "What the viewer said."},
-    {"reply", Type::ANYTHING, "The server's reply, as an object or as a text."},
-    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
-    {"name", Type::TEXT, "The turn's name, for a test's results."},
-    {"comment", Type::ANYTHING, "Whatever its author says of it."},
-    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
-    {"state", Type::TEXT, "Whether the log had all of the reply."},
-    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
-};
-constexpr Description::Object kTurn = Description::Make("Turn", "the line", "One turn of a conversation.", kTurnKeys);
-
 // What the record has no place for can never come true.
 void CheckExpectation(const Node& part, const Json::Value& outcome, CReport& report)
 {
@@ -42,10 +27,11 @@ void CheckExpectation(const Node& part, const Json::Value& outcome, CReport& rep
                 stPlace.stSpan, member.strPointer,
                 {Severity::ERROR, "unknown-key", Quoted(stPlace.strKey) + " is no part of what comes out: never true",
                  DidYouMean(Nearest(stPlace.strKey, vNames))});
-        else if (known.isBool() && !member.value.isBool())
-            report.AtValue(
-                member, {Severity::ERROR, "wrong-type", Quoted(stPlace.strKey) + " is not true or false: never true"});
-        else if (known.isObject() && member.value.isObject())
+        else if (known.type() != member.value.type() && !(known.isNumeric() && member.value.isNumeric()))
+            report.AtValue(member,
+                           {Severity::ERROR, "wrong-type",
+                            Quoted(stPlace.strKey) + " is " + KindOf(known) + " in what comes out: never true"});
+        else if (known.isObject())
             CheckExpectation(member, known, report);
     }
 }
@@ -74,7 +60,7 @@ std::vector<Finding> OfReply(const Node& reply, std::string_view szLine, Texts& 
 std::vector<Finding> CheckParts(const Node& turn, std::string_view szLine, Texts& vBefore, CReport& report)
 {
     CheckText(szLine, report);
-    CheckShape(turn, kTurn, report);
+    CheckShape(turn, Description::kTurn, report);
     const Node reply = turn.Member("reply");
     report.AtMissing(turn, "utterance", "not-a-turn", "the line", "the line is refused");
     const Node expect = turn.Member("expect");
@@ -104,11 +90,10 @@ std::vector<Finding> CheckTurn(std::string_view szLine, Texts& vBefore)
     CReport report(szLine, places);
     Json::Value root;
     if (!ParseDocument(szLine, root, report)) return report.Take();
-    if (places.Rest().nLength == 0 && root.isObject()) return CheckParts({root, ""}, szLine, vBefore, report);
-    if (places.Rest().nLength > 0)
-        report.At(places.Rest(), "", {Severity::ERROR, "not-a-turn", "text follows the turn's object"});
-    else
-        report.At({0, 1}, "", {Severity::ERROR, "not-a-turn", "the line is no object"});
+    const bool bRest = places.Rest().nLength > 0;
+    if (!bRest && root.isObject()) return CheckParts({root, ""}, szLine, vBefore, report);
+    report.At(bRest ? places.Rest() : Span{0, 1}, "",
+              {Severity::ERROR, "not-a-turn", bRest ? "text follows the turn's object" : "the line is no object"});
     return report.Take();
 }
 

@@ -25,7 +25,6 @@ struct FirstAction : ActionRow {
     std::string strWord;
 
     bool HasNames() const { return eLookup == ActionLookup::NAMES || eLookup == ActionLookup::CAST; }
-    bool HasFollowUps() const { return eLookup == ActionLookup::CHANNEL || HasNames(); }
     bool LooksUpIntents(const Node& commands) const
     {
         return HasNames() && (commands.Size() == 2 || commands.Size() == 3);
@@ -34,8 +33,7 @@ struct FirstAction : ActionRow {
 
 void CheckUntaken(const Node& param, const std::string& strKey, const FirstAction& stAction, CReport& report)
 {
-    const bool bCast = stAction.eCode == E_CA_TVCONTROL_DISPLAY_DETAILINFO || stAction.eLookup == ActionLookup::CAST;
-    if (strKey == "names" && bCast)
+    if (strKey == "names" && stAction.eLookup == ActionLookup::CAST)
         report.KeyHasNoEffect(param, strKey, "the names are the cast of what is shown in detail");
     else if (AnyActionTakes(strKey))
         report.KeyHasNoEffect(param, strKey, Quoted(stAction.strWord) + " does not take it");
@@ -89,11 +87,11 @@ void CheckParam(const Node& params, Json::ArrayIndex n, const FirstAction& stAct
     const Node param = params.Element(n);
     for (const std::string& strKey : param.value.getMemberNames()) {
         if (!param.Has(strKey) || report.IsDoubted(param.Member(strKey))) continue;
-        if (!Takes(stAction, strKey)) {
-            if (strKey != "index" || !param.Has("idx")) CheckUntaken(param, strKey, stAction, report);
-        } else {
+        if (Takes(stAction, strKey)) {
             CheckNegative(param, strKey, stAction, report);
             CheckOverwritten(params, n, strKey, report);
+        } else if (strKey != "index" || !param.Has("idx")) {
+            CheckUntaken(param, strKey, stAction, report);
         }
     }
     if (Takes(stAction, "idx")) CheckPosition(param, report);
@@ -102,15 +100,10 @@ void CheckParam(const Node& params, Json::ArrayIndex n, const FirstAction& stAct
 // Whether the object gives the action what it needs, or has a mistake that may stand for that.
 bool MayServe(const Node& param, const FirstAction& stAction, const CReport& report)
 {
-    bool bServes = report.IsDoubted(param);
-    for (const std::string& strKey : param.value.isObject() ? param.value.getMemberNames() : Json::Value::Members())
-        bServes = bServes || report.IsDoubted(param.Member(strKey));
-    for (const char* szKey : stAction.vKeys) {
-        if (szKey == nullptr) continue;
-        const Node member = param.Member(szKey);
-        bServes = bServes || HoldsSomething(member.value) || report.IsDoubted(member);
-    }
-    return bServes;
+    const auto Serves = [&](const char* szKey) {
+        return szKey != nullptr && (HoldsSomething(param.Member(szKey).value) || report.IsDoubted(param.Member(szKey)));
+    };
+    return report.IsDoubtedWithin(param) || std::any_of(stAction.vKeys.begin(), stAction.vKeys.end(), Serves);
 }
 
 void CheckNeeded(const Node& command, const FirstAction& stAction, CReport& report)
@@ -136,22 +129,19 @@ void CheckIntents(const Node& commands, const FirstAction& stAction, CReport& re
         const Node command = commands.Element(i);
         if (command.Member("intent").Text().empty()) continue;
         if (stAction.LooksUpIntents(commands) && i + 1 == nCount) continue;
-        if (i > (stAction.HasFollowUps() ? 1U : 0U)) continue;  // the command is told of as a whole
-        if (stAction.LooksUpIntents(commands))
-            report.KeyHasNoEffect(command, "intent", "only the last command's intent is looked up");
-        else if (stAction.HasNames())
-            report.KeyHasNoEffect(command, "intent", "an intent is looked up of two or three commands only");
+        if (i > (AsksForSecond(stAction) ? 1U : 0U)) continue;  // the command is told of as a whole
+        if (stAction.HasNames())
+            report.KeyHasNoEffect(command, "intent", "one is looked up of the last of two or three commands only");
         else
             report.KeyHasNoEffect(command, "intent", "no intent is looked up beside " + Quoted(stAction.strWord));
     }
 }
 
-void CheckSecond(const Node& commands, const FirstAction& stAction, CReport& report)
+// `bIntent`: its intent counts.
+void CheckSecond(const Node& command, bool bIntent, CReport& report)
 {
-    const Node command = commands.Element(1);
-    const Node action = ActionIn(command, report);
+    const Node action = ActionIn(command, &report);
     if (report.IsDoubted(action) || RowOf(action.Text()).Has(MAY_FOLLOW)) return;
-    const bool bIntent = stAction.LooksUpIntents(commands) && commands.Size() == 2 && command.Has("intent");
     if (bIntent && action.Text().empty()) return;  // it is there for that alone
     if (action.value.isNull())
         report.AtValue(command, {Severity::WARNING, "not-looked-at", "the second command has no \"action\""});
@@ -163,14 +153,14 @@ void CheckSecond(const Node& commands, const FirstAction& stAction, CReport& rep
 void CheckLater(const Node& commands, const FirstAction& stAction, CReport& report)
 {
     const Json::ArrayIndex nCount = commands.Size();
-    const bool bFollowUps = stAction.HasFollowUps();
+    const bool bFollowUps = AsksForSecond(stAction);
     for (Json::ArrayIndex i = 1; i < nCount; ++i) {
         const Node command = commands.Element(i);
         if (report.IsDoubted(command)) continue;
         const bool bGiven = command.Has("intent") || report.IsDoubted(command.Member("intent"));
         const bool bIntent = stAction.LooksUpIntents(commands) && i + 1 == nCount && bGiven;
         if (i == 1 && bFollowUps)
-            CheckSecond(commands, stAction, report);
+            CheckSecond(command, bIntent, report);
         else if (!bIntent)
             report.AtValue(command, {Severity::WARNING, "not-looked-at",
                                      std::string("the command is not looked at: ") +
@@ -183,12 +173,12 @@ void CheckLater(const Node& commands, const FirstAction& stAction, CReport& repo
 
 }  // namespace
 
-Node ActionIn(const Node& command, const CReport& report)
+Node ActionIn(const Node& command, const CReport* pReport)
 {
     const Node params = command.Member("params");
     for (Json::ArrayIndex i = params.Size(); i > 0; --i) {
         Node action = params.Element(i - 1).Member("action");
-        if (action.value.isString() || report.IsDoubted(action)) return action;
+        if (action.value.isString() || (pReport != nullptr && pReport->IsDoubted(action))) return action;
     }
     return command.Member("action");
 }
@@ -196,7 +186,7 @@ Node ActionIn(const Node& command, const CReport& report)
 bool CheckCommands(const Node& commands, bool bFailedSearch, CReport& report)
 {
     const Node first = commands.Element(0);
-    const Node action = ActionIn(first, report);
+    const Node action = ActionIn(first, &report);
     const std::string strAction = action.Text();
     const Node own = first.Member("action");
     if (own.strPointer != action.strPointer && !own.Text().empty() && own.Text() != strAction)

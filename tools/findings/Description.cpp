@@ -76,7 +76,7 @@ constexpr Key kUMDChannelKeys[] = {
     {"channel_id", Type::TEXT, "The channel's id in it."},
     {"channel_number", Type::TEXT, "The channel's number as the viewer knows it."},
     {"channel_name", Type::TEXT, "The channel's name."},
-    {"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."},
+    Key{"attributes", Type::TEXT, "\"Analog\" anywhere in it makes the channel analogue."}.Holding("Analog"),
 };
 constexpr Object kUMDChannel =
     Make("CableChannel", "\"umd_channel\"", "A channel of a cable or satellite line-up.", kUMDChannelKeys);
@@ -164,10 +164,8 @@ constexpr Key kRspKeys[] = {
 constexpr Object kRsp = Make("Response", "\"rsp\"", "The server's answer to one utterance.", kRspKeys);
 
 constexpr Key kReplyKeys[] = {
-    Key{"rsp", Type::OBJECT, "The reply itself."}
-        .Of(kRsp)
-        .Otherwise("the reply holds no command and is refused")
-        .Needed(),
+    Key{"rsp", Type::OBJECT, "The reply itself."}.Of(kRsp).Needed().Otherwise(
+        "the reply holds no command and is refused"),
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
@@ -204,11 +202,24 @@ constexpr Key kSearchSchemaKeys[] = {
     {"$schema", Type::TEXT, "Where an editor finds the schema of this document. Nothing else looks at it."},
 };
 
+constexpr Key kTurnKeys[] = {
+    Key{"utterance", Type::TEXT, "What the viewer said."}.Needed(),
+    Key{"reply", Type::ANYTHING, "The server's reply, as an object or as a text."}.Needed(),
+    Key{"expect", Type::OBJECT, "What a test expects of the record."}.Otherwise("the turn fails a test"),
+    {"name", Type::TEXT, "The turn's name, for a test's results."},
+    {"comment", Type::ANYTHING, "Whatever its author says of it."},
+    {"call", Type::INTEGER, "The call of the log that it was extracted from."},
+    {"state", Type::TEXT, "Whether the log had all of the reply."},
+    {"utterance_known", Type::BOOLEAN, "Whether the log had the utterance."},
+};
+
 }  // namespace
 
 const Object kReply = Make("Reply", "the document", "A reply of the voice server.", kReplyKeys);
 const Object kSearchSchema = Make("SearchSchema", "the document",
                                   "A search schema document: how search results are ordered.", kSearchSchemaKeys);
+const Object kTurn =
+    Make("Turn", "the line", "A line of a conversation: what the viewer said and what the server replied.", kTurnKeys);
 
 const Key* Object::Find(std::string_view szKey) const
 {

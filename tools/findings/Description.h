@@ -37,6 +37,7 @@ struct Key {
     Words pWords = nullptr;             // of TEXT: all that it may be, the empty text if it may; null: any text
     const char* szOtherwise = nullptr;  // what becomes of a value of another type; null: as usual in its object
     std::string_view szExact = {};      // the one text that means something; others that look like it are mistakes
+    bool bWithin = false;               // that text means the same within others
     bool bNeeded = false;               // it must be there and not be empty
     bool bDecimal = false;              // a text that stands for a decimal number
 
@@ -52,6 +53,7 @@ struct Key {
     constexpr Key OneOf(Words pAll) const { return With(&Key::pWords, pAll); }
     constexpr Key Otherwise(const char* szOutcome) const { return With(&Key::szOtherwise, szOutcome); }
     constexpr Key Exactly(std::string_view szText) const { return With(&Key::szExact, szText); }
+    constexpr Key Holding(std::string_view szText) const { return Exactly(szText).With(&Key::bWithin, true); }
     constexpr Key Needed() const { return With(&Key::bNeeded, true); }
     constexpr Key Decimal() const { return With(&Key::bDecimal, true); }
 };
@@ -60,7 +62,8 @@ struct Key {
 struct Kind {
     std::string_view szType;
     const Object* pObject;
-    bool bOffered;  // whether items of this kind ever reach the list of results
+    bool bOffered;   // whether items of this kind ever reach the list of results
+    int nSize = -1;  // the size code of their posters for a screen of 1080 lines; -1: the first on offer
 };
 
 // How a field is read when the value's type does not fit: overwritten by nothing, or left alone.
@@ -92,6 +95,7 @@ constexpr Object Make(const char* szName, const char* szWhere, const char* szCom
 
 extern const Object kReply;
 extern const Object kSearchSchema;
+extern const Object kTurn;  // of a conversation
 
 // An object of "params": which of its keys count, the command's action says.
 extern const Object kParam;

@@ -232,9 +232,10 @@ constexpr Object kSports =
 #undef LINK_KEYS
 
 constexpr Kind kKinds[] = {
-    {"movie", &kMovie, true},    {"tvshow", &kTVShow, true},    {"apps", &kApp, true},   {"app", &kApp, true},
-    {"epg", &kProgramme, false}, {"fitness", &kFitness, false}, {"kids", &kKids, false}, {"weather", &kWeather, false},
-    {"stock", &kStock, false},   {"sports", &kSports, false},
+    {"movie", &kMovie, true, 57}, {"tvshow", &kTVShow, true, 57}, {"apps", &kApp, true},
+    {"app", &kApp, true},         {"epg", &kProgramme, false},    {"fitness", &kFitness, false},
+    {"kids", &kKids, false},      {"weather", &kWeather, false},  {"stock", &kStock, false},
+    {"sports", &kSports, false},
 };
 
 constexpr Key kItemKeys[] = {kType};

@@ -15,6 +15,15 @@ void PartHasNoEffect(const Node& rsp, std::string_view szKey, const std::string&
     if (!value.isArray() || !value.empty()) report.KeyHasNoEffect(rsp, szKey, strWhy);
 }
 
+void CheckRequest(const Node& request, CReport& report)
+{
+    const Node params = request.Member("params");
+    report.AtMissing(request, "action", "no-action", "the request", "code -1");
+    for (Json::ArrayIndex i = 0; i < params.Size(); ++i)
+        if (const Node index = params.Element(i).Member("index"); index.Number() < 0 && !params.Element(i).Has("title"))
+            report.AtValue(index, {Severity::ERROR, "negative", "\"index\" is negative: no entry stands there"});
+}
+
 // Requests to act on the list on screen, and the sentence that they silence.
 void CheckRequests(const Node& rsp, CReport& report)
 {
@@ -30,23 +39,21 @@ void CheckRequests(const Node& rsp, CReport& report)
         if (!std::exchange(bLast, false))
             report.AtValue(request, NoEffect("the request", "a later one takes its place"));
         else
-            report.AtMissing(request, "action", "no-action", "the request", "code -1");
+            CheckRequest(request, report);
     }
-}
-
-bool AreDomainsDoubted(const Node& rsp, const CReport& report)
-{
-    const Node domains = rsp.Member("domain");
-    bool bDoubted = report.IsDoubted(domains);
-    for (Json::ArrayIndex i = 0; i < domains.Size(); ++i) bDoubted = bDoubted || report.IsDoubted(domains.Element(i));
-    return bDoubted;
 }
 
 void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
 {
-    if (IsHandOver(rsp, vDomains, report)) return;
     const Node commands = rsp.Member("tvcontrol");
-    const Node action = ActionIn(commands.Element(0), report);
+    if (IsHandOver(rsp, vDomains, report)) {
+        for (Json::ArrayIndex i = 1; i < commands.Size(); ++i)
+            if (!report.IsDoubted(commands.Element(i)))
+                report.AtValue(commands.Element(i), {Severity::WARNING, "not-looked-at",
+                                                     "the command is not looked at: the search is handed over"});
+        return;
+    }
+    const Node action = ActionIn(commands.Element(0), &report);
     const std::string strAction = action.Text();
 
     const bool bFailedSearch = strAction == "search_failed" && vDomains == Texts{"tvcontrol"};
@@ -56,7 +63,7 @@ void CheckFlow(const Node& rsp, const Texts& vDomains, CReport& report)
             PartHasNoEffect(rsp, szKey, "after a failed search the application searches by itself", report);
     } else if (strAction == "display_content" || strAction == "search_failed") {
         const char* szDomains = strAction == "display_content" ? "two or more domains" : "the one domain \"tvcontrol\"";
-        if (!AreDomainsDoubted(rsp, report))
+        if (!report.IsDoubtedWithin(rsp.Member("domain")))
             report.AtValue(action, {Severity::ERROR, "wrong-domains",
                                     Quoted(strAction) + " counts only with " + szDomains + ": no match, code 0"});
         return;
@@ -84,7 +91,7 @@ bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report)
 {
     const Node commands = rsp.Member("tvcontrol");
     return vDomains.size() > 1 && commands.Size() > 0 &&
-           ActionIn(commands.Element(0), report).Text() == "display_content";
+           ActionIn(commands.Element(0), &report).Text() == "display_content";
 }
 
 void CheckReplyEffects(const Node& document, const Texts& vDomains, CReport& report)

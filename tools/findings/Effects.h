@@ -6,6 +6,9 @@
 #include "findings/Description.h"
 #include "findings/Report.h"
 
+// "a text", "a number with a fraction"
+const char* KindOf(const Json::Value& value);
+
 // Reports what of `document`, which is an object, is not as `stObject` says: unknown and repeated keys, wrong types,
 // unknown words.
 void CheckShape(const Node& document, const Description::Object& stObject, CReport& report);
@@ -21,8 +24,8 @@ void CheckSchemaEffects(const Node& document, CReport& report);
 bool IsHandOver(const Node& rsp, const Texts& vDomains, const CReport& report);
 
 // The action of a command that counts: the last one that it or its "params" give. When nothing does it is the
-// command's own, which is null. What is doubtful about it is doubtful about the command's own too.
-Node ActionIn(const Node& command, const CReport& report);
+// command's own, which is null. One that is doubted counts too, when a report is given.
+Node ActionIn(const Node& command, const CReport* pReport = nullptr);
 
 // Reports on "tvcontrol", a list of at least one. Says whether the first command shows contents; when its action is
 // not known that is not known either, and the action is doubted.

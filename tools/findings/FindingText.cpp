@@ -22,11 +22,6 @@ std::size_t CharacterStart(std::string_view szText, std::size_t n)
     return n;
 }
 
-std::string Visible(std::string_view szText)
-{
-    return Host::Printable(szText, {}, true);
-}
-
 std::string OtherPlace(const Finding& stFinding)
 {
     if (stFinding.nOther == Finding::kNoOther) return {};
@@ -82,9 +77,11 @@ std::string FindingExcerpt(std::string_view szText, const Finding& stFinding, co
     const std::size_t nTo = bTail ? CharacterStart(szText, nPlace + kBehind) : std::max(nLineEnd, nPlace);
     const std::size_t nMarkedTo = std::clamp(nPlace + stFinding.nLength, nPlace, nTo);
 
-    const std::string strBefore = (bHead ? "..." : "") + Visible(szText.substr(nFrom, nPlace - nFrom));
-    const std::string strMarked = Visible(szText.substr(nPlace, nMarkedTo - nPlace));
-    const std::string strBehind = Visible(szText.substr(nMarkedTo, nTo - nMarkedTo)) + (bTail ? "..." : "");
+    const std::string strBefore =
+        (bHead ? "..." : "") + Host::Printable(szText.substr(nFrom, nPlace - nFrom), {}, true);
+    const std::string strMarked = Host::Printable(szText.substr(nPlace, nMarkedTo - nPlace), {}, true);
+    const std::string strBehind =
+        Host::Printable(szText.substr(nMarkedTo, nTo - nMarkedTo), {}, true) + (bTail ? "..." : "");
     const std::size_t nMarks = std::max<std::size_t>(Columns(strMarked), 1);
     return "  " + strBefore + strMarked + strBehind + "\n  " + std::string(Columns(strBefore), ' ') +
            paint.Label('^' + std::string(nMarks - 1, '~')) + '\n';

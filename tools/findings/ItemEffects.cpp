@@ -6,11 +6,7 @@
 namespace
 {
 
-// The size codes that the set prefers: of a movie or TV show that for a screen of 1080 lines, of an application none.
-constexpr int kVideoSize = 57;
-constexpr int kNoSize = -1;
-
-// Which picture an application gets depends on its flag.
+// Which picture an application gets depends on its flag; the set prefers no size of it.
 void CheckAppPoster(const Node& appInfo, CReport& report)
 {
     const Node flag = appInfo.Member("premium_flag");
@@ -23,9 +19,8 @@ void CheckAppPoster(const Node& appInfo, CReport& report)
     const char* szOther = strFlag == "s" ? "images4premium" : "images";
     if (!poster.Has(szTaken))
         report.KeyHasNoEffect(poster, szOther, "the flag is " + Quoted(strFlag) + ", which takes " + Quoted(szTaken));
-    if (poster.Member(szTaken).value.isObject()) CheckPoster(poster.Member(szTaken), kNoSize, report);
-    if (strFlag == "ps" && poster.Member(szOther).value.isObject())
-        CheckPoster(poster.Member(szOther), kNoSize, report);
+    CheckPoster(poster.Member(szTaken), -1, report);
+    if (strFlag == "ps") CheckPoster(poster.Member(szOther), -1, report);
 }
 
 void CheckApp(const Node& item, CReport& report)
@@ -33,10 +28,8 @@ void CheckApp(const Node& item, CReport& report)
     const Node appInfo = item.Member("app_info");
     if (report.IsDoubted(appInfo)) return;
     if (appInfo.value.isNull())
-        return report.AtValue(
-            item, {Severity::ERROR, "no-app-info", "the application has no \"app_info\": its entry is empty"});
-    if (appInfo.Member("id").Text().empty() && !report.IsDoubted(appInfo.Member("id")))
-        return report.AtMissing(appInfo, "id", "no-id", "the application", "the item is dropped");
+        return report.AtMissing(item, "app_info", "no-app-info", "the application", "its entry is empty");
+    report.AtMissing(appInfo, "id", "no-id", "the application", "the item is dropped");
     CheckAppPoster(appInfo, report);
 }
 
@@ -45,21 +38,18 @@ void CheckItem(const Node& item, CReport& report)
     const Node type = item.Member("type");
     const std::string strType = type.Text();
     const Description::Kind* pKind = Description::kItem.KindOf(strType);
-    if (report.IsDoubted(type)) return;
-    if (pKind == nullptr) return report.AtMissing(item, "type", "no-type", "the item", "it is dropped");
+    if (report.IsDoubted(type) || pKind == nullptr) return;  // told of with the item's shape
     if (!pKind->bOffered)
         return report.AtValue(
             type, NoEffect("the item", Quoted(strType) + " items are not offered to the viewer", "not-offered"));
     if (strType == "apps" || strType == "app") return CheckApp(item, report);
     if (strType == "tvshow") report.KeyHasNoEffect(item, "season", "the record's season is 0 whatever it holds");
-    const Node images = item.Member("poster").Member("images");
-    if (images.value.isObject()) CheckPoster(images, kVideoSize, report);
+    CheckPoster(item.Member("poster").Member("images"), pKind->nSize, report);
 }
 
 }  // namespace
 
 void CheckItems(const Node& contents, CReport& report)
 {
-    for (Json::ArrayIndex i = 0; i < contents.Size(); ++i)
-        if (contents.value[i].isObject()) CheckItem(contents.Element(i), report);
+    for (Json::ArrayIndex i = 0; i < contents.Size(); ++i) CheckItem(contents.Element(i), report);
 }

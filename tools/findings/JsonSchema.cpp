@@ -43,12 +43,12 @@ Json::Value Exactly(std::string_view szExact)
     return list;
 }
 
-// Of the commands that cannot do without parameters: one of those that the action takes, unless "params" name another
-// action.
-Json::Value NeededParams()
+// The first command, which alone needs an action, and with some of them parameters: one of those that the action takes,
+// unless "params" name another action.
+Json::Value FirstCommand(Json::Value command)
 {
     using namespace CADataRepository;
-    Json::Value rules(Json::arrayValue);
+    command["required"].append("action");
     for (const ActionRow& stRow : kActionRows) {
         if (!stRow.Has(NEEDS_PARAMS)) continue;
         Json::Value rule;
@@ -58,9 +58,9 @@ Json::Value NeededParams()
         Json::Value& one = rule["then"]["properties"]["params"]["contains"]["anyOf"];
         for (const char* szKey : {stRow.vKeys[0], stRow.vKeys[1], "action"})
             if (szKey != nullptr) one.append(Json::objectValue)["required"].append(szKey);
-        rules.append(rule);
+        command["allOf"].append(rule);
     }
-    return rules;
+    return command;
 }
 
 // Of a part of the record, with a value of it as example.
@@ -74,24 +74,6 @@ Json::Value Expectation(const Json::Value& example)
     for (const std::string& strName : example.getMemberNames())
         schema["properties"][strName] = Expectation(example[strName]);
     return schema;
-}
-
-// Makes it the schema of a line of a conversation, whose replies are the objects.
-void MakeTurn(Json::Value& root)
-{
-    Json::Value text;
-    text["type"] = "string";
-    root["title"] = "A line of a conversation: what the viewer said and what the server replied.";
-    Json::Value& members = root["properties"];
-    members["name"] = members["comment"] = members["utterance"] = text;
-    members["utterance"]["minLength"] = 1;
-    members["reply"]["anyOf"].append(text);
-    Json::Value& object = members["reply"]["anyOf"].append(Json::objectValue);
-    object["$ref"] = root["$ref"];
-    object["type"] = "object";
-    members["expect"] = Expectation(OutcomeNames());
-    root.removeMember("$ref");
-    for (const char* szName : {"utterance", "reply"}) root["required"].append(szName);
 }
 
 // A reference to the object's definition, which is put into `defs` if it is not there.
@@ -121,14 +103,15 @@ Json::Value Property(const Key& stKey, Json::Value& defs)
         for (const char* szType : kTypes[static_cast<std::size_t>(stKey.eType)])
             if (szType != nullptr) schema["type"].append(szType);
     if (stKey.eType == Type::INTEGER || stKey.eType == Type::TEXT_OR_INTEGER) LimitIntegers(schema);
-    if (stKey.eType == Type::ANYTHING) schema["deprecated"] = true;
-    if (stKey.eType == Type::OBJECT) schema = Reference(*stKey.pObject, defs);
+    if (stKey.eType == Type::ANYTHING && stKey.pObject != nullptr) schema["deprecated"] = true;
+    if (stKey.eType == Type::OBJECT && stKey.pObject != nullptr) schema = Reference(*stKey.pObject, defs);
     if (bList) schema["type"].append("array");
     if (bList) schema["items"] = Element(stKey, defs);
     if (!stKey.bNeeded && (bPlain || bList)) schema["type"].append("null");
     if (stKey.bNeeded && stKey.eType == Type::OBJECT) schema["type"] = "object";
     if (stKey.bNeeded && stKey.eType == Type::TEXT) schema["minLength"] = 1;
     if (stKey.bNeeded && bList) schema["minItems"] = 1;
+    if (stKey.bNeeded && bList) schema["prefixItems"].append(FirstCommand(schema["items"]));
     if (stKey.bDecimal) schema["pattern"] = "^[-+]?[0-9]+$";
     if (!stKey.szExact.empty()) schema["anyOf"] = Exactly(stKey.szExact);
     if (stKey.pWords != nullptr) {
@@ -167,8 +150,8 @@ void Define(const Object& stObject, Json::Value& defs)
     const bool bMayFail = stObject.Find("stat") != nullptr && !needed.isNull();  // a failure needs nothing
     if (bMayFail) definition["if"]["required"].append("stat");
     if (bMayFail) definition["if"]["properties"]["stat"]["const"] = "fail";
-    if (!needed.isNull()) (bMayFail ? definition["else"] : definition)["required"] = needed;
-    if (stObject.Find("intent") != nullptr) definition["allOf"] = NeededParams();
+    if (!needed.isNull() && stObject.Find("intent") == nullptr)
+        (bMayFail ? definition["else"] : definition)["required"] = needed;
     if (stObject.pKinds == nullptr)
         definition["additionalProperties"] = false;
     else
@@ -184,18 +167,31 @@ Json::Value Reference(const Object& stObject, Json::Value& defs)
     return reference;
 }
 
+// What the description of a conversation's line leaves open.
+void CompleteTurn(Json::Value& defs)
+{
+    Json::Value& members = defs[Description::kTurn.szName]["properties"];
+    Json::Value& reply = members["reply"]["anyOf"];
+    reply[0]["type"] = "string";
+    reply[1] = Reference(Description::kReply, defs);
+    reply[1]["type"] = "object";
+    members["expect"] = Expectation(OutcomeNames());
+}
+
 }  // namespace
 
 std::string JsonSchemaOf(const std::string& strDocument)
 {
-    const Object& stObject = strDocument == "search" ? Description::kSearchSchema : Description::kReply;
+    const Object& stObject = strDocument == "search"         ? Description::kSearchSchema
+                             : strDocument == "conversation" ? Description::kTurn
+                                                             : Description::kReply;
     Json::Value root;
     root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
     root["title"] = stObject.szComment;
     root["$defs"] = Json::objectValue;
     root["$ref"] = Reference(stObject, root["$defs"])["$ref"];
     root["type"] = "object";
-    if (strDocument == "conversation") MakeTurn(root);
+    if (&stObject == &Description::kTurn) CompleteTurn(root["$defs"]);
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "  ";
     return Json::writeString(builder, root) + '\n';

@@ -34,6 +34,12 @@ bool IsOddNumber(std::string_view szNumber)
 
 }  // namespace
 
+int SurrogateHalf(std::string_view szText)
+{
+    if (szText.substr(0, 2) != "\\u" || szText.size() < 6 || (szText[2] != 'd' && szText[2] != 'D')) return 0;
+    return szText[3] < '8' ? 0 : std::string_view("89abAB").find(szText[3]) != std::string_view::npos ? 1 : 2;
+}
+
 CPlaces::CPlaces(std::string_view szText) : m_szText(szText)
 {
     while (m_nAt < m_szText.size() && m_stRest.nLength == 0) Token();
@@ -77,8 +83,11 @@ void CPlaces::String()
     const std::size_t nStart = m_nAt++;
     bool bControl = false;
     while (m_nAt < m_szText.size() && m_szText[m_nAt] != '"') {
+        const int nHalf = SurrogateHalf(m_szText.substr(m_nAt));
+        const bool bPair = nHalf == 1 && SurrogateHalf(m_szText.substr(m_nAt + 6)) == 2;
+        if (nHalf != 0 && !bPair) m_vLoose.push_back({m_nAt, 6});
         bControl = bControl || static_cast<unsigned char>(m_szText[m_nAt]) < 0x20;
-        m_nAt += m_szText[m_nAt] == '\\' ? 2 : 1;
+        m_nAt += bPair ? 12 : m_szText[m_nAt] == '\\' ? 2 : 1;
     }
     m_nAt = std::min(m_nAt + 1, m_szText.size());
     if (bControl) m_vLoose.push_back({nStart, m_nAt - nStart});

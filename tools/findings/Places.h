@@ -15,6 +15,9 @@ struct KeyPlace {
     std::string strKey;  // as the JSON library reads it
 };
 
+// Which half of a surrogate pair an escape at the start stands for: 1 or 2; 0 when it stands for none.
+int SurrogateHalf(std::string_view szText);
+
 // Goes over the text once. A text that is no JSON is followed as far as brackets and quotes make sense.
 class CPlaces
 {
@@ -29,7 +32,8 @@ public:
 
     const std::vector<Span>& Comments() const { return m_vComments; }
 
-    // What the JSON library takes although JSON does not allow it: control characters in a text, odd numbers.
+    // What the JSON library takes although it is no JSON, or no character: texts with control characters, escapes of
+    // one half of a surrogate pair, odd numbers.
     const std::vector<Span>& Loose() const { return m_vLoose; }
 
     // What stands behind the document and is neither blank nor a comment; empty at the end of the text.

@@ -7,13 +7,6 @@
 
 #include "text/Text.h"
 
-namespace
-{
-
-constexpr std::size_t kMostFindings = 10000;
-
-}  // namespace
-
 std::string PointerStep(std::string_view szKey)
 {
     std::string strStep = "/";
@@ -64,6 +57,7 @@ void CReport::AtValue(const Node& node, Remark stRemark)
 
 void CReport::At(Span stSpan, const std::string& strPointer, Remark stRemark)
 {
+    constexpr std::size_t kMostFindings = 10000;
     if (stRemark.eSeverity == Severity::ERROR) Doubt(strPointer);
     if (m_vFindings.size() == kMostFindings)
         stRemark = {Severity::NOTE, "too-many", "there are more findings, which are not shown"};
@@ -86,6 +80,13 @@ bool CReport::IsDoubted(const Node& node) const
 {
     if (m_setDoubted.count(node.strPointer) > 0) return true;
     return node.value.isNull() && m_setElsewhere.count(node.strPointer.substr(node.strPointer.rfind('/') + 1)) > 0;
+}
+
+bool CReport::IsDoubtedWithin(const Node& node) const
+{
+    const std::string strBelow = node.strPointer + '/';
+    const auto itBelow = m_setDoubted.lower_bound(strBelow);
+    return IsDoubted(node) || (itBelow != m_setDoubted.end() && itBelow->compare(0, strBelow.size(), strBelow) == 0);
 }
 
 void CReport::AtMissing(const Node& object, std::string_view szKey, const char* szCode, const std::string& strObject,

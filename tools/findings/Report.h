@@ -59,6 +59,7 @@ public:
     // The same of every value that is missing under this key: it was written elsewhere.
     void DoubtMissing(std::string_view szKey) { m_setElsewhere.emplace(szKey); }
     bool IsDoubted(const Node& node) const;
+    bool IsDoubtedWithin(const Node& node) const;  // the value itself, or one below it
 
     // What is wrong with the word that decides there, unless it holds something or is doubted: at it when it is empty,
     // else at the object without it.

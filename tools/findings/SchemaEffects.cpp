@@ -22,6 +22,19 @@ std::string NoNumber(const std::string& strText)
     return bFits && errno == 0 ? "" : "out of range: it reads as the largest or smallest number";
 }
 
+// From where and, in a range, to where the rule counts positions.
+void CheckPositions(const Node& rule, CReport& report)
+{
+    const std::string strRule = rule.Member("rule").Text();
+    const bool bRange = strRule == "position_range_turn";
+    if (bRange || strRule == "position_after_turn")
+        report.AtMissing(rule, "from", "no-number", "the rule", "it reads as 0");
+    if (bRange) report.AtMissing(rule, "to", "no-number", "the rule", "it reads as 0");
+    const auto Number = [&](const char* szKey) { return std::strtol(rule.Member(szKey).Text().c_str(), nullptr, 10); };
+    if (bRange && !report.IsDoubtedWithin(rule) && Number("to") < Number("from"))
+        report.AtValue(rule, NoEffect("the rule", "\"to\" is below \"from\""));
+}
+
 void CheckRule(const Node& rule, CReport& report)
 {
     for (const char* szKey : {"from", "to", "cycle"}) {
@@ -32,6 +45,7 @@ void CheckRule(const Node& rule, CReport& report)
                                     Quoted(szKey) + " is " + Quoted(member.Text()) + ", " + strWrong});
     }
     report.AtMissing(rule, "rule", "no-word", "the rule", "takes over the type of the rule before it");
+    CheckPositions(rule, report);
 }
 
 }  // namespace

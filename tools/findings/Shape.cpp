@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <map>
 
 #include "findings/Actions.h"
@@ -61,16 +62,6 @@ bool Fits(const Json::Value& value, Type eType)
            (value.*WordsOf(eType).fits)();
 }
 
-const char* KindOf(const Json::Value& value)
-{
-    if (value.isString()) return "a text";
-    if (value.isBool()) return "a boolean";
-    if (value.isArray()) return "a list";
-    if (value.isObject()) return "an object";
-    if (value.isNull()) return "null";
-    return IsWhole(value) ? "an integer" : "a number with a fraction";
-}
-
 struct Owner {
     const Object* pObject;
     std::string_view szAt;  // the key that leads there
@@ -95,14 +86,9 @@ std::vector<Owner> WithParts(const Object& stObject)
 std::string Mended(const Json::Value& value, Type eType, bool bAnyText, const CReport& report)
 {
     if (eType == Type::TEXT && value.isNumeric() && bAnyText) return DidYouMean(report.Source(value));
-    if (eType == Type::INTEGER && value.isString()) {
-        const std::string strInner = value.asString();
-        const bool bNumber =
-            !strInner.empty() && strInner.size() < 10 &&
-            strInner.find_first_not_of("0123456789", strInner[0] == '-' ? 1 : 0) == std::string::npos &&
-            strInner != "-";
-        if (bNumber) return "did you mean " + strInner + " without quotation marks?";
-    }
+    Json::Value inner;
+    if (eType == Type::INTEGER && value.isString() && ParseJson(value.asString(), true, inner) && inner.isInt())
+        return "did you mean " + std::to_string(inner.asInt()) + " without quotation marks?";
     const bool bList = WordsOf(eType).szSkipped != nullptr;
     if (bList && (value.isObject() ? eType == Type::OBJECTS : eType != Type::OBJECTS)) return "put it into a list";
     return {};
@@ -135,7 +121,10 @@ void CheckWord(const Node& node, const Key& stKey, CReport& report)
 {
     const std::string strWord = node.Text();
     if (strWord.empty()) return;
-    if (!stKey.szExact.empty() && strWord != stKey.szExact && !MostAlike(strWord, {stKey.szExact}).empty())
+    const bool bHeld = stKey.bWithin && strWord.find(stKey.szExact) != std::string::npos;
+    const bool bAlike = stKey.bWithin ? strcasestr(strWord.c_str(), stKey.szExact.data()) != nullptr
+                                      : !MostAlike(strWord, {stKey.szExact}).empty();
+    if (!stKey.szExact.empty() && strWord != stKey.szExact && bAlike && !bHeld)
         report.AtValue(node, {Severity::ERROR, "unknown-word",
                               Quoted(stKey.szName) + " is " + Quoted(strWord) + ", which is not " +
                                   Quoted(stKey.szExact) + ": taken like any other text",
@@ -173,7 +162,7 @@ void CShapeWalk::Members(const Node& object, const Object& stObject)
 {
     std::map<std::string_view, std::size_t> mapSeen;
     m_vWithin.push_back(&stObject);
-    if (stObject.Find("intent") != nullptr) m_stAction = RowOf(ActionIn(object, m_report).Text());
+    if (stObject.Find("intent") != nullptr) m_stAction = RowOf(ActionIn(object, &m_report).Text());
     for (const KeyPlace& stPlace : m_report.Places().Keys(SpanOf(object.value).nStart)) {
         const Node member = object.Member(stPlace.strKey);
         const Key* pKey = stObject.Find(stPlace.strKey);
@@ -204,14 +193,14 @@ std::string CShapeWalk::Meant(const Node& object, const std::string& strKey)
 {
     const Object& stObject = *m_vWithin.back();
     std::vector<std::string_view> vTaken;
-    std::vector<std::string_view> vMissing;
-    std::vector<std::string_view> vThere;
+    std::vector<std::string_view> vAll;
     for (const Key& stKey : stObject) {
-        (object.Has(stKey.szName) ? vThere : vMissing).push_back(stKey.szName);
+        vAll.push_back(stKey.szName);
         if (&stObject == &Description::kParam && Takes(m_stAction, stKey.szName)) vTaken.push_back(stKey.szName);
     }
-    std::vector<std::string_view> vAll = vMissing;
-    vAll.insert(vAll.end(), vThere.begin(), vThere.end());
+    const auto IsMissing = [&object](std::string_view szKey) { return !object.Has(szKey); };
+    const std::vector<std::string_view> vMissing(vAll.begin(),
+                                                 std::stable_partition(vAll.begin(), vAll.end(), IsMissing));
 
     std::string_view szMeant = Nearest(strKey, vTaken);
     if (szMeant.empty()) szMeant = MostAlike(strKey, vAll, 1);
@@ -226,19 +215,19 @@ std::string CShapeWalk::Meant(const Node& object, const std::string& strKey)
     return DidYouMean(szMeant);
 }
 
-// Which object the key belongs to: one close by, or any of the document. Empty when none has it.
+// Which object the key belongs to: the one around, or one within; else the nearest of the document. Empty when none
+// has it.
 std::string CShapeWalk::Elsewhere(std::string_view szKey, bool bNear)
 {
-    std::vector<Owner> vOwners = bNear ? WithParts(*m_vWithin.back()) : std::vector<Owner>();
-    for (std::size_t n = m_vWithin.size(); n > 0 && (!bNear || n + 1 >= m_vWithin.size()); --n)
-        vOwners.push_back({m_vWithin[n - 1], ""});
-    for (const Owner& stOwner : bNear ? std::vector<Owner>() : WithParts(*m_vWithin.front()))
-        vOwners.push_back(stOwner);
-    for (const Owner& stOwner : vOwners) {
-        if (stOwner.pObject->Find(szKey) == nullptr) continue;
-        m_report.DoubtMissing(szKey);
-        m_report.DoubtMissing(stOwner.szAt);
-        return std::string("it belongs into ") + stOwner.pObject->szWhere;
+    for (std::size_t n = m_vWithin.size(); n > 0 && (!bNear || n + 1 >= m_vWithin.size()); --n) {
+        std::vector<Owner> vOwners = WithParts(*m_vWithin[n - 1]);
+        if (bNear && n < m_vWithin.size()) vOwners.resize(1);
+        for (const auto& [pOwner, szAt] : vOwners) {
+            if (pOwner->Find(szKey) == nullptr) continue;
+            m_report.DoubtMissing(szKey);
+            m_report.DoubtMissing(szAt);
+            return std::string("it belongs into ") + pOwner->szWhere;
+        }
     }
     return {};
 }
@@ -272,8 +261,8 @@ void CShapeWalk::ObjectElement(const Node& node, const std::string& strName, con
     const std::string strKey = itMeant == vKeys.end() ? "type" : *itMeant;
     if (const Description::Kind* pKind = stObject.KindOf(node.Member(strKey).Text()))
         return Members(node, *pKind->pObject);
-    if (node.Has("type")) return Value(node.Member("type"), *stObject.pKeys, stObject);
-    if (itMeant == vKeys.end()) return;
+    if (node.Has("type")) Value(node.Member("type"), *stObject.pKeys, stObject);
+    if (itMeant == vKeys.end()) return m_report.AtMissing(node, "type", "no-type", "the item", "it is dropped");
     m_vWithin.push_back(&stObject);
     Unknown(node, {m_report.Places().Key(SpanOf(node.value).nStart, strKey), strKey});
     m_vWithin.pop_back();
@@ -294,6 +283,13 @@ void CShapeWalk::Element(const Node& node, const Key& stKey, bool bFirst)
 }
 
 }  // namespace
+
+const char* KindOf(const Json::Value& value)
+{
+    constexpr const char* kKinds[] = {"null",   "an integer", "an integer", "a number with a fraction",
+                                      "a text", "a boolean",  "a list",     "an object"};
+    return IsWhole(value) ? "an integer" : kKinds[value.type()];
+}
 
 void CheckShape(const Node& document, const Object& stObject, CReport& report)
 {

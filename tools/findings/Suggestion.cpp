@@ -24,8 +24,8 @@ std::string Plain(std::string_view szWord)
 
 // Parts of words that people take for each other.
 constexpr std::pair<std::string_view, std::string_view> kSameMeanings[] = {
-    {"number", "no"},  {"message", "msg"}, {"sequence", "seq"},     {"volume", "amount"}, {"url", "website"},
-    {"name", "title"}, {"text", "msg"},    {"candidates", "names"}, {"minutes", "time"},  {"position", "index"},
+    {"number", "no"}, {"volume", "amount"},    {"url", "website"},  {"name", "title"},
+    {"text", "msg"},  {"candidates", "names"}, {"minutes", "time"}, {"position", "index"},
 };
 
 bool IsPart(std::string_view szLong, std::string_view szShort)
@@ -57,16 +57,20 @@ std::size_t Slips(const std::string& strFrom, const std::string& strTo)
     return vRow.back();
 }
 
-// The first of `vWords` that `szWord` may be short for: all its characters are there in order, the first one first.
+// Whether all characters of `strShort` are in `strLong` in order, the first one first.
+bool IsShort(const std::string& strShort, const std::string& strLong)
+{
+    std::size_t nFound = 0;
+    for (const char c : strLong) nFound += nFound < strShort.size() && c == strShort[nFound] ? 1 : 0;
+    return strShort.size() >= 3 && nFound == strShort.size() && strLong[0] == strShort[0];
+}
+
+// The first of `vWords` that `szWord` may be short for, or that may be short for it.
 std::string_view Abbreviated(std::string_view szWord, const std::vector<std::string_view>& vWords)
 {
-    const std::string strPlain = Plain(szWord);
-    for (const std::string_view szCandidate : vWords) {
-        const std::string strCandidate = Plain(szCandidate);
-        std::size_t nFound = 0;
-        for (const char c : strCandidate) nFound += nFound < strPlain.size() && c == strPlain[nFound] ? 1 : 0;
-        if (strPlain.size() >= 3 && nFound == strPlain.size() && strCandidate[0] == strPlain[0]) return szCandidate;
-    }
+    for (const std::string_view szCandidate : vWords)
+        if (IsShort(Plain(szWord), Plain(szCandidate)) || IsShort(Plain(szCandidate), Plain(szWord)))
+            return szCandidate;
     return {};
 }
 
@@ -98,7 +102,8 @@ std::string_view MostAlike(std::string_view szWord, const std::vector<std::strin
         const std::size_t nSlips = Slips(strPlain, strCandidate);
         const bool bTurned = strPlain.size() == 2 && strPlain[0] == strCandidate[1] && strPlain[1] == strCandidate[0];
         const bool bTooShort = nSlips + 1 >= std::max<std::size_t>(strCandidate.size(), 2);
-        if (nSlips >= nBest || (bTooShort && !bTurned)) continue;
+        const bool bPlural = strPlain == strCandidate + 's';
+        if (nSlips >= nBest || (bTooShort && !bTurned && !bPlural)) continue;
         nBest = nSlips;
         szBest = szCandidate;
     }

@@ -116,9 +116,7 @@ bool IsEscape(std::string_view szText)
         return szText.size() > 1 && std::string_view("\"\\/bfnrt").find(szText[1]) != kNowhere;
     const std::string_view szCode = szText.substr(2, 4);
     const bool bFour = szCode.size() == 4 && szCode.find_first_not_of("0123456789abcdefABCDEF") == kNowhere;
-    const bool bHalf =
-        bFour && (szCode[0] == 'd' || szCode[0] == 'D') && std::string_view("89abAB").find(szCode[1]) != kNowhere;
-    return bFour && (!bHalf || szText.substr(6, 2) == "\\u");
+    return bFour && (SurrogateHalf(szText) != 1 || szText.substr(6, 2) == "\\u");
 }
 
 // The first backslash of the text at `stSpan` that is no escape; the text itself when there is none.
@@ -255,12 +253,15 @@ void CheckText(std::string_view szText, CReport& report)
     CheckUtf8(szText, report);
     for (const Span& stComment : report.Places().Comments())
         report.At(stComment, "", {Severity::WARNING, "comment", "a comment is no JSON, although the library takes it"});
-    for (const Span& stLoose : report.Places().Loose())
-        report.At(
-            stLoose, "",
-            {Severity::WARNING, "not-strict",
-             szText[stLoose.nStart] == '"' ? "a control character in a text is no JSON, although the library takes it"
-                                           : "such a number is no JSON, although the library takes it"});
+    for (const Span& stLoose : report.Places().Loose()) {
+        const char c = szText[stLoose.nStart];
+        report.At(stLoose, "",
+                  {Severity::WARNING, "not-strict",
+                   std::string(c == '"'    ? "a control character in a text is no JSON"
+                               : c == '\\' ? "one half of a surrogate pair is no character"
+                                           : "such a number is no JSON") +
+                       ", although the library takes it"});
+    }
     if (const Span stRest = report.Places().Rest(); stRest.nLength > 0)
         report.At(stRest, "", {Severity::WARNING, "trailing-text", "the text behind the document has no effect"});
 }
