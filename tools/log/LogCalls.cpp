@@ -143,7 +143,7 @@ void LogStream::Append(const LogTextLine& stLine)
 bool LogStream::GoesOn(const LogTextLine& stLine) const
 {
     if (!bPending || IsOver() || eStyle == Style::ONE_LINE) return false;
-    if (IsOthers(stLine)) return false;
+    if (IsOthers(stLine) || (!stLine.bTagged && eStyle == Style::PREFIXED)) return false;
     if (eDump == DumpLine::PIECE) return Length() < kLongestPiece;
     if (eDump == DumpLine::SIZE) return stFirst.strMessage.find('\n') == std::string::npos;
     return Length() < kLongestText && (bColours || bOpenText || nBrackets > 0);
@@ -199,7 +199,8 @@ std::vector<std::string> LogCall::Missing() const
 
 bool CLogCalls::Take(const LogTextLine& stLine)
 {
-    const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
+    const bool bMay = m_pLast != nullptr && stLine.eSort != LogTextLine::Sort::OTHER;
+    const bool bMore = bMay && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
     const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
     if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && stLine.strRaw.size() > kTag.size() &&
         std::any_of(std::begin(kDropped), std::end(kDropped), Says)) {
