@@ -427,6 +427,8 @@ TEST_F(Log, IsToldOnlyAsFarAsItsLinesGo)
          "reply unknown gaps 3!\nstatus unknown!\n"},
         {"$43)\n%\n" + strPiece + strMute + "\n%" + strAction + "volumeup\n%" + strCode,
          "reply unknown whole " + strMute + "!\nreply volumeup, code 12!\n"},
+        {"$43)\n%\n" + strPiece + strMute.substr(0, 30) + "\n%" + strAction + "muteon\n%" + strCode,
+         "reply muteon, code 12 gaps 30!\n"},
         {"%CAService: t_IsContentsSearchAction(1) > domain[0]:a\n11-24 18:47:03.118  1480  1502 E ParloAPI: " + strCode,
          "reply unknown!\nreply action unknown, code 12!\n"},
         {strLong +

@@ -6,9 +6,8 @@
 namespace
 {
 
-constexpr double kLongestCall = 5;    // seconds between two lines of one call where some are lost
-constexpr double kLongestStall = 60;  // the same where none seems to be
-constexpr double kDay = 86400;
+constexpr double kLongestCall = 5;            // seconds between two lines of one call where some are lost
+constexpr double kLongestStall = 60;          // the same where none seems to be
 constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
 constexpr std::size_t kLongestHeld = 564;     // bytes behind which a piece is longer than any
 constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
@@ -68,20 +67,20 @@ double SecondsBetween(const std::string& strTime, const std::string& strBefore)
     const std::size_t nFraction = std::min(strTime.find('.'), strTime.size());
     if (strTime.compare(0, nFraction, strBefore, 0, nFraction) == 0) return 0;
     const double dSeconds = std::abs(Seconds(strTime) - Seconds(strBefore));
-    return std::min(dSeconds, std::abs(kDay - dSeconds));  // midnight may be between them
+    return std::min(dSeconds, std::abs(24 * 3600 - dSeconds));  // midnight may be between them
 }
 
 // The action of a reply's first command, where it is plain and the command's first member; else empty.
-std::string_view FirstAction(std::string_view szReply)
+std::string FirstAction(std::string_view szReply)
 {
     constexpr std::string_view kCommands = "\"tvcontrol\"";
     constexpr std::string_view kAction = "\"action\"";
     std::size_t n = szReply.rfind(kCommands);
     n = n == szReply.npos ? n : szReply.find_first_not_of(" \t\r\n:[{", n + kCommands.size());
     if (n == szReply.npos || !Begins(szReply.substr(n), kAction)) return {};
-    const std::size_t nStart = szReply.find('"', n + kAction.size()) + 1;
-    const std::size_t nEnd = std::min(szReply.find_first_of("\"\\\r\n", nStart), szReply.size());
-    return Begins(szReply.substr(nEnd), "\"") ? szReply.substr(nStart, nEnd - nStart) : std::string_view();
+    szReply.remove_prefix(std::min(szReply.find('"', n + kAction.size()), szReply.size() - 1) + 1);
+    szReply = szReply.substr(0, szReply.find_first_of("\"\\\r\n") + 1);
+    return EndsWith(szReply, "\"") ? std::string(szReply.substr(0, szReply.size() - 1)) : "";
 }
 
 // Whether the line comes long after the last one of the call, or names another first action than the call's reply has:
@@ -99,8 +98,8 @@ bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& 
         if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
     const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
     if (!bNames || szAction.empty()) return false;
-    const std::string_view szFirst = FirstAction(call.reply.Text());
-    if (szFirst.empty() || Begins(szFirst, szAction)) return false;
+    const std::string strFirst = FirstAction(call.reply.FirstPiece());
+    if (strFirst.empty() || Begins(strFirst, szAction)) return false;
     return IsLost() || call.reply.Text().find(std::string(1, '"').append(szAction)) == std::string::npos;
 }
 

@@ -61,6 +61,7 @@ public:
 
     // What there is, as one text without the gaps; at most 102,500 bytes, which is as much as the library logs.
     const std::string& Text() const { return m_strText; }
+    std::string FirstPiece() const { return m_strText.substr(0, m_vLengths.empty() ? 0 : m_vLengths.front()); }
     State GetState() const;
     std::vector<Gap> Gaps() const;
 
