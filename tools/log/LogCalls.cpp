@@ -172,21 +172,20 @@ const std::string& LogStream::Content(const LogTextLine& stLine) const
     return eStyle == Style::RAW ? stLine.strRaw : stLine.strMessage;
 }
 
-// The length of the pending record with all that is held; and whether it is a piece's then, with its colour at the end
-// if the log has them.
-std::size_t LogStream::LengthWithHeld(bool& bMadeUp) const
+void LogStream::Hold(const LogTextLine& stLine)
 {
-    std::size_t nLength = Length();
-    std::string_view szLast;
-    for (const LogTextLine& stLine : vHeld) {
-        if (stFirst.bAlone && &stLine == &vHeld.back() && stLine.strRaw.empty()) continue;  // there is one behind each
-        szLast = Content(stLine);
-        nLength += 1 + szLast.size();
-    }
-    const std::size_t nShown = szLast.size();
-    const bool bColour = CutShownColour(szLast);
-    bMadeUp = bColour == bColours && call->reply.MayHave(nLength - (nShown - szLast.size()));
-    return nLength;
+    nHeld = (vHeld.empty() ? 0 : nHeld) + 1 + Content(stLine).size();
+    vHeld.push_back(stLine);
+}
+
+// Whether the pending record is a piece's with all that is held, with its colour at the end if the log has them. Where
+// prefixes have lines of their own an empty line ends each record.
+bool LogStream::IsMadeUp() const
+{
+    const bool bEmpty = stFirst.bAlone && vHeld.size() > 1 && vHeld.back().strRaw.empty();
+    std::string_view szLast = Content(vHeld[vHeld.size() - (bEmpty ? 2 : 1)]);
+    const std::size_t nLength = Length() + nHeld - szLast.size() - (bEmpty ? 1 : 0);
+    return CutShownColour(szLast) == bColours && call->reply.MayHave(nLength + szLast.size());
 }
 
 std::vector<std::string> LogCall::Missing() const
@@ -259,7 +258,7 @@ void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
     if (!stStream.vHeld.empty()) return PutBehindHeld(stStream, stLine);
     if (stStream.TakeCopy(stLine)) return;
     if (stLine.eSort != LogTextLine::Sort::MORE && !stStream.IsOthers(stLine) && stStream.Lacks())
-        return stStream.vHeld.push_back(stLine);
+        return stStream.Hold(stLine);
     if (stLine.eSort == LogTextLine::Sort::RECORD) {
         Finish(stStream);
         stStream.Begin(stLine);
@@ -273,10 +272,9 @@ void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
 // What is held is the pending record's where it makes up its length and another record follows.
 void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
 {
-    bool bMadeUp = false;
-    const std::size_t nLength = stStream.LengthWithHeld(bMadeUp);
-    bMadeUp = bMadeUp && stLine.eSort != LogTextLine::Sort::MORE;
-    if (!bMadeUp && !stStream.IsOthers(stLine) && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
+    const bool bMadeUp = stLine.eSort != LogTextLine::Sort::MORE && stStream.IsMadeUp();
+    const bool bShort = stStream.Length() + stStream.nHeld < kLongestHeld;
+    if (!bMadeUp && bShort && !stStream.IsOthers(stLine)) return stStream.Hold(stLine);
     if (!bMadeUp) Finish(stStream);
     m_pLast = nullptr;
     for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {})) {
@@ -329,8 +327,7 @@ void CLogCalls::Settle(Streams::iterator stream)
     LogStream& stStream = node.mapped();
     if (m_pLast == &stStream) m_pLast = nullptr;
     while (!stStream.vHeld.empty()) {
-        bool bMadeUp = false;
-        stStream.LengthWithHeld(bMadeUp);
+        const bool bMadeUp = stStream.IsMadeUp();
         if (!bMadeUp) Finish(stStream);
         for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {}))
             if (bMadeUp)

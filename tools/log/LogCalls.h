@@ -58,6 +58,7 @@ struct LogStream {
     Style eStyle = Style::UNKNOWN;
     Escape eEscape = Escape::NONE;
     std::vector<LogTextLine> vHeld;  // behind a piece that lacks bytes: the piece's, or another record's
+    std::size_t nHeld = 0;           // bytes that they add
     std::uint64_t nUsed = 0;
 
     bool IsOthers(const LogTextLine& stLine) const
@@ -71,7 +72,8 @@ struct LogStream {
     bool Lacks() const { return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length()); }
     std::size_t Length() const { return stFirst.strMessage.size() - nText; }
     bool TakeCopy(const LogTextLine& stLine);
-    std::size_t LengthWithHeld(bool& bMadeUp) const;
+    bool IsMadeUp() const;
+    void Hold(const LogTextLine& stLine);
     const std::string& Content(const LogTextLine& stLine) const;
     void Begin(const LogTextLine& stLine);
     void Append(const LogTextLine& stLine);
