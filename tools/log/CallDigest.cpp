@@ -187,8 +187,8 @@ void CCallDigest::ListenToPiece()
 
 bool CCallDigest::IsOfNext(const LogLine& stLine) const
 {
-    if (KindOf(stLine) != m_eKind) return true;
     const Row* pRow = FindRow(stLine.strFunction, stLine.strMessage);
+    if ((pRow != nullptr ? pRow->eKind : KindOf(stLine)) != m_eKind) return true;
     if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
     const bool bEndedStop = m_eKind == CallKind::STOP && !Has(NO_SERVICE) && (pRow->nEffect & NO_SERVICE) != 0;
     if (Has(ENDS) || m_nStep > pRow->nMost) return !bEndedStop;

@@ -52,7 +52,7 @@ std::string Unindented(std::string_view szText, std::size_t nIndent)
 {
     const std::string strBreak = '\n' + std::string(nIndent, ' ');
     std::string strPlain;
-    for (std::size_t nEnd = 0; (nEnd = szText.find(strBreak)) != szText.npos;) {
+    for (std::size_t nEnd = 0; nIndent > 0 && (nEnd = szText.find(strBreak)) != szText.npos;) {
         strPlain.append(szText.substr(0, nEnd)).append("\n");
         szText.remove_prefix(nEnd + strBreak.size());
     }
