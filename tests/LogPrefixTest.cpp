@@ -53,6 +53,7 @@ TEST(LogPrefix, IsTakenApart)
         {"E/ParloAPI  : m", "ours |||E|m"},
         {"E( 1234) A: f(1) > m  (ParloAPI)", "ours |1234||E|A: f(1) > m"},
         {"E( 1234) m  (Wifi)", "foreign"},
+        {"E( 1234) m\r  (ParloAPI)", "ours |1234||E|m\r"},
         {"11-25 10:00:00.1+0900 E/ParloAPI(P 1, T 2): A: f(1) > ", "ours 11-25 10:00:00.1+0900|1|2|E|A: f(1) > "},
         {"[ 11-24 18:42:03.118  1480: 1502 E/ParloAPI ]", "ours 11-24 18:42:03.118|1480|1502|E|"},
         {"Nov 25 10:00:00 tv app[99]: ParloAPI: A: f(1) > m", "ours Nov 25 10:00:00|99|||A: f(1) > m"},
@@ -71,8 +72,8 @@ TEST(LogPrefix, IsTakenApart)
         {"E ParloAPI: E ParloAPI: A: f(1) > m", "ours |||E|E ParloAPI: A: f(1) > m"},
         {"11-25 10:00:00.1 7 8 I Up: q: ParloAPI: A: f(1) > m", "foreign"},
         {"Nov 25 10:00:00 tv up[9]: q: ParloAPI: A: f(1) > m", "foreign"},
-        {"E ParloAPI2: A: f(1) > m", "unknown"},
-        {"E MyParloAPI: A: f(1) > m", "unknown"},
+        {"E ParloAPI2: A: f(1) > m", "foreign"},
+        {"I Up: q: ParloAPI: A: f(1) > m", "foreign"},
         {"?? ParloAPI: no form", "unknown"},
         {"12,", "unknown"},
         {"\t\"10:00:00\"", "unknown"},
@@ -82,5 +83,7 @@ TEST(LogPrefix, IsTakenApart)
     CLogPrefixes prefixes;  // in a log of a known form none of an unknown one is ours
     EXPECT_EQ("ours |7||E|m", Told(prefixes, "E/ParloAPI(7): m"));
     EXPECT_EQ("ours |8||E|", Told(prefixes, "E/ParloAPI(8):"));
+    EXPECT_EQ("ours |9||E|m", Told(prefixes, "E/ParloAPI(9): m"));
+    EXPECT_EQ("unknown", Told(prefixes, "E/ParloAPI(9):m"));
     EXPECT_EQ("unknown", Told(prefixes, "[11-25 10:00:00] ParloAPI A: f(1) > m"));
 }

@@ -378,6 +378,9 @@ TEST_F(Log, IsToldOnlyAsFarAsItsLinesGo)
     const std::string strEnd = "CAUtil: CompareCountryLanguage(1) > country[US], voice language[en_US]\n";
     const std::string strAction = "CAService: t_IsContentsSearchAction(1) > szAction[0]:";
     const std::string strCode = "CASystemActionMap: GetSystemAction(1) > eControl:12\n";
+    const std::string strMute = R"({"rsp":{"tvcontrol":[{"action":"muteon"}]}})";
+    const std::string strFull(500, 'x');
+    const std::string strLong = "[ 11-24 18:42:03.118 7:8 E/ParloAPI ]\n";
     // The log; what each call is, its reply's state and bytes, and "!" when something is missing.
     const std::pair<std::string, std::string> kRows[] = {
         {"$3)\n%\n" + strPiece + "{  #012}", "reply unknown altered 8!\n"},
@@ -413,6 +416,26 @@ TEST_F(Log, IsToldOnlyAsFarAsItsLinesGo)
          "11-24 18:43:03.118  1480  1502 E ParloAPI: " +
              strCode,
          "reply unknown!\nreply action unknown, code 12!\n"},
+        {"$3)\n\n" + strPiece + "{\n}\n}\n", "reply unknown altered 3!\n"},
+        {"$8)\n%\033[31m\n" + strPiece + "{\033[31m\n%}\033[31m\n", "reply unknown whole {\033[31m\n}!\n"},
+        {"$7)\n    \n" + strPiece + "{\n      1\n    }\n", "reply unknown whole {\n  1\n}!\n"},
+        {"$9)\n    \n" + strPiece + "{\n     1\n    }\n", "reply unknown gaps 6!\n"},
+        {"$2)\n%\n" + strPiece + "{}\n" + strPiece + "{}\n%" + strCode, "reply action unknown, code 12 whole {}!\n"},
+        {"$1000)\n%\n" + strPiece + strFull + '\n' + strPiece + strFull + '\n',
+         "reply unknown whole " + strFull + strFull + "!\n"},
+        {"$29)\n%\n" + strPiece + "{\n%x\n11-24 18:42:03.118  1480  1502 D ParloAPI: CAUtil: GetCountry(1) > \n%}\n",
+         "reply unknown gaps 3!\nstatus unknown!\n"},
+        {"$43)\n%\n" + strPiece + strMute + "\n%" + strAction + "volumeup\n%" + strCode,
+         "reply unknown whole " + strMute + "!\nreply volumeup, code 12!\n"},
+        {"$43)\n%\n" + strPiece + strMute.substr(0, 30) + "\n%" + strAction + "muteon\n%" + strCode,
+         "reply muteon, code 12 gaps 30!\n"},
+        {"%CAService: t_IsContentsSearchAction(1) > domain[0]:a\n11-24 18:47:03.118  1480  1502 E ParloAPI: " + strCode,
+         "reply unknown!\nreply action unknown, code 12!\n"},
+        {strLong +
+             "CAUtil: PrintRcvData(1) > ###########strRawData############(print max length:50KB; actural "
+             "size:52)\n\n\n" +
+             strLong + "CAUtil: PrintRcvData(1) > {\n" + strLong + "q: a(1) >\n\n}\n\n" + strLong + strStatus,
+         "reply unknown whole {\n" + strLong + "q: a(1) >\n\n}!\nstatus unknown!\n"},
         {"11-24 18:42:03.118   5   5 I Up: q: ParloAPI: parlo-api: ca_uninitial(1) > delete the thread\n", ""},
     };
     for (const auto& [strLog, strTold] : kRows) {

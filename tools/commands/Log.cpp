@@ -1,4 +1,6 @@
 // "log": from a set's log to the replies, and to the reasons.
+#include <glib.h>
+
 #include <cstdlib>
 
 #include "commands/Command.h"
@@ -27,18 +29,24 @@ std::string Comparable(std::string strTime)
 }
 
 // Less than 0 when `strTime` is before `strBound`, 0 when it begins so. A bound without a day, or without a year, is
-// compared with what the log's time has behind it; each time begins with an empty one.
+// compared with what the log's time has of that form; each time begins with an empty one.
 int Compare(const std::string& strTime, const std::string& strBound)
 {
-    std::string strLeft = Comparable(strTime);
+    const auto Form = [](std::string strText) {
+        std::replace_if(strText.begin(), strText.end(), IsDigit, '0');
+        return strText;
+    };
+    const std::string strLeft = Comparable(strTime);
     const std::string strRight = Comparable(strBound);
-    const std::size_t nLeft = strLeft.find_first_not_of("0123456789");
-    const std::size_t nRight = strRight.find_first_not_of("0123456789");
-    if (nRight == 2 && strRight[nRight] == ':' && strLeft.find(':') != strLeft.npos)
-        strLeft.erase(0, strLeft.find(':') - std::min<std::size_t>(2, strLeft.find(':')));
-    else if (nRight == 2 && nLeft == 4)
-        strLeft.erase(0, 5);
-    return strLeft.compare(0, strRight.size(), strRight);
+    const std::size_t nStart = Form(strLeft).find(Form(strRight));
+    return strLeft.compare(nStart == strLeft.npos ? 0 : nStart, strRight.size(), strRight);
+}
+
+// A log's bytes may be no UTF-8, as JSON has to be: U+FFFD stands for each that is none.
+std::string Utf8(const std::string& strText)
+{
+    g_autofree char* pText = g_utf8_make_valid(strText.data(), static_cast<gssize>(strText.size()));
+    return pText;
 }
 
 struct LogOptions {
@@ -172,7 +180,7 @@ void CLogRun::Show(LogCall& call)
     if (!m_bFound && !m_stOptions.bJson && !m_stLog.bExplain) Print(m_list.Heading());
     m_bFound = true;
     m_bPassed = !m_stLog.bReplay && call.nNumber == m_stLog.nLast;
-    Print(m_stOptions.bJson ? JsonLine(CallJson(call, stReport)) : m_list.Call(call, stReport));
+    Print(m_stOptions.bJson ? Utf8(JsonLine(CallJson(call, stReport))) : m_list.Call(call, stReport));
     // The files and the comparison are for all calls.
     if (m_stLog.strFolder.empty() && !m_stLog.bReplay) StopWithoutReader();
 }

@@ -6,7 +6,6 @@
 #include "findings/Report.h"
 #include "findings/Syntax.h"
 #include "reading/Input.h"
-#include "text/Text.h"
 
 namespace
 {

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <cstring>
 
 #include "findings/Effects.h"
 #include "text/Text.h"

@@ -96,11 +96,6 @@ const Row* FindRow(std::string_view szFunction, std::string_view szMessage)
     return row == std::end(kRows) ? nullptr : &*row;
 }
 
-const Row* FindRow(const LogLine& stLine)
-{
-    return FindRow(stLine.strFunction, stLine.strMessage);
-}
-
 // Whether the library writes the line, which is none of the above, while it reads what the reply holds.
 bool IsParsing(const LogLine& stLine)
 {
@@ -158,12 +153,12 @@ bool IsStep(std::string_view szLine)
 {
     LogForm stForm;
     const Row* pRow = ParseLogForm(szLine, stForm) ? FindRow(stForm.szFunction, stForm.szMessage) : nullptr;
-    return pRow != nullptr && pRow->IsStep() && pRow->eKind != CallKind::STOP;
+    return pRow != nullptr && pRow->eKind != CallKind::STOP;
 }
 
 CallKind KindOf(const LogLine& stLine)
 {
-    if (const Row* pRow = FindRow(stLine)) return pRow->eKind;
+    if (const Row* pRow = FindRow(stLine.strFunction, stLine.strMessage)) return pRow->eKind;
     return IsOneOf(stLine.strFunction, kStatusFunctions) ? CallKind::STATUS : CallKind::REPLY;
 }
 
@@ -171,7 +166,7 @@ void CCallDigest::Listen(const LogLine& stLine)
 {
     m_refusal.Listen(stLine);
     TakeValues(stLine);
-    const Row* pRow = FindRow(stLine);
+    const Row* pRow = FindRow(stLine.strFunction, stLine.strMessage);
     if (pRow == nullptr && IsParsing(stLine)) m_nStep = std::max(m_nStep, kCode);
     if (pRow == nullptr || pRow->eKind != m_eKind) return;
     if (pRow->IsStep()) {
@@ -192,8 +187,8 @@ void CCallDigest::ListenToPiece()
 
 bool CCallDigest::IsOfNext(const LogLine& stLine) const
 {
-    if (KindOf(stLine) != m_eKind) return true;
-    const Row* pRow = FindRow(stLine);
+    const Row* pRow = FindRow(stLine.strFunction, stLine.strMessage);
+    if ((pRow != nullptr ? pRow->eKind : KindOf(stLine)) != m_eKind) return true;
     if (pRow == nullptr) return m_nStep > kCode && IsParsing(stLine);
     const bool bEndedStop = m_eKind == CallKind::STOP && !Has(NO_SERVICE) && (pRow->nEffect & NO_SERVICE) != 0;
     if (Has(ENDS) || m_nStep > pRow->nMost) return !bEndedStop;
@@ -205,9 +200,13 @@ void CCallDigest::TakeValues(const LogLine& stLine)
     constexpr std::string_view kLookUps[] = {"GetSystemAction", "GetSystemActionChannel", "GetSystemActionCandidate"};
     constexpr std::string_view kWords[] = {"szAction[0]:", "strAction = "};  // the second when there is no domain
     const bool bLookUp = IsOneOf(stLine.strFunction, kLookUps);
-    if (stLine.strFunction == "t_IsContentsSearchAction" || bLookUp)
-        for (const std::string_view szWord : kWords)
-            if (Begins(stLine.strMessage, szWord)) TakeAction(stLine.strMessage.substr(szWord.size()));
+    for (const std::string_view szWord : kWords) {
+        const bool bHolds = stLine.strFunction == "t_IsContentsSearchAction" || bLookUp;
+        if (!bHolds || !Begins(stLine.strMessage, szWord)) continue;
+        const std::string strBefore = std::exchange(m_strNamed, stLine.strMessage.substr(szWord.size()));
+        // One with a line break must be said twice: a log's reader may have broken it.
+        if (m_strNamed.find('\n') == std::string::npos || m_strNamed == strBefore) m_strAction = m_strNamed;
+    }
 
     // A lookup that knows no such command leaves it to the next one; it is the last of them that decides.
     const std::optional<int> nCode = Number(stLine.strMessage, "eControl:");
@@ -221,21 +220,6 @@ void CCallDigest::TakeValues(const LogLine& stLine)
         m_nEffects |= ENDS;  // no more follows
     }
     if (m_eKind == CallKind::REPLY && Has(ENDS) && m_nCode > 0) m_eResult = Result::DONE;
-}
-
-// Takes what a line calls the action. One with a line break must be said twice: a log's reader may have broken it, and
-// then elsewhere in each line.
-void CCallDigest::TakeAction(const std::string& strAction)
-{
-    const auto Joined = [](std::string strText) {
-        strText.erase(std::remove(strText.begin(), strText.end(), '\n'), strText.end());
-        return strText;
-    };
-    const std::string strBefore = std::exchange(m_strNamed, strAction);
-    if (strAction.find('\n') == std::string::npos || strAction == strBefore)
-        m_strAction = strAction;
-    else if (Joined(strAction) == Joined(strBefore))
-        m_strAction = Joined(strAction);
 }
 
 const char* CCallDigest::Outcome() const
@@ -264,8 +248,8 @@ std::vector<std::string> CCallDigest::MissingWords() const
 
 bool CCallDigest::LacksBefore(const LogLine& stLine) const
 {
-    const Row* pRow = FindRow(stLine);
-    return !MissingBelow(pRow == nullptr ? m_nNeeded : pRow->nStep).empty();
+    const Row* pRow = FindRow(stLine.strFunction, stLine.strMessage);
+    return !MissingBelow(pRow != nullptr ? pRow->nStep : IsParsing(stLine) ? kCode : m_nNeeded).empty();
 }
 
 std::vector<std::string> CCallDigest::MissingBelow(int nStep) const

@@ -85,7 +85,6 @@ public:
 private:
     std::vector<std::string> MissingBelow(int nStep) const;
     void TakeValues(const LogLine& stLine);
-    void TakeAction(const std::string& strAction);
 
     CallKind m_eKind;
     Result m_eResult = Result::UNKNOWN;

@@ -6,7 +6,8 @@
 namespace
 {
 
-constexpr double kLongestCall = 5;            // seconds between two lines of one call
+constexpr double kLongestCall = 5;            // seconds between two lines of one call where some are lost
+constexpr double kLongestStall = 60;          // the same where none seems to be
 constexpr std::size_t kMostStreams = 32;      // threads whose calls are open at once; each may hold a reply
 constexpr std::size_t kLongestHeld = 564;     // bytes behind which a piece is longer than any
 constexpr std::size_t kMostKept = 12u << 20;  // bytes of the lines of all open calls
@@ -57,34 +58,49 @@ double Seconds(const std::string& strTime)
     const std::size_t nColon = strTime.find(':');
     if (nColon != strTime.npos && nColon >= 2 && nColon + 4 <= strTime.size())
         return 3600 * Number(nColon - 2) + 60 * Number(nColon + 1) + Number(nColon + 4);
-    constexpr double kMicroseconds = 1e6;
-    return Number(0) > 1e12 ? Number(0) / kMicroseconds : Number(0);
+    return Number(0) > 1e12 ? Number(0) / 1e6 : Number(0);  // microseconds
 }
 
-// Whether one time is long behind the other. Most times differ in a fraction or the last digit before it.
-bool IsLongBehind(const std::string& strTime, const std::string& strBefore)
+// The seconds between two times of a log. Most differ in a fraction alone.
+double SecondsBetween(const std::string& strTime, const std::string& strBefore)
 {
     const std::size_t nFraction = std::min(strTime.find('.'), strTime.size());
-    if (nFraction > 0 && strTime.compare(0, nFraction - 1, strBefore, 0, nFraction - 1) == 0) return false;
-    return std::abs(Seconds(strTime) - Seconds(strBefore)) > kLongestCall;
+    if (strTime.compare(0, nFraction, strBefore, 0, nFraction) == 0) return 0;
+    const double dSeconds = std::abs(Seconds(strTime) - Seconds(strBefore));
+    return std::min(dSeconds, std::abs(24 * 3600 - dSeconds));  // midnight may be between them
 }
 
-// Whether lines are lost before this one, and it comes long after the last or names another first action than the
-// call's reply has: then the end of that call is lost, and the beginning of the next.
+// The action of a reply's first command, where it is plain and the command's first member; else empty.
+std::string FirstAction(std::string_view szReply)
+{
+    constexpr std::string_view kCommands = "\"tvcontrol\"";
+    constexpr std::string_view kAction = "\"action\"";
+    std::size_t n = szReply.rfind(kCommands);
+    n = n == szReply.npos ? n : szReply.find_first_not_of(" \t\r\n:[{", n + kCommands.size());
+    if (n == szReply.npos || !Begins(szReply.substr(n), kAction)) return {};
+    szReply.remove_prefix(std::min(szReply.find('"', n + kAction.size()), szReply.size() - 1) + 1);
+    szReply = szReply.substr(0, szReply.find_first_of("\"\\\r\n") + 1);
+    return EndsWith(szReply, "\"") ? std::string(szReply.substr(0, szReply.size() - 1)) : "";
+}
+
+// Whether the line comes long after the last one of the call, or names another first action than the call's reply has:
+// then the end of that call is lost, and the beginning of the next.
 bool IsOfAnother(const LogCall& call, const LogLine& stLine, const std::string& strTime)
 {
-    if (IsLongBehind(strTime, call.strLastTime) && call.digest.LacksBefore(stLine)) return true;
+    const auto IsLost = [&call, &stLine] {
+        const bool bPieces = call.reply.Size() && !call.reply.IsComplete() && stLine.strFunction != "PrintRcvData";
+        return bPieces || call.digest.LacksBefore(stLine);
+    };
+    const double dSeconds = SecondsBetween(strTime, call.strLastTime);
+    if (dSeconds > kLongestCall && (dSeconds > kLongestStall || IsLost())) return true;
     std::string_view szAction = stLine.strMessage;
     for (const std::string_view szStart : {"szAction[0]:", "strAction = "})
         if (Begins(szAction, szStart)) szAction.remove_prefix(szStart.size());
     const bool bNames = szAction.size() < stLine.strMessage.size() && stLine.strFunction != "Get2ndAction";
-    if (!bNames || call.reply.GetState() != CLogReply::State::WHOLE) return false;
-    const std::string_view szReply = call.reply.Text();
-    const std::size_t nKey = szReply.find("\"action\"", szReply.find("\"tvcontrol\""));
-    const std::size_t nValue = szReply.find('"', szReply.find(':', nKey)) + 1;
-    const std::string_view szFirst = szReply.substr(nValue, szReply.find('"', nValue) - nValue);
-    const bool bPlain = nKey != szReply.npos && szFirst.find('\\') == szFirst.npos;
-    return bPlain && szFirst != szAction && call.digest.LacksBefore(stLine);
+    if (!bNames || szAction.empty()) return false;
+    const std::string strFirst = FirstAction(call.reply.FirstPiece());
+    if (strFirst.empty() || Begins(strFirst, szAction)) return false;
+    return IsLost() || call.reply.Text().find(std::string(1, '"').append(szAction)) == std::string::npos;
 }
 
 }  // namespace
@@ -93,12 +109,9 @@ void LogStream::Begin(const LogTextLine& stLine)
 {
     stFirst = stLine;
     bPending = true;
+    nIndent = 0;
     bClosed = IsClosed(stLine.strMessage);
     if (stLine.bAlone) eStyle = Style::RAW;
-    if (stLine.bSubstitute) {
-        eStyle = Style::ONE_LINE;
-        eEscape = Escape::BACKSLASH;
-    }
     LogForm stForm;
     ParseLogForm(stFirst.strMessage, stForm);
     const std::string_view szText = stForm.szMessage;
@@ -119,6 +132,7 @@ void LogStream::Append(const LogTextLine& stLine)
     if (eStyle == Style::UNKNOWN) eStyle = stLine.bTagged ? Style::PREFIXED : Style::RAW;
     const std::string& strContent = Content(stLine);
     std::string& strText = stFirst.strMessage;
+    nIndent = std::min(strContent.find_first_not_of(' '), strContent.size());
     strText += '\n';
     strText.append(strContent, 0, kLongestText - std::min(strText.size(), kLongestText));
     nBrackets += Brackets(strContent);
@@ -127,9 +141,8 @@ void LogStream::Append(const LogTextLine& stLine)
 
 bool LogStream::GoesOn(const LogTextLine& stLine) const
 {
-    if (!bPending || bClosed || eStyle == Style::ONE_LINE) return false;
-    if (!stLine.bTagged && eStyle == Style::PREFIXED) return false;
-    if (stLine.bTagged && stLine.stPrefix.strPriority != stFirst.stPrefix.strPriority) return false;
+    if (!bPending || IsOver() || eStyle == Style::ONE_LINE) return false;
+    if (IsOthers(stLine) || (!stLine.bTagged && eStyle == Style::PREFIXED)) return false;
     if (eDump == DumpLine::PIECE) return Length() < kLongestPiece;
     if (eDump == DumpLine::SIZE) return stFirst.strMessage.find('\n') == std::string::npos;
     return Length() < kLongestText && (bColours || bOpenText || nBrackets > 0);
@@ -138,8 +151,19 @@ bool LogStream::GoesOn(const LogTextLine& stLine) const
 // Whether the pending record is a piece that may have more bytes.
 bool LogStream::MayLack() const
 {
-    const bool bOpen = bPending && !bClosed && eStyle != Style::ONE_LINE && eDump == DumpLine::PIECE;
+    const bool bOpen = bPending && eStyle != Style::ONE_LINE && eDump == DumpLine::PIECE;
     return bOpen && Length() < (call ? call->reply.Next() : CLogReply().Next());
+}
+
+// Whether the line is the pending piece once more. Two pieces of one text over and over may be equal where the reply
+// has a next one.
+bool LogStream::TakeCopy(const LogTextLine& stLine)
+{
+    if (!stLine.bSame || !bPending || eDump != DumpLine::PIECE || stFirst.nLine + 1 != stLine.nLine) return false;
+    const std::string strText = WholeMessage(std::string_view(stFirst.strMessage).substr(nText), eEscape, false);
+    const bool bRepeats = (strText + strText).find(strText, 1) < strText.size();
+    if (bRepeats && (!call || call->reply.Pieces() + 1 < call->reply.Wanted())) return false;
+    return stFirst.bTwice = true;
 }
 
 // What a line that follows adds to the record.
@@ -148,23 +172,20 @@ const std::string& LogStream::Content(const LogTextLine& stLine) const
     return eStyle == Style::RAW ? stLine.strRaw : stLine.strMessage;
 }
 
-// The length of the pending record with all that is held, or without the lines of other programs; and whether it is a
-// piece's then, with its colour at the end if the log has them.
-std::size_t LogStream::LengthWithHeld(bool bAll, bool& bMadeUp) const
+void LogStream::Hold(const LogTextLine& stLine)
 {
-    std::size_t nLength = Length();
-    std::string_view szLast;
-    bool bRecord = false;
-    for (const LogTextLine& stLine : vHeld) {
-        bRecord = bRecord || stLine.eSort == LogTextLine::Sort::RECORD;
-        if (!bAll && stLine.eSort != LogTextLine::Sort::MORE) continue;
-        szLast = Content(stLine);
-        nLength += 1 + szLast.size();
-    }
-    const std::size_t nShown = szLast.size();
-    const bool bColour = CutShownColour(szLast);
-    bMadeUp = (bAll || !bRecord) && bColour == bColours && call->reply.MayHave(nLength - (nShown - szLast.size()));
-    return nLength;
+    nHeld = (vHeld.empty() ? 0 : nHeld) + 1 + Content(stLine).size();
+    vHeld.push_back(stLine);
+}
+
+// Whether the pending record is a piece's with all that is held, with its colour at the end if the log has them. Where
+// prefixes have lines of their own an empty line ends each record.
+bool LogStream::IsMadeUp() const
+{
+    const bool bEmpty = stFirst.bAlone && vHeld.size() > 1 && vHeld.back().strRaw.empty();
+    std::string_view szLast = Content(vHeld[vHeld.size() - (bEmpty ? 2 : 1)]);
+    const std::size_t nLength = Length() + nHeld - szLast.size() - (bEmpty ? 1 : 0);
+    return CutShownColour(szLast) == bColours && call->reply.MayHave(nLength + szLast.size());
 }
 
 std::vector<std::string> LogCall::Missing() const
@@ -176,9 +197,10 @@ std::vector<std::string> LogCall::Missing() const
 
 bool CLogCalls::Take(const LogTextLine& stLine)
 {
-    const bool bMore = m_pLast != nullptr && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
+    const bool bMay = m_pLast != nullptr && stLine.eSort != LogTextLine::Sort::OTHER;
+    const bool bMore = bMay && (!m_pLast->vHeld.empty() || m_pLast->GoesOn(stLine));
     const auto Says = [&](std::string_view szWords) { return stLine.strRaw.find(szWords) != std::string::npos; };
-    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore &&
+    if (stLine.eSort != LogTextLine::Sort::RECORD && !bMore && stLine.strRaw.size() > kTag.size() &&
         std::any_of(std::begin(kDropped), std::end(kDropped), Says)) {
         m_strDropped = stLine.strRaw;
         for (auto& [key, stStream] : m_mapStreams)
@@ -226,15 +248,17 @@ void CLogCalls::Assign(const LogTextLine& stLine)
         return m_pLast->Append(stLine);
     if (stLine.bTagged && !bInside) m_pLast = &StreamOf(stLine.stPrefix);
     if (m_pLast == nullptr) return;
-    Put(*m_pLast, stLine);
+    const bool bMore = m_pLast->eStyle == LogStream::Style::UNKNOWN && stLine.eSort == LogTextLine::Sort::MORE;
+    if (stLine.bTagged || bMore || m_pLast->eStyle == LogStream::Style::RAW) Put(*m_pLast, stLine);
     if (stLine.eSort == LogTextLine::Sort::OTHER && m_pLast != nullptr && m_pLast->vHeld.empty()) m_pLast = nullptr;
 }
 
 void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
 {
     if (!stStream.vHeld.empty()) return PutBehindHeld(stStream, stLine);
-    if (stLine.eSort != LogTextLine::Sort::MORE && !stLine.bAlone && stStream.Lacks())
-        return stStream.vHeld.push_back(stLine);
+    if (stStream.TakeCopy(stLine)) return;
+    if (stLine.eSort != LogTextLine::Sort::MORE && !stStream.IsOthers(stLine) && stStream.Lacks())
+        return stStream.Hold(stLine);
     if (stLine.eSort == LogTextLine::Sort::RECORD) {
         Finish(stStream);
         stStream.Begin(stLine);
@@ -245,25 +269,19 @@ void CLogCalls::Put(LogStream& stStream, const LogTextLine& stLine)
     }
 }
 
-// What is held is the pending record's where it makes up its length and another record follows; so is what stands
-// between lines of other programs.
+// What is held is the pending record's where it makes up its length and another record follows.
 void CLogCalls::PutBehindHeld(LogStream& stStream, const LogTextLine& stLine)
 {
-    bool bAll = false;
-    bool bOwn = false;
-    const std::size_t nLength = stStream.LengthWithHeld(true, bAll);
-    stStream.LengthWithHeld(false, bOwn);
-    bAll = bAll && stLine.eSort != LogTextLine::Sort::MORE;
-    if (!bAll && !bOwn && nLength < kLongestHeld) return stStream.vHeld.push_back(stLine);
-    if (!bAll && !bOwn) {
-        Finish(stStream);
-        m_pLast = nullptr;
-    }
+    const bool bMadeUp = stLine.eSort != LogTextLine::Sort::MORE && stStream.IsMadeUp();
+    const bool bShort = stStream.Length() + stStream.nHeld < kLongestHeld;
+    if (!bMadeUp && bShort && !stStream.IsOthers(stLine)) return stStream.Hold(stLine);
+    if (!bMadeUp) Finish(stStream);
+    m_pLast = nullptr;
     for (const LogTextLine& stHeld : std::exchange(stStream.vHeld, {})) {
-        if (!bAll && !bOwn)
-            Assign(stHeld);
-        else if (bAll || stHeld.eSort == LogTextLine::Sort::MORE)
+        if (bMadeUp)
             stStream.Append(stHeld);
+        else
+            Assign(stHeld);
     }
     Assign(stLine);
 }
@@ -285,12 +303,13 @@ void CLogCalls::Finish(LogStream& stStream)
     call.bTwice = call.bTwice || stStream.stFirst.bTwice;
     call.strLastTime = stStream.stFirst.stPrefix.strTime;
     if (bPiece) {
+        // In a log of a known form whoever else writes has a prefix; an empty line may end the record.
+        const bool bKnown = stStream.stFirst.stPrefix.nForm != 0 && !stStream.stFirst.bAlone;
         call.digest.ListenToPiece();
-        return call.reply.Add(stForm.szMessage, stStream.eEscape,
-                              stStream.bClosed || stStream.eStyle == LogStream::Style::PREFIXED);
+        return call.reply.Add(stForm.szMessage, stStream.eEscape, stStream.bClosed || bKnown);
     }
     call.digest.Listen(stLine);
-    if (stStream.eDump == DumpLine::SIZE) call.reply.Announce(stStream.nSize);
+    if (stStream.eDump == DumpLine::SIZE) call.reply.Announce(stStream.nSize, stStream.nIndent);
     if (Begins(stLine.strMessage, kAppMessage)) call.strAppName = stLine.strMessage.substr(kAppMessage.size());
     // Where the log shows lines as they are, its reader may have broken them.
     const bool bBroken = stStream.eStyle == LogStream::Style::RAW && stLine.strMessage.find('\n') != std::string::npos;
@@ -308,8 +327,7 @@ void CLogCalls::Settle(Streams::iterator stream)
     LogStream& stStream = node.mapped();
     if (m_pLast == &stStream) m_pLast = nullptr;
     while (!stStream.vHeld.empty()) {
-        bool bMadeUp = false;
-        stStream.LengthWithHeld(true, bMadeUp);
+        const bool bMadeUp = stStream.IsMadeUp();
         if (!bMadeUp) Finish(stStream);
         for (const LogTextLine& stLine : std::exchange(stStream.vHeld, {}))
             if (bMadeUp)
@@ -328,10 +346,8 @@ LogCall& CLogCalls::CallOf(LogStream& stStream, const LogLine& stLine)
     if (stStream.call) {
         const CCallDigest& digest = stStream.call->digest;
         const bool bBehindPieces = digest.GetStep() > CCallDigest::kPieces || stStream.call->reply.IsComplete();
-        const bool bNext =
-            bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces
-                   : digest.IsOfNext(stLine) || IsOfAnother(*stStream.call, stLine, stStream.stFirst.stPrefix.strTime);
-        if (!bNext) return *stStream.call;
+        const bool bNext = bPiece ? digest.Kind() != CallKind::REPLY || bBehindPieces : digest.IsOfNext(stLine);
+        if (!bNext && !IsOfAnother(*stStream.call, stLine, stStream.stFirst.stPrefix.strTime)) return *stStream.call;
         Close(stStream);
     }
     LogCall& call = stStream.call.emplace(bPiece ? CallKind::REPLY : KindOf(stLine));

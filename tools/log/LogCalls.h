@@ -51,20 +51,29 @@ struct LogStream {
     DumpLine eDump = DumpLine::NONE;
     std::size_t nSize = 0;         // that it announces
     bool bOpenText = false;        // it ends in a text of the reply or the set
+    std::size_t nIndent = 0;       // blanks before its last line
     std::ptrdiff_t nBrackets = 0;  // that it opens and does not close
     bool bClosed = false;          // by its colour
     bool bColours = false;         // a record was
     Style eStyle = Style::UNKNOWN;
     Escape eEscape = Escape::NONE;
     std::vector<LogTextLine> vHeld;  // behind a piece that lacks bytes: the piece's, or another record's
+    std::size_t nHeld = 0;           // bytes that they add
     std::uint64_t nUsed = 0;
 
+    bool IsOthers(const LogTextLine& stLine) const
+    {
+        return stLine.bTagged && eStyle != Style::RAW && stLine.stPrefix.strPriority != stFirst.stPrefix.strPriority;
+    }
     bool GoesOn(const LogTextLine& stLine) const;
-    bool MayGoOnRaw() const { return bPending && !bClosed && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
+    bool IsOver() const { return bClosed && eDump != DumpLine::PIECE; }  // a piece may have a colour of its own within
+    bool MayGoOnRaw() const { return bPending && !IsOver() && (eStyle == Style::UNKNOWN || eStyle == Style::RAW); }
     bool MayLack() const;  // it is a piece that may have more bytes; or must have
     bool Lacks() const { return call && call->reply.Size() && MayLack() && !call->reply.MayHave(Length()); }
     std::size_t Length() const { return stFirst.strMessage.size() - nText; }
-    std::size_t LengthWithHeld(bool bAll, bool& bMadeUp) const;
+    bool TakeCopy(const LogTextLine& stLine);
+    bool IsMadeUp() const;
+    void Hold(const LogTextLine& stLine);
     const std::string& Content(const LogTextLine& stLine) const;
     void Begin(const LogTextLine& stLine);
     void Append(const LogTextLine& stLine);

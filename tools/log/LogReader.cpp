@@ -14,6 +14,8 @@ namespace
 {
 
 constexpr std::size_t kLongestLine = 1 << 16;  // bytes; more is dropped
+constexpr std::size_t kShortestOther = 4;      // "E/x:"
+constexpr std::size_t kShortestOwn = 11;       // "E/ParloAPI:"
 
 // The files whose lines are recognised without a tag.
 constexpr std::string_view kFiles[] = {"CAService",     "CAParseJson",      "CASystemActionMap", "CAUtil",
@@ -58,7 +60,7 @@ Found Find(std::string_view szText, std::size_t nStart)
         std::string strAll;
         for (const LogFormat& stFormat : kLogFormats)
             strAll.append(strAll.empty() ? "(?:" : "|(?:").append(stFormat.szPattern).append(")");
-        constexpr int kFlags = G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES | G_REGEX_ANCHORED;
+        constexpr int kFlags = G_REGEX_RAW | G_REGEX_OPTIMIZE | G_REGEX_DUPNAMES | G_REGEX_ANCHORED | G_REGEX_DOTALL;
         return g_regex_new(strAll.c_str(), static_cast<GRegexCompileFlags>(kFlags), G_REGEX_MATCH_DEFAULT, nullptr);
     }();
     GMatchInfo* pMatch = nullptr;
@@ -76,6 +78,11 @@ bool Group(const Found& match, const char* szName, std::pair<std::size_t, std::s
     if (g_match_info_fetch_named_pos(match.get(), szName, &nFirst, &nEnd) == FALSE || nFirst < 0) return false;
     span = {static_cast<std::size_t>(nFirst), static_cast<std::size_t>(nEnd - nFirst)};
     return true;
+}
+
+bool HasTag(std::string_view szLine)
+{
+    return szLine.size() >= kTag.size() && szLine.find(kTag) != szLine.npos;
 }
 
 // Whether a prefix can begin so. The lines of a reply mostly do not.
@@ -143,7 +150,7 @@ const std::vector<LogFormat> kLogFormats = {
      "[   12.003118] ParloAPI[1480]: "},
     {"journalctl -o json", R"((?<journal>\{))",
      R"({"__REALTIME_TIMESTAMP":"1448390523118000","_PID":"1480","SYSLOG_IDENTIFIER":"ParloAPI","MESSAGE":"m"})"},
-    {"parlo --log", PARLO_PRIORITY " (?<tag>ParloAPI)" PARLO_END, "E ParloAPI: "},
+    {"parlo --log", PARLO_PRIORITY R"( (?<tag>[^\s:]+))" PARLO_END, "E ParloAPI: "},
     {"any other with a record behind the tag",
      R"(.{0,400}?(?<any>)\b(?<tag>ParloAPI)(?!\w)\s*(?:)" PARLO_IDS R"()?\s*:?(?: |$)(?=[A-Za-z-]+: \w+\(\d+\) >))",
      "@ ParloAPI: CAUtil: GetCountry(1) > "},
@@ -155,7 +162,8 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
     Places stPlaces = m_stLast;
     if (!IsLikeLast(szLine)) {
         const bool bBegin = bForeign && !szLine.empty() && MayBegin(szLine);
-        if (!bBegin && szLine.find(kTag) == szLine.npos) return LineKind::UNKNOWN;
+        const bool bTag = HasTag(szLine);
+        if (szLine.size() < (bTag ? kShortestOwn : kShortestOther) || (!bTag && !bBegin)) return LineKind::UNKNOWN;
         stPlaces = Places();
         const LineKind eKind = Match(szLine, stPlaces);
         stPrefix.nForm = stPlaces.nForm;
@@ -165,10 +173,13 @@ LineKind CLogPrefixes::Recognise(std::string_view szLine, bool bForeign, LogPref
         LogForm stForm;
         if (nColour > 0 && ParseLogForm(szLine.substr(stPlaces.nMessage + nColour), stForm))
             stPlaces.nMessage += nColour;
-        if (stPlaces.nBehind == 0 && szLine[stPlaces.nMessage - 1] == ' ') {
+        const bool bBlank = szLine[stPlaces.nMessage - 1] == ' ';
+        if (stPlaces.nBehind == 0 && (bBlank || stPlaces.nMessage == szLine.size())) {
             m_stLast = stPlaces;
-            m_strLast = szLine.substr(0, stPlaces.nMessage);
+            m_strLast = szLine.substr(0, stPlaces.nMessage - (bBlank ? 1 : 0));
         }
+    } else {
+        stPlaces.nMessage = std::min(m_strLast.size() + 1, szLine.size());
     }
     for (std::size_t i = 0; i < std::size(kParts); ++i)
         stPrefix.*kParts[i].second = szLine.substr(stPlaces.vParts[i].first, stPlaces.vParts[i].second);
@@ -204,6 +215,8 @@ bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
 {
     constexpr std::string_view kPriorities = "VDIWEFS";
     if (m_strLast.empty() || szLine.size() < m_strLast.size()) return false;
+    const bool bMore = szLine.size() > m_strLast.size();
+    if (bMore && (szLine[m_strLast.size()] != ' ' || m_stLast.nForm >= LogPrefix::kAlone)) return false;
     const auto [nPriority, nSize] = m_stLast.vParts[kPriority];
     for (std::size_t i = 0; i < m_strLast.size(); ++i) {
         if (m_strLast[i] == szLine[i] || (IsDigit(m_strLast[i]) && IsDigit(szLine[i]))) continue;
@@ -221,13 +234,12 @@ LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix,
     m_bKnown = true;
     std::string strLine(szLine);
     strMessage = CutBytes(strLine);
-    if (szLine.find(kTag) == szLine.npos && strMessage.find(kTag) == strMessage.npos) return LineKind::FOREIGN;
+    if (!HasTag(szLine) && !HasTag(strMessage)) return LineKind::FOREIGN;
     if (!ParseJson(strLine, true, entry) || !entry.isObject()) return LineKind::UNKNOWN;
     const auto Text = [&entry](const char* szKey) { return entry[szKey].isString() ? entry[szKey].asString() : ""; };
     if (strMessage.empty()) strMessage = Text("MESSAGE");
     Places stPlaces;
-    const bool bOurs = Text("SYSLOG_IDENTIFIER") == kTag;
-    if (!bOurs && Match(strMessage, stPlaces) != LineKind::OURS) return LineKind::FOREIGN;
+    if (Text("SYSLOG_IDENTIFIER") != kTag && Match(strMessage, stPlaces) != LineKind::OURS) return LineKind::FOREIGN;
     strMessage.erase(0, stPlaces.nMessage);
     stPrefix = {Text("__REALTIME_TIMESTAMP"), Text("_PID"), Text("_TID"), Text("PRIORITY"), 0};
     return LineKind::OURS;
@@ -236,6 +248,7 @@ LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix,
 void CLogReader::BeginFile(const std::string& strFile)
 {
     m_stFile = File();
+    m_stLine = LogTextLine();
     m_stFile.pName = std::make_shared<const std::string>(strFile);
 }
 
@@ -271,6 +284,7 @@ bool CLogReader::IsTwice(std::string_view szLine)
     if (!bSame && bRecord && !stFile.bCopy) stFile.bTwice = false;
     stFile.bCopy = bSame && stFile.bTwice && !stFile.bCopy;
     if (!bSame) stFile.strBefore = szLine;
+    m_stLine.bSame = bSame;
     return stFile.bCopy;
 }
 
@@ -302,20 +316,20 @@ void CLogReader::Classify(std::string_view szLine)
     stLine.strRaw = szLine;
     const LineKind eKind = m_stFile.prefixes.Recognise(szLine, m_bAsked, stLine.stPrefix, stLine.strMessage);
     const bool bOurs = eKind == LineKind::OURS;
-    if (bOurs || szLine.find(kTag) != szLine.npos) ++m_nTagged;
+    if (bOurs || HasTag(szLine)) ++m_nTagged;
     m_stFile.bTags = m_stFile.bTags || bOurs;
     stLine.bAlone = std::exchange(m_stFile.bAlone, bOurs && stLine.stPrefix.IsAlone()) && !m_stFile.bAlone;
     if (m_stFile.bAlone) m_stFile.stAlone = stLine.stPrefix;
-    if (eKind == LineKind::UNKNOWN || stLine.bAlone) stLine.stPrefix = stLine.bAlone ? m_stFile.stAlone : LogPrefix();
+    if (eKind == LineKind::UNKNOWN) stLine.stPrefix.nForm = 0;  // nobody asks for the rest
+    if (stLine.bAlone) stLine.stPrefix = m_stFile.stAlone;
     if (stLine.bAlone || !bOurs) stLine.strMessage = szLine;
+    if (stLine.bAlone) stLine.strRaw = m_stFile.strAlone + '\n' + stLine.strRaw;
+    if (m_stFile.bAlone) m_stFile.strAlone = szLine;
 
     LogForm stForm;
     const bool bForm = ParseLogForm(stLine.strMessage, stForm);
     const bool bFile = bForm && IsOneOf(stForm.szFile, kFiles);
     stLine.bTagged = bOurs || stLine.bAlone || (!m_stFile.bTags && bFile);
-    const LogPrefix& stPrefix = stLine.stPrefix;
-    const bool bPriority = !stPrefix.strPriority.empty() && stPrefix.strTime.empty() && stPrefix.strProcess.empty();
-    stLine.bSubstitute = bOurs && bPriority && szLine.find(" ParloAPI") + 1 == szLine.find(kTag);  // "E ParloAPI: "
     stLine.eSort = bForm && stLine.bTagged ? LogTextLine::Sort::RECORD : LogTextLine::Sort::MORE;
     if (eKind == LineKind::FOREIGN && !stLine.bTagged) stLine.eSort = LogTextLine::Sort::OTHER;
 }

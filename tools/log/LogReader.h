@@ -73,14 +73,14 @@ struct LogTextLine {
         OTHER    // has the prefix of another program
     };
     Sort eSort = Sort::MORE;
-    bool bTagged = false;      // it has the library's prefix
-    bool bAlone = false;       // that had a line of its own
-    bool bTwice = false;       // the log has each line twice; this is one of two
-    bool bSubstitute = false;  // its prefix is that of the television's substitute, which escapes what it writes
+    bool bTagged = false;  // it has the library's prefix
+    bool bAlone = false;   // that had a line of its own
+    bool bSame = false;    // it is equal to the line before it
+    bool bTwice = false;   // the log has it twice
     std::shared_ptr<const std::string> pFile;
     std::size_t nLine = 0;  // of the file, from 1
     LogPrefix stPrefix;
-    std::string strRaw;      // all of it
+    std::string strRaw;      // all of it, with a prefix that had a line of its own
     std::string strMessage;  // what is behind the prefix
 };
 
@@ -119,6 +119,7 @@ private:
         bool bTags = false;          // a tag was seen: from then on there is no record without one
         bool bAlone = false;         // the last line was stAlone alone: what follows is its message
         LogPrefix stAlone;
+        std::string strAlone;
         bool bTwice = false;    // each line stands twice
         bool bCopy = false;     // the last line was the copy of the one before it
         std::string strBefore;  // that line

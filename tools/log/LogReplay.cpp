@@ -26,29 +26,18 @@ std::string_view Trimmed(std::string_view szText)
     return szText.substr(0, szText.find_last_not_of(" \t\r\n") + 1);
 }
 
-std::string WithoutBlanks(std::string_view szText)
-{
-    std::string strText(szText);
-    const auto IsBlank = [](char c) { return std::string_view(" \t\r\n").find(c) != std::string_view::npos; };
-    strText.erase(std::remove_if(strText.begin(), strText.end(), IsBlank), strText.end());
-    return strText;
-}
-
-// Whether the lines of a message that has several stand in `szHere`, whatever blanks a log's reader has put between
-// them and whichever it has lost.
-bool HasLines(std::string_view szHere, std::string_view szSet)
+// Whether a message that has several lines can be `szHere`, whatever blanks a log's reader has put between them and
+// whichever of them it has lost.
+bool IsWithin(std::string_view szSet, std::string_view szHere)
 {
     if (szSet.find('\n') == szSet.npos && szHere.find('\n') == szHere.npos) return false;
-    const std::string strHere = WithoutBlanks(szHere);
     std::size_t nFound = 0;
-    for (std::size_t nStart = 0; nStart <= szSet.size() && nFound != strHere.npos;) {
-        const std::size_t nEnd = std::min(szSet.find('\n', nStart), szSet.size());
-        const std::string strLine = WithoutBlanks(szSet.substr(nStart, nEnd - nStart));
-        const std::size_t nLine = strHere.find(strLine, nFound);
-        nFound = nLine == strHere.npos ? nLine : nLine + strLine.size();
-        nStart = nEnd + 1;
+    for (const char c : szSet) {
+        if (std::string_view(" \t\r\n").find(c) != std::string_view::npos) continue;
+        nFound = szHere.find(c, nFound) + 1;
+        if (nFound == 0) return szHere.size() >= kKeptLine;
     }
-    return nFound != strHere.npos || szHere.size() >= kKeptLine;
+    return true;
 }
 
 bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
@@ -59,7 +48,7 @@ bool IsSameLine(const LogLine& stSet, const LogLine& stHere)
     const std::string_view szSet = Trimmed(stSet.strMessage);
     const std::string_view szHere = Trimmed(stHere.strMessage);
     if (szSet.size() >= kCutLine && szSet.size() < szHere.size()) return Begins(szHere, szSet);
-    if (!Begins(szSet, szHere)) return HasLines(szHere, szSet);
+    if (!Begins(szSet, szHere)) return IsWithin(szSet, szHere);
     // Behind the message there may be lines that only seem to belong to it.
     const std::string_view szBehind = szSet.substr(szHere.size());
     return szBehind.empty() || szHere.size() >= kKeptLine || szBehind.front() == '\n' || ColourLength(szBehind) > 0;
@@ -89,10 +78,7 @@ Comparison CompareLines(const std::vector<LogLine>& vSet, bool bCut, const std::
     const auto IsNoLoss = [&](std::size_t n) { return (bCut && n >= nBehind) || (!bDebug && IsDebug(n)); };
     vMissing.erase(std::remove_if(vMissing.begin(), vMissing.end(), IsNoLoss), vMissing.end());
     if (vMissing.empty()) return {Comparison::Result::SAME, "", "", "", 0};
-    const auto Rank = [&](std::size_t n) { return std::pair(n >= nBehind, IsDebug(n)); };
-    const auto Before = [&](std::size_t a, std::size_t b) { return Rank(a) < Rank(b); };
-    const std::size_t nFirst = *std::min_element(vMissing.begin(), vMissing.end(), Before);
-    return {Comparison::Result::MISSING, "", "", vHere[nFirst].strLine, vMissing.size()};
+    return {Comparison::Result::MISSING, "", "", vHere[vMissing.front()].strLine, vMissing.size()};
 }
 
 // Hands a reply to the library; what it logs goes nowhere, what it says is the result.

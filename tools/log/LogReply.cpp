@@ -2,7 +2,6 @@
 #include "log/LogReply.h"
 
 #include <charconv>
-#include <tuple>
 #include <utility>
 
 #include "text/Text.h"
@@ -46,6 +45,18 @@ std::string Plain(std::string_view szText, Escape eEscape)
     std::string strPlain;
     while (!szText.empty()) strPlain += TakeEscaped(szText, eEscape);
     return strPlain;
+}
+
+// `szText` without so many blanks before each further line.
+std::string Unindented(std::string_view szText, std::size_t nIndent)
+{
+    const std::string strBreak = '\n' + std::string(nIndent, ' ');
+    std::string strPlain;
+    for (std::size_t nEnd = 0; nIndent > 0 && (nEnd = szText.find(strBreak)) != szText.npos;) {
+        strPlain.append(szText.substr(0, nEnd)).append("\n");
+        szText.remove_prefix(nEnd + strBreak.size());
+    }
+    return strPlain.append(szText);
 }
 
 // Whether `szText` can be a message of `nLength` bytes: what follows those is a colour or, where it was not escaped,
@@ -97,23 +108,20 @@ std::string WholeMessage(std::string_view szMessage, Escape eEscape, bool bTorn)
 
 void CLogReply::Add(std::string_view szMessage, Escape eEscape, bool bSure)
 {
-    if (m_vLengths.size() == std::min(Wanted(), kMostPieces)) {
-        m_bTooMany = true;
-        return;
-    }
-    const std::string strWhole = WholeMessage(szMessage, eEscape, false);
-    const std::size_t nMost = Next();
+    const std::string strMessage = Unindented(szMessage, m_nIndent);
+    const std::string strWhole = WholeMessage(strMessage, eEscape, false);
+    if (strMessage != szMessage) m_vUndone.insert("indentation by " + std::to_string(m_nIndent));
     // A piece of a length that is expected here is right, however many lines seem to follow it, and whatever had to be
     // taken back for it.
-    const bool bLong = m_nSize && strWhole.size() > nMost;
+    const bool bLong = m_nSize && strWhole.size() > Next();
     for (const Escape eTried : {eEscape, Escape::NONE, Escape::BACKSLASH, Escape::HEX, Escape::OCTAL}) {
-        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(szMessage, eTried), eTried)) continue;
+        if ((eTried != eEscape && !bLong) || !AddFitting(Plain(strMessage, eTried), eTried)) continue;
         m_bMore = m_bMore || (bSure && eTried == eEscape && strWhole.size() > m_vLengths.back());
         if (eTried != Escape::NONE) m_vUndone.insert(kEscapes[static_cast<int>(eTried)]);
         return;
     }
-    if (bLong && eEscape == Escape::NONE && AddUnindented(strWhole)) return;
-    m_bAltered = m_bAltered || strWhole.size() > nMost;
+    if (bLong && eEscape == Escape::NONE && m_nIndent == 0 && AddUnindented(strWhole)) return;
+    m_bAltered = m_bAltered || strWhole.size() > Next();
     Append(strWhole);
 }
 
@@ -123,11 +131,10 @@ void CLogReply::Append(std::string_view szPiece)
     m_strText += szPiece.substr(0, kMostBytes - std::min(m_strText.size(), kMostBytes));
 }
 
-bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent)
+bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape)
 {
     for (const std::size_t nLength : {Next(), LengthOf(Wanted() - 1), LengthOf(0)}) {
         if (!Fits(strPlain, nLength, eEscape)) continue;
-        if (eEscape == Escape::NONE && strPlain.find('\n') < nLength) m_vIndents.insert(nIndent);
         Append(std::string_view(strPlain).substr(0, nLength));
         return true;
     }
@@ -138,18 +145,11 @@ bool CLogReply::AddFitting(const std::string& strPlain, Escape eEscape, std::siz
 bool CLogReply::AddUnindented(const std::string& strText)
 {
     const auto nBreaks = static_cast<std::size_t>(std::count(strText.begin(), strText.end(), '\n'));
-    const std::size_t nMore = strText.size() - Next();
-    if (nBreaks == 0 || nMore % nBreaks != 0) return false;
-    const std::string strIndent(nMore / nBreaks, ' ');
-    std::string strPlain;
-    for (std::size_t n = 0; n < strText.size(); ++n) {
-        strPlain += strText[n];
-        if (strText[n] != '\n') continue;
-        if (strText.compare(n + 1, strIndent.size(), strIndent) != 0) return false;
-        n += strIndent.size();
-    }
-    if (!AddFitting(strPlain, Escape::NONE, strIndent.size())) return false;
-    m_vUndone.insert("indentation by " + std::to_string(strIndent.size()));
+    const std::size_t nIndent = (strText.size() - Next()) / std::max<std::size_t>(nBreaks, 1);
+    if (strText.size() - nBreaks * nIndent != Next() || !AddFitting(Unindented(strText, nIndent), Escape::NONE))
+        return false;
+    m_nIndent = nIndent;
+    m_vUndone.insert("indentation by " + std::to_string(nIndent));
     return true;
 }
 
@@ -168,10 +168,10 @@ std::size_t CLogReply::LengthOf(std::size_t nPiece) const
 CLogReply::State CLogReply::GetState() const
 {
     if (m_bAltered) return State::ALTERED;
-    if (m_nSize == 0U && !m_bTooMany) return State::WHOLE;
+    if (m_nSize == 0U) return State::WHOLE;
     if (m_vLengths.empty()) return State::NONE;
     if (!Gaps().empty()) return State::GAPS;
-    if (m_bMore || m_vIndents.size() > 1 || m_strText.size() > *m_nSize) return State::ALTERED;
+    if (m_bMore || m_strText.size() > *m_nSize) return State::ALTERED;
     return m_strText.size() < *m_nSize ? State::CUT : State::WHOLE;
 }
 
@@ -179,7 +179,7 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
 {
     std::vector<Gap> vGaps;
     // With pieces missing only the places of those are known that are missing behind the first of all.
-    if (!m_nSize || m_bTooMany) return {{false, 0, 0}};
+    if (!m_nSize) return {{false, 0, 0}};
     if (m_vLengths.size() < Wanted()) {
         const std::size_t nLogged = std::min(*m_nSize, kMostBytes);
         return {{false, 0, nLogged - std::min(m_strText.size(), nLogged)}};
@@ -193,18 +193,12 @@ std::vector<CLogReply::Gap> CLogReply::Gaps() const
 std::vector<std::string> CLogReply::Missing() const
 {
     std::vector<std::string> vMissing;
-    for (const Gap& stGap : IsThere() ? Gaps() : std::vector<Gap>()) {
-        std::string& strMissing = vMissing.emplace_back();
-        if (stGap.bPlace)
-            strMissing =
-                Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset);
-        else if (!m_nSize)
-            strMissing = "how long the reply was";
-        else if (Pieces() >= Wanted())
-            strMissing = "the order of the reply's pieces, of which there are too many";
-        else
-            strMissing = std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces");
-    }
+    for (const Gap& stGap : IsThere() ? Gaps() : std::vector<Gap>())
+        vMissing.push_back(
+            stGap.bPlace
+                ? Count(stGap.nBytes, "byte", "bytes") + " of the reply at offset " + std::to_string(stGap.nOffset)
+            : !m_nSize ? "how long the reply was"
+                       : std::to_string(Wanted() - Pieces()) + " of the reply's " + Count(Wanted(), "piece", "pieces"));
     return vMissing;
 }
 

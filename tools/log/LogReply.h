@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "session/LogForm.h"
@@ -45,14 +46,14 @@ public:
         std::size_t nBytes;
     };
 
-    // The library's line with the size; then each piece, in a log that is known to escape so. `bSure`: all of the text
-    // is the piece's; else lines behind it may be others'.
-    void Announce(std::size_t nSize) { m_nSize = nSize; }
+    // The library's line with the size, and how many blanks the log sets before its second line; then each piece, in a
+    // log that is known to escape so. `bSure`: all of the text is the piece's; else lines behind it may be others'.
+    void Announce(std::size_t nSize, std::size_t nIndent) { std::tie(m_nSize, m_nIndent) = std::tie(nSize, nIndent); }
     void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
     bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
     const std::optional<std::size_t>& Size() const { return m_nSize; }
-    bool IsComplete() const { return m_nSize && m_vLengths.size() >= Wanted(); }
+    bool IsComplete() const { return m_vLengths.size() >= Wanted(); }
 
     // Whether the next piece, or the last one, has so many bytes; and how many the next one has at the most.
     bool MayHave(std::size_t nLength) const { return nLength == Next() || nLength == LengthOf(Wanted() - 1); }
@@ -60,6 +61,7 @@ public:
 
     // What there is, as one text without the gaps; at most 102,500 bytes, which is as much as the library logs.
     const std::string& Text() const { return m_strText; }
+    std::string FirstPiece() const { return m_strText.substr(0, m_vLengths.empty() ? 0 : m_vLengths.front()); }
     State GetState() const;
     std::vector<Gap> Gaps() const;
 
@@ -76,17 +78,16 @@ public:
 private:
     std::size_t LengthOf(std::size_t nPiece) const;
     void Append(std::string_view szPiece);
-    bool AddFitting(const std::string& strPlain, Escape eEscape, std::size_t nIndent = 0);
+    bool AddFitting(const std::string& strPlain, Escape eEscape);
     bool AddUnindented(const std::string& strText);
 
-    bool m_bTooMany = false;
     bool m_bAltered = false;
     bool m_bMore = false;  // a piece of the right length has more behind it that is surely ours
     std::optional<std::size_t> m_nSize;
+    std::size_t m_nIndent = 0;  // before further lines; 0: there may be one all the same
     std::string m_strText;
     std::vector<std::size_t> m_vLengths;
     std::set<std::string> m_vUndone;
-    std::set<std::size_t> m_vIndents;  // of the further lines of pieces; one log has one
 };
 
 // "none", "whole", "cut", "gaps", "altered"

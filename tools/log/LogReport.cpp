@@ -164,7 +164,7 @@ std::string CCallList::Call(const LogCall& call, const CallReport& stReport)
     for (std::string& strMissing : call.reply.Missing()) vMissing.push_back(std::move(strMissing));
     if (!vMissing.empty()) vLines.push_back("missing: " + Shown(Joined(vMissing)));
     if (!vMissing.empty() && !call.strDropped.empty()) vLines.push_back("the log says: " + Shown(call.strDropped));
-    if (call.bTwice) vLines.emplace_back("the log has each line twice; one of them counts");
+    if (call.bTwice) vLines.emplace_back("the log has lines twice; one of each two counts");
     if (stReport.stReplayed)
         for (std::string& strLine : Lines(*stReport.stReplayed)) vLines.push_back(std::move(strLine));
     for (const std::string& strLine : vLines) strText += "      " + m_paint.Faint(strLine) + '\n';
@@ -205,7 +205,7 @@ Json::Value CallJson(const LogCall& call, const CallReport& stReport)
     if (call.reply.IsThere()) value["reply"] = ReplyJson(call.reply, stReport.strFile);
     value["missing"] = List(call.Missing());
     if (!call.strDropped.empty()) value["dropped"] = call.strDropped;
-    if (call.bTwice) value["each_line_twice"] = true;
+    if (call.bTwice) value["lines_twice"] = true;
     if (stReport.stReplayed) value["replay"] = ReplayJson(*stReport.stReplayed);
     if (!stReport.explanation.isNull()) value["explanation"] = stReport.explanation;
     return value;
