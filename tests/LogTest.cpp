@@ -275,7 +275,9 @@ TEST_F(Log, OfTwoProcessesIsAsOfEachAlone)
     for (std::size_t i = 0; i < std::max(vA.size(), vB.size()); ++i) {
         const std::string strLineA = i < vA.size() ? Threadtime(vA[i], "1 1") : "";
         const std::string strLineB = i < vB.size() ? Threadtime(vB[i], "2 2") : "";
-        strA += strLineA, strB += strLineB, strBoth += strLineA + strLineB;
+        strA += strLineA;
+        strB += strLineB;
+        strBoth += strLineA + strLineB;
     }
     const auto Sorted = [](std::vector<Told> vTold) {
         std::sort(vTold.begin(), vTold.end(), [](const Told& a, const Told& b) { return a.strWords < b.strWords; });
