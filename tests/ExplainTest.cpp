@@ -13,7 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "CADataRepository/Vocabulary.h"
 #include "JsonText.h"
+#include "explaining/Render.h"
+#include "findings/Description.h"
 #include "parlo-api.h"
 #include "session/LogTap.h"
 #include "session/Refusal.h"
@@ -95,6 +98,44 @@ TEST_F(Explanation, SaysWhatBecameOfEachPartAndWhy)
         }
     }
     EXPECT_LE(30, nRows);
+}
+
+// What is said of each kind of content item is what becomes of one.
+TEST_F(Explanation, KindsAreOfferedAndShownAsDescribed)
+{
+    const std::string strKeys =
+        "'id':'i','title':'called','premium_flag':'s','poster':{'images':{'url':'u%d.jpg','index':[1,57]}}";
+    for (std::size_t i = 0; i < Description::kItem.nKinds; ++i) {
+        const auto& [szType, pObject, bOffered, nSize] = Description::kItem.pKinds[i];
+        SCOPED_TRACE(szType);
+        Explained(Reply("'tvcontrol':[{'action':'play_content'}],'tvcontent':[{'type':'" + std::string(szType) + "'," +
+                        strKeys + ",'app_info':{" + strKeys + "}}]"));
+        EXPECT_EQ(bOffered, m_info.vSAContents.size() == 1);
+        const std::string strShown = RenderRecord(m_stCase.stReply, m_info, CPaint(false));
+        for (const char* szPart : {"  called  ", nSize == 57 ? "  u57.jpg" : "  u1.jpg"})
+            EXPECT_EQ(bOffered, strShown.find(szPart) != std::string::npos) << strShown;
+        for (const LogLine& stLine : m_stCase.vLog)
+            EXPECT_TRUE(szType == "apps" || stLine.strMessage.find("unknown type") == std::string::npos)
+                << "_ContentsItem::GetPrintString";
+    }
+}
+
+// The log tells the parameters of every system action, but "gb_function".
+TEST_F(Explanation, EveryParameterIsToldFromTheLog)
+{
+    for (const auto& [szWord, eCode] : CADataRepository::kActionWords) {
+        const CADataRepository::ActionRow stRow = CADataRepository::ActionOf(eCode);
+        const std::string strKey = stRow.vKeys[0] == nullptr ? "gb_function" : stRow.vKeys[0];
+        if (stRow.eLookup != CADataRepository::ActionLookup::SYSTEM || strKey == "gb_function") continue;
+        bool bTold = false;
+        for (const char* szValue : {"7", "'7'"}) {
+            Explained(Reply("'tvcontrol':[{'action':'" + std::string(szWord) + "','params':[{'index':0,'" + strKey +
+                            "':" + szValue + "}]}]"));
+            m_stCase.pInfo = nullptr;
+            bTold = bTold || Explain(m_stCase, CPaint(false)).find("parameters: \"7\"") != std::string::npos;
+        }
+        EXPECT_TRUE(bTold) << szWord << ": the log does not tell " << strKey;
+    }
 }
 
 // On the replies that the documents show.

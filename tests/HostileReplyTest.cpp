@@ -65,10 +65,18 @@ TEST_F(HostileReply, ItemOfAnotherTypeReadsAsMissing)
     m_AnyType = {"/poster/images/index/", "/schedule", "/forecast_info//condition_icon/",
                  "/records//standing//season_stats/"};
     Json::Value elements = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
+    std::string strUnread;
     for (Json::Value& element : elements) {
         EXPECT_LT(1U, ItemOf(element).size()) << "nothing is read of " << JsonLine(element);
         TryEachType("", element, [&] { return JsonLine(ItemOf(element)); });
+        for (const std::string& strKey : element.getMemberNames()) {
+            Json::Value without = element;
+            without.removeMember(strKey);
+            if (ItemOf(without) == ItemOf(element)) strUnread += element["type"].asString() + "/" + strKey + " ";
+        }
     }
+    EXPECT_EQ("movie/casting movie/channel movie/schedule tvshow/season kids/category kids/trainer fitness/character ",
+              strUnread);
     TryEachType("", elements[0], [&] { return JsonLine(ContentOf(elements[0])); });
 }
 

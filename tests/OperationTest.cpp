@@ -50,7 +50,7 @@ TEST_F(Operations, EveryWordIsRecordedAndGetsItsParameters)
             setTaken.insert(ActionOf(Command(std::string(szWord), strParam)));
         }
         EXPECT_EQ(1U, setTaken.count(std::to_string(eCode) + " [7" + (stRow.vKeys[1] == nullptr ? "]" : ",7]")))
-            << szWord;
+            << szWord << ": its keys are not read from \"params\", or not into the fields of kParams";
     }
 }
 
@@ -98,6 +98,14 @@ TEST_F(Operations, AdultLockAndGamePanelDecide)
     EXPECT_EQ(2, g_Platform.Count(" t_CheckPlay(bAdultLock: 1, strCert: No) return 0### Content:epg->") +
                      g_Platform.Count(" t_CheckPlay(bAdultLock: 0, strCert: No) return 1### Content:epg->"));
     EXPECT_EQ("other other other other other other other other broadcast ", g_strAsked.substr(0, 58));
+    Json::Value items = ParsedJson(DataFile("every-key.json"))["rsp"]["tvcontent"];
+    for (Json::Value& item : items) {
+        item["cert_flag"] = "No";
+        if (item.isMember("app_info")) item["app_info"]["cert_flag"] = "No";
+    }
+    EXPECT_TRUE(SayRaw(Reply(Command("play_content") + ",'tvcontent':" + JsonLine(items))));
+    for (const _SAContents& stContents : m_stInfo.vSAContents)
+        ADD_FAILURE() << stContents.stItem.szType << " is offered under the lock";
     g_bAdultLock = false;
 
     std::string strFlags;

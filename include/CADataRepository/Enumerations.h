@@ -2,7 +2,7 @@
 #ifndef PARLO_CADATAREPOSITORY_ENUMERATIONS_H
 #define PARLO_CADATAREPOSITORY_ENUMERATIONS_H
 
-// What the TV does next, 0 to 94. The words of the server that stand for a code are in Vocabulary.h; no word produces a
+// What the TV does next. The words of the server that stand for a code are in Vocabulary.h; no word produces a
 // reserved code.
 enum E_CA_TVCONTROL : int {
     E_CA_TVCONTROL_NONE = 0,  // no action, or a word that the library does not know
