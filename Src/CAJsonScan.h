@@ -18,6 +18,7 @@ public:
     // with a point or around a comment.
     bool IsAcceptable() const { return m_bAcceptable; }
 
+    // The comments that the JSON library meets, or more when text is behind the value.
     std::size_t CommentCount() const { return m_nComments; }
 
     // The text in which each number with a decimal point is written without one: 15e-1 for 1.5. It is the same number

@@ -70,6 +70,7 @@ constexpr Shape kShapes[] = {
     {"comments-commas", 10, "{\"rsp\":{\"a\":0", "//\n\"b\":0", "}}"},
     {"comments-scalar", 10, "1e5", "/**/", ""},
     {"comments-slash", 10, "{\"a\":1,/\"\" } \"", "/**/", "\"}"},
+    {"comments-recovered", 10, "{\"rsp\":1,}1", "/**/", ""},
     {"hidden-values", 10, "{\"rsp\":{\"a\":1/**//\"\"k\":[", "0,", "0]/*\"*/}}"},
     {"hidden-comments", 10, "{\"rsp\":{\"a\":1/**//\"\"k\":[0", "/**/", "]/*\"*/}}"},
     {"hidden-levels", 10, "{\"rsp\":{\"a\":1/**//\"\"k\":", "[", "/*\"*/}}"},
