@@ -229,13 +229,13 @@ bool CLogPrefixes::IsLikeLast(std::string_view szLine) const
 // characters.
 LineKind CLogPrefixes::TakeJournal(std::string_view szLine, LogPrefix& stPrefix, std::string& strMessage)
 {
-    Json::Value entry;
     if (szLine.find(kJournalMessage) == szLine.npos) return LineKind::UNKNOWN;
     m_bKnown = true;
     std::string strLine(szLine);
     strMessage = CutBytes(strLine);
     if (!HasTag(szLine) && !HasTag(strMessage)) return LineKind::FOREIGN;
-    if (!ParseJson(strLine, true, entry) || !entry.isObject()) return LineKind::UNKNOWN;
+    const Json::Value entry = MembersOf(strLine, true);
+    if (!entry.isObject()) return LineKind::UNKNOWN;
     const auto Text = [&entry](const char* szKey) { return entry[szKey].isString() ? entry[szKey].asString() : ""; };
     if (strMessage.empty()) strMessage = Text("MESSAGE");
     Places stPlaces;

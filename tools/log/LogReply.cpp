@@ -19,21 +19,20 @@ constexpr const char* kEscapes[] = {"", "\\n and \\xNN", "\\xNN", "#ooo"};
 char TakeEscaped(std::string_view& szText, Escape eEscape)
 {
     constexpr std::string_view kLetters = "ntr\\";
-    const bool bOctal = eEscape == Escape::OCTAL;
-    const std::size_t nLead = bOctal ? 1 : 2;
+    const int nBase = eEscape == Escape::OCTAL ? 8 : 16;
+    const std::string_view szLead = nBase == 8 ? "#" : "\\x";
     std::size_t nTaken = 1;
-    int nCode = static_cast<unsigned char>(szText.front());
-    if (szText.size() >= 4 && szText.substr(0, nLead) == (bOctal ? "#" : "\\x")) {
-        int nNumber = 0;
-        const auto [pRest, error] = std::from_chars(szText.data() + nLead, szText.data() + 4, nNumber, bOctal ? 8 : 16);
-        if (pRest == szText.data() + 4 && nNumber >= 0 && nNumber < 256)
-            std::tie(nTaken, nCode) = std::pair(4, nNumber);
+    int nCode = 0;
+    if (szText.size() >= 4 && Begins(szText, szLead)) {
+        const auto [pRest, error] = std::from_chars(szText.data() + szLead.size(), szText.data() + 4, nCode, nBase);
+        if (pRest == szText.data() + 4 && nCode >= 0 && nCode < 256) nTaken = 4;
     } else if (eEscape == Escape::BACKSLASH && szText.size() > 1 && szText.front() == '\\') {
-        const std::size_t nLetter = kLetters.find(szText[1]);
-        if (nLetter != kLetters.npos) std::tie(nTaken, nCode) = std::pair(2, "\n\t\r\\"[nLetter]);
+        nCode = "\n\t\r\\"[std::min(kLetters.find(szText[1]), kLetters.size())];
+        if (nCode != 0) nTaken = 2;
     }
+    const char cTaken = nTaken == 1 ? szText.front() : static_cast<char>(nCode);
     szText.remove_prefix(nTaken);
-    return static_cast<char>(nCode);
+    return cTaken;
 }
 
 // `szText` without the log's escapes. A log with escapes has one line a record: what follows a raw control character

@@ -4,7 +4,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "session/LogForm.h"
@@ -48,7 +47,11 @@ public:
 
     // The library's line with the size, and how many blanks the log sets before its second line; then each piece, in a
     // log that is known to escape so. `bSure`: all of the text is the piece's; else lines behind it may be others'.
-    void Announce(std::size_t nSize, std::size_t nIndent) { std::tie(m_nSize, m_nIndent) = std::tie(nSize, nIndent); }
+    void Announce(std::size_t nSize, std::size_t nIndent)
+    {
+        m_nSize = nSize;
+        m_nIndent = nIndent;
+    }
     void Add(std::string_view szMessage, Escape eEscape, bool bSure);
 
     bool IsThere() const { return m_nSize || !m_vLengths.empty(); }
