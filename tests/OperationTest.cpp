@@ -39,7 +39,8 @@ TEST_F(Operations, EveryWordIsRecordedAndGetsItsParameters)
 {
     const std::string strRecorded = DataFile("conversations/action-words.txt");
     for (const auto& [szWord, eCode] : kActionWords) {
-        EXPECT_NE(std::string::npos, strRecorded.find("= " + std::string(szWord) + ": true, ")) << szWord;
+        EXPECT_NE(std::string::npos, strRecorded.find("= " + std::string(szWord) + ": true, "))
+            << szWord << ": not in conversations/action-words.txt";
         const ActionRow stRow = CADataRepository::ActionOf(eCode);
         if (stRow.eLookup != ActionLookup::SYSTEM || stRow.vKeys[0] == nullptr) continue;
         std::set<std::string> setTaken;
