@@ -196,4 +196,13 @@ TEST_F(Failures, WhatWaitsForACommandIsBounded)
     EXPECT_TRUE(Say(Command("play_content") + ",'tvcontent':[{'type':'app'}]"));
     EXPECT_EQ(1, g_Platform.Count(strError + "4097 items"));
     EXPECT_TRUE(m_stInfo.vSAContents.size() == 1 && m_stInfo.vSAContents[0].stItem.szType == "app");
+
+    std::vector<_SAContents> vList;
+    EXPECT_FALSE(Say(items(4097)));
+    Store().GetSAContentsList(vList);
+    g_Platform.vLog.clear();
+    Store().ExpectContents(1);
+    EXPECT_EQ("E ExpectContents: " + strError + "4097 items\n", Logged());
+    Store().GetSAContentsList(vList);
+    EXPECT_TRUE(vList.empty());
 }
