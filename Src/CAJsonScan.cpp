@@ -53,9 +53,8 @@ bool CAJsonScan::t_Scan()
         if (!t_SkipToken()) return false;
         while (*m_pNext == ' ' || *m_pNext == ':') ++m_pNext;  // not worth a token
     } while (m_nDepth > 0 && m_pNext != m_pEnd);
-    while (*m_pNext >= 'a' && *m_pNext <= 'z') ++m_pNext;  // the rest of true, false or null
-    t_SkipBlanks();
-    // Behind a closing bracket in a wrong place the JSON library looks for another one, beyond the value's end too.
+    // What is behind the value may be comments, and behind a closing bracket in a wrong place the JSON library looks
+    // for another one there.
     m_nComments += static_cast<std::size_t>(std::count(m_pNext, m_pEnd, '/'));
     return m_nValues <= kMostValues;
 }
