@@ -27,7 +27,7 @@ char TakeEscaped(std::string_view& szText, Escape eEscape)
         const auto [pRest, error] = std::from_chars(szText.data() + szLead.size(), szText.data() + 4, nCode, nBase);
         if (pRest == szText.data() + 4 && nCode >= 0 && nCode < 256) nTaken = 4;
     } else if (eEscape == Escape::BACKSLASH && szText.size() > 1 && szText.front() == '\\') {
-        nCode = "\n\t\r\\"[std::min(kLetters.find(szText[1]), kLetters.size())];
+        nCode = static_cast<unsigned char>("\n\t\r\\"[std::min(kLetters.find(szText[1]), kLetters.size())]);
         if (nCode != 0) nTaken = 2;
     }
     const char cTaken = nTaken == 1 ? szText.front() : static_cast<char>(nCode);
